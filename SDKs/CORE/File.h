@@ -1,0 +1,40 @@
+// Files and folders. All calls block and belong to the window thread or a worker, never to the audio
+// thread. Nothing throws on a failure; it shows in the value that comes back.
+#pragma once
+
+namespace Core::File
+{
+// Bytes in the file; the largest int if there are more than it can say, -1 if there is no such file.
+int getFileSize(const char* path);
+
+// Creates all missing folders of path, the last one included. True if path is a folder afterwards.
+bool mkDirRecursive(const char* path);
+
+// Puts a file of size bytes in the place of path, as a whole or not at all (see FileReplacement.h). True on
+// success.
+bool replaceFile(const char* path, const void* data, unsigned long long size);
+
+// The same, with 0 on success and -1 if the file could not be written.
+int saveBufferToFile(const char* path, const void* buffer, unsigned long long size);
+
+// Reads the first size bytes of the file. 4 for a null buffer, -1 if the file cannot be opened, otherwise
+// 0: a shorter file leaves the rest of the buffer as it was and is not reported.
+int loadBufferFromFile(const char* path, void* buffer, unsigned long long size);
+
+// Turns the separators of a path: type 1 makes every "/" a "\", any other type every "\" a "/". out holds
+// at least as much as in and may be in itself. A null out answers in a buffer of this thread, cut to 1023
+// characters, which lasts until the next such call.
+char* convertFilePath(int type, const char* in, char* out);
+
+enum osPathType
+{
+    kDesktopFolder = 0,
+    kSupportFolder = 1,
+    kSharedSupportFolder = 2, // the same place as 1
+    kUserSupportFolder = 3,
+};
+
+// The folder of that kind, with "/" as separator and one at its end, and sub behind it as it stands (null:
+// nothing). out has at least 1024 bytes; a longer path is cut. The folder need not exist.
+void getOSPath(char* out, osPathType type, const char* sub);
+}

@@ -1,0 +1,25 @@
+#include "CORE/Numbers.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cstdlib>
+#include <locale.h>
+
+namespace Core
+{
+double parseDouble(const char* text)
+{
+    static const locale_t plain = newlocale(LC_ALL_MASK, "C", nullptr);
+    return text ? strtod_l(text, nullptr, plain) : 0.0;
+}
+
+std::string formatFixed(double value, int decimals)
+{
+    constexpr int mostBefore = 311; // sign, 309 digits, point
+    constexpr int mostDecimals = 200;
+    char buffer[mostBefore + mostDecimals];
+    const auto end = std::to_chars(buffer, buffer + sizeof buffer, value, std::chars_format::fixed,
+                                   std::min(decimals, mostDecimals));
+    return {buffer, end.ptr};
+}
+}

@@ -1,0 +1,15 @@
+// Numbers as text, the same in every country: the host's locale decides neither the decimal sign that
+// is printed nor the one that is read.
+#pragma once
+
+#include <string>
+
+namespace Core
+{
+// The number at the start of text, as atof reads it in the "C" locale (blanks, sign, decimal or
+// hexadecimal digits, exponent, "inf", "nan"); 0 if there is none. Null gives 0.
+double parseDouble(const char* text);
+
+// value with the given count of decimals (at most 200), as "%.<decimals>f" prints it in the "C" locale.
+std::string formatFixed(double value, int decimals);
+}

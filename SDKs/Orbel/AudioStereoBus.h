@@ -1,0 +1,53 @@
+// One stereo pair of channel pointers: its own memory, or pointers into somebody else's.
+//
+// A value without a lock: a bus that the audio thread reads is re-created only while audio stands.
+#pragma once
+
+#include <cstdint>
+
+namespace Orbel
+{
+class AudioStereoBus
+{
+public:
+    AudioStereoBus() = default;
+    AudioStereoBus(const AudioStereoBus&) = delete;
+    AudioStereoBus& operator=(const AudioStereoBus&) = delete;
+    ~AudioStereoBus();
+
+    enum BufferType : int32_t
+    {
+        noBuffer = -1,
+        externalBuffer = 0,
+        ownBuffer = 1
+    };
+
+    // [audio stopped] Two zeroed channels of the given length in samples; what they held is lost. A
+    // length of 0 or below gives null pointers, and so does a lack of memory.
+    void createBusWithOwnBuffer(long newLength);
+    // [audio thread] Points at channels[0] and channels[1], which the caller owns; copies nothing and
+    // allocates nothing.
+    void createBusWithExternalBuffer(float** channels, long newLength);
+
+    // [audio thread] Copies frames samples of both channels. An own buffer that is too short is
+    // re-created at that length, which allocates; any other throws a const char*.
+    void copyFrom(AudioStereoBus* source, long frames);
+    void copyFrom(float** source, long frames);
+
+    // [audio thread] Zeroes the first frames samples of both channels, at most the whole length; 0 means
+    // the whole length.
+    void clear(long frames);
+    // [audio thread] Moves both pointers of an external buffer ahead; leaves others alone.
+    void advanceBuffer(int frames);
+
+    float* left = nullptr;
+    float* right = nullptr;
+    int32_t length = 0;        // capacity in samples
+    int32_t lengthInBytes = 0; // of one channel
+    int32_t bufferType = noBuffer;
+
+private:
+    void releaseOwnBuffer();
+    void setLength(long newLength);
+};
+}

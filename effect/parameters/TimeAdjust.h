@@ -1,0 +1,10 @@
+// The time bases: the note lengths from trigger to trigger that the user may choose.
+#pragma once
+
+// Five plain note values, then the same as triplets, then dotted.
+constexpr int gNumTimeAdjustEntries = 15;
+constexpr int gNumSingleTimeAdjustEntries = 5;
+
+// In beats (quarter notes).
+extern const float gTimeAdjustMultiplier[gNumTimeAdjustEntries];
+extern const char* const gTimeAdjustText[gNumTimeAdjustEntries];

@@ -1,0 +1,169 @@
+#include "tools/RenderCommand.h"
+
+#include "CORE/Numbers.h"
+#include "tools/AudioFile.h"
+#include "tools/EventsFile.h"
+#include "tools/GainSummary.h"
+#include "tools/Interruption.h"
+#include "tools/OutputFile.h"
+#include "tools/Plot.h"
+#include "tools/ProgressBar.h"
+#include "tools/RenderEngine.h"
+#include "tools/Renderer.h"
+#include "tools/Text.h"
+#include "tools/TimeBase.h"
+#include "tools/ToolError.h"
+
+#include <CLI/CLI.hpp>
+#include <algorithm>
+#include <cstdio>
+#include <filesystem>
+#include <optional>
+
+namespace lodex
+{
+namespace
+{
+constexpr const char* examples = R"(
+Example:
+  lodex render pad.flac ducked.wav --bpm 126 --timebase 1/8 --set STRENGTH=0.8 --plot ducked.png
+
+An events file has one event a line, sorted by SAMPLE, and comments behind #:
+  at SAMPLE set ID VALUE       at SAMPLE play 0|1        at SAMPLE timebase NAME
+  at SAMPLE tempo BPM          at SAMPLE ppq POSITION
+A set takes effect at its sample. All others end the block before it and begin a new one. Of several
+sets of one parameter within a block only the last counts, as in a host.
+)";
+
+// A file that a render writes besides OUT, if it is asked to.
+template <typename Content>
+struct Extra
+{
+    std::optional<OutputFile> file;
+    std::optional<Content> content;
+};
+
+void requireDifferentFiles(const RenderOptions& options)
+{
+    const std::pair<const char*, const std::string*> outputs[] = {
+        {"OUT", &options.output}, {"--gain", &options.gainFile}, {"--plot", &options.plotFile}};
+    const auto place = [](const std::string& path)
+    {
+        std::error_code ignored;
+        return std::filesystem::weakly_canonical(std::filesystem::absolute(path, ignored), ignored);
+    };
+    for (const auto& [name, path] : outputs)
+        for (const auto& [otherName, otherPath] : outputs)
+            if (path < otherPath && !path->empty() && place(*path) == place(*otherPath))
+                throw ToolError(std::string(name) + " and " + otherName +
+                                " are the same file: " + printable(*path));
+}
+
+std::unique_ptr<RenderEngine> prepareEngine(const RenderOptions& options, int rate)
+{
+    auto engine = createRenderEngine(options.engine);
+    const auto& sizes = options.blockSizes;
+    engine->prepare(rate, *std::max_element(sizes.begin(), sizes.end()));
+    engine->setTimeBase(timeBaseByName(options.timeBase));
+    for (const RenderOptions::Assignment& each : options.sets)
+        engine->set(resolveSet(engine->parameters(), each.id, each.value));
+    engine->reset();
+    return engine;
+}
+
+// The files of a render, open before it begins.
+class Outputs
+{
+public:
+    Outputs(const RenderOptions& options, const AudioReader& input)
+        : file(options.output), sound(file, input.rate(), 2, input.length())
+    {
+        if (!options.gainFile.empty())
+            gain.content.emplace(gain.file.emplace(options.gainFile), input.rate(), 1, input.length());
+        if (!options.plotFile.empty())
+        {
+            plot.file.emplace(options.plotFile);
+            const std::string title = std::filesystem::path(options.input).filename().string();
+            plot.content.emplace(
+                Plot::Setup{title, options.timeBase, options.start.tempo, input.rate(), input.length()});
+        }
+    }
+
+    void add(const RenderBlock& block)
+    {
+        sound.write(block.output, block.frames);
+        if (gain.content)
+            gain.content->write(&block.gainRecord, block.frames);
+        if (plot.content)
+            plot.content->add(block);
+    }
+
+    // All are complete on the disk before the first one takes its place.
+    void finish()
+    {
+        sound.finish();
+        if (gain.content)
+            gain.content->finish();
+        if (plot.content)
+        {
+            const auto picture = plot.content->png();
+            plot.file->write(picture.data(), picture.size());
+        }
+        OutputFile* const files[] = {&file, gain.file ? &*gain.file : nullptr,
+                                     plot.file ? &*plot.file : nullptr};
+        for (OutputFile* each : files)
+            if (each)
+                each->flush();
+        for (OutputFile* each : files)
+            if (each)
+                each->commit();
+    }
+
+private:
+    OutputFile file;
+    AudioWriter sound;
+    Extra<AudioWriter> gain;
+    Extra<Plot> plot;
+};
+}
+
+void render(const RenderOptions& options)
+{
+    requireDifferentFiles(options);
+    AudioReader input(options.input);
+    const auto engine = prepareEngine(options, input.rate());
+    std::vector<Event> events;
+    if (!options.eventsFile.empty())
+        events = readEventsFile(options.eventsFile, engine->parameters());
+
+    Outputs outputs(options, input);
+    GainSummary summary;
+    int64_t frames = 0;
+    {
+        ProgressBar progress(input.length());
+        Renderer renderer(*engine, input.rate(), options.start, options.blockSizes, events);
+        renderer.run([&](float* left, float* right, int count) { return input.read(left, right, count); },
+                     [&](const RenderBlock& block)
+                     {
+                         stopIfInterrupted();
+                         outputs.add(block);
+                         summary.add(block.gainRecord, block.frames);
+                         frames += block.frames;
+                         progress.show(frames);
+                     });
+    }
+    outputs.finish();
+    std::printf("%s: %s s at %d Hz, %s\n", printable(options.output).c_str(),
+                Core::formatFixed(double(frames) / input.rate(), 2).c_str(), input.rate(),
+                summary.text().c_str());
+}
+
+void addRenderCommand(CLI::App& app)
+{
+    CLI::App* const command = app.add_subcommand("render", "Duck an audio file");
+    const auto options = std::make_shared<RenderOptions>();
+    addRenderOptions(*command, *options);
+    command->footer(examples);
+    command->final_callback([options] { render(*options); });
+}
+}

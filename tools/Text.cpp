@@ -1,0 +1,85 @@
+#include "tools/Text.h"
+
+#include "tools/ToolError.h"
+
+#include <charconv>
+#include <cmath>
+
+namespace lodex
+{
+template <typename Number>
+static std::optional<Number> parseWhole(std::string_view text)
+{
+    if (text.size() > 1 && text[0] == '+' && text[1] != '-')
+        text.remove_prefix(1); // which from_chars does not take
+    Number number{};
+    const char* const end = text.data() + text.size();
+    const auto [stop, error] = std::from_chars(text.data(), end, number);
+    if (error != std::errc() || stop != end)
+        return std::nullopt;
+    return number;
+}
+
+std::optional<double> parseNumber(std::string_view text)
+{
+    const auto number = parseWhole<double>(text);
+    return number && std::isfinite(*number) ? number : std::nullopt;
+}
+
+std::optional<int64_t> parseWholeNumber(std::string_view text)
+{
+    return parseWhole<int64_t>(text);
+}
+
+template <typename Number>
+static Number inRange(std::optional<Number> number, std::string_view what, std::string_view text,
+                      std::string_view kind, Number lowest, Number highest)
+{
+    if (!number || *number < lowest || *number > highest)
+        throw ToolError(printable(what) + " takes a " + std::string(kind) + " from " +
+                        formatNumber(double(lowest)) + " to " + formatNumber(double(highest)) + ", not " +
+                        inQuotes(text));
+    return *number;
+}
+
+double numberInRange(std::string_view what, std::string_view text, double lowest, double highest)
+{
+    return inRange(parseNumber(text), what, text, "number", lowest, highest);
+}
+
+int64_t wholeNumberInRange(std::string_view what, std::string_view text, int64_t lowest, int64_t highest)
+{
+    return inRange(parseWholeNumber(text), what, text, "whole number", lowest, highest);
+}
+
+template <typename Number>
+static std::string shortest(Number value)
+{
+    char buffer[64];
+    return {buffer, std::to_chars(buffer, buffer + sizeof buffer, value).ptr};
+}
+
+std::string formatNumber(double value)
+{
+    return shortest(value);
+}
+
+std::string formatNumber(float value)
+{
+    return shortest(value);
+}
+
+std::string printable(std::string_view text)
+{
+    std::string result(text);
+    for (char& c : result)
+        if (static_cast<unsigned char>(c) < 32 || c == 127)
+            c = '?';
+    return result;
+}
+
+std::string inQuotes(std::string_view text)
+{
+    return '"' + printable(text) + '"';
+}
+}

@@ -1,0 +1,1 @@
+#include "Orbel/OrbelOS.h"

@@ -92,14 +92,14 @@ TEST(CQDT_DKS_Single, LinkedTimesGiveWayToAttackAndHold)
         float attack, hold, release;
     };
     const Case table[] = {
-        {"ATTACKTIME", 10, 10, 10, 450},  // the hold takes it over
-        {"ATTACKTIME", 60, 60, 1, 441},   // down to its minimum; the release gives what the hold gave: 9
-        {"ATTACKTIME", 30, 30, 31, 441},  // back again
-        {"HOLDTIME", 41, 30, 41, 431},    // the release alone
-        {"HOLDTIME", 200, 30, 200, 272},  //
-        {"ATTACKTIME", 10, 10, 200, 272}, // the hold is at its maximum: 200 + 20 - 200 - 20 is nothing to
-                                          // give
-        {"RELEASTIME", 100, 10, 200, 100}, {"HOLDTIME", 20, 10, 20, 280},
+        {"ATTACKTIME", 10, 10, 10, 450},   // the hold takes it over
+        {"ATTACKTIME", 60, 60, 1, 441},    // to its minimum; the release gives what the hold gave: 9
+        {"ATTACKTIME", 30, 30, 31, 441},   // back again
+        {"HOLDTIME", 41, 30, 41, 431},     // the release alone
+        {"HOLDTIME", 200, 30, 200, 272},   // the same
+        {"ATTACKTIME", 10, 10, 200, 272},  // the hold is at its maximum, with nothing to give
+        {"RELEASTIME", 100, 10, 200, 100}, // changes nothing else
+        {"HOLDTIME", 20, 10, 20, 280},     // the release again
     };
     Player player;
     for (const Case& each : table)

@@ -39,8 +39,12 @@ void getOrbelPluginList(Orbel::OrbelPluginList& list)
 
 Orbel::OrbelPluginList* getOrbelPluginListPTR()
 {
-    static Orbel::OrbelPluginList gList;
-    getOrbelPluginList(gList);
+    static Orbel::OrbelPluginList gList = []
+    {
+        Orbel::OrbelPluginList list;
+        getOrbelPluginList(list);
+        return list;
+    }();
     return &gList;
 }
 

@@ -32,7 +32,7 @@ CQDT_DKS_Single::CQDT_DKS_Single(Orbel::OrbelCallback* hostCallback) : OrbelOS(h
         hostCallback->CB_getHostVendorVersion() < oldCubaseVersion)
         setNumInputBuses(1);
 
-    setSampleRate(sampleRateOfClickFilter);
+    CQDT_DKS_Single::setSampleRate(sampleRateOfClickFilter);
     createProperties();
     setPresetName("Init");
     updateTempo(tempoBeforeTheFirst);
@@ -40,8 +40,8 @@ CQDT_DKS_Single::CQDT_DKS_Single(Orbel::OrbelCallback* hostCallback) : OrbelOS(h
 
     loading = true;
     setDefaults();
-    setProgramName("Init");
-    reset();
+    setPresetName("Init");
+    CQDT_DKS_Single::reset();
     loading = false;
 
     if (hostCallback)

@@ -12,7 +12,7 @@ static int wired(int buses)
 static void wire(AudioStereoBus* buses, float** channels, int count, int frames)
 {
     for (int i = 0; i < wired(count); ++i)
-        buses[i].createBusWithExternalBuffer(channels + 2 * i, frames);
+        buses[i].createBusWithExternalBuffer(channels + 2L * i, frames);
 }
 
 static void advance(AudioStereoBus* buses, int count, int frames)

@@ -5,6 +5,8 @@
 #include <fcntl.h>
 #include <filesystem>
 #include <optional>
+#include <string_view>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -30,18 +32,73 @@ std::optional<fs::path> followLinks(fs::path path)
     return {};
 }
 
-// Opens a new hidden file in the folder, with the permissions of any new file; -1 if that fails.
+fs::path folderOf(const fs::path& file)
+{
+    return file.has_parent_path() ? file.parent_path() : fs::path(".");
+}
+
+// The hidden files are called ".save-", the number of the process, "-", a count. Whoever writes one holds its
+// lock, which ends with the process: the name alone would not tell, since numbers of processes come again.
+constexpr std::string_view hiddenPrefix = ".save-";
+
+bool isHiddenName(std::string_view name)
+{
+    constexpr std::string_view digits = "0123456789";
+    if (!name.starts_with(hiddenPrefix))
+        return false;
+    name.remove_prefix(hiddenPrefix.size());
+    const size_t dash = name.find_first_not_of(digits);
+    return dash != name.npos && dash > 0 && name[dash] == '-' && dash + 1 < name.size() &&
+           name.find_first_not_of(digits, dash + 1) == name.npos;
+}
+
+// Takes the lock of an open hidden file and answers whether the file still has its name. Where there are no
+// locks, it is taken for one's own if the file is.
+bool holdsLock(int descriptor, bool own)
+{
+    struct stat info;
+    if (flock(descriptor, LOCK_EX | LOCK_NB) != 0 && (!own || errno == EWOULDBLOCK))
+        return false;
+    return fstat(descriptor, &info) == 0 && S_ISREG(info.st_mode) && info.st_nlink > 0;
+}
+
+void removeIfLeftBehind(const fs::path& file)
+{
+    const int descriptor = open(file.c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC);
+    if (descriptor < 0)
+        return;
+    if (holdsLock(descriptor, false))
+        unlink(file.c_str());
+    close(descriptor);
+}
+
+// A process that was killed in the middle of a save left its hidden file.
+void removeLeftovers(const fs::path& folder)
+{
+    std::error_code error;
+    for (fs::directory_iterator at(folder, error), end; !error && at != end; at.increment(error))
+        if (isHiddenName(at->path().filename().native()))
+            removeIfLeftBehind(at->path());
+}
+
+// Opens a new hidden file in the folder, with the permissions of any new file, and locks it; -1 if that
+// fails.
 int createBeside(const fs::path& target, std::string& name)
 {
     static std::atomic<unsigned> counter{0};
     constexpr int attempts = 1000; // others in this process, or what a crash left, may have the name
     for (int i = 0; i < attempts; ++i)
     {
-        const auto file = ".save-" + std::to_string(getpid()) + "-" + std::to_string(counter++);
+        const auto file =
+            std::string(hiddenPrefix) + std::to_string(getpid()) + "-" + std::to_string(counter++);
         name = (target.parent_path() / file).string();
         const int descriptor = open(name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
-        if (descriptor >= 0 || errno != EEXIST)
+        if (descriptor < 0 && errno != EEXIST)
+            return -1;
+        if (descriptor >= 0 && holdsLock(descriptor, true))
             return descriptor;
+        if (descriptor >= 0) // someone who clears up was faster than the lock
+            close(descriptor);
     }
     return -1;
 }
@@ -55,8 +112,7 @@ bool copyPermissions(int descriptor, const struct stat& former)
 
 void syncFolderOf(const fs::path& file)
 {
-    const fs::path folder = file.has_parent_path() ? file.parent_path() : fs::path(".");
-    const int descriptor = open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    const int descriptor = open(folderOf(file).c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
     if (descriptor < 0)
         return;
     fsync(descriptor);
@@ -76,15 +132,17 @@ FileReplacement::FileReplacement(const char* path)
     if (exists && (!S_ISREG(former.st_mode) || access(target.c_str(), W_OK) != 0))
         return;
 
+    removeLeftovers(folderOf(*resolved));
     std::string name;
-    const int descriptor = createBeside(*resolved, name);
-    if (descriptor < 0)
+    lock = createBeside(*resolved, name);
+    if (lock < 0)
         return;
     temporary = name;
-    if (exists && !copyPermissions(descriptor, former))
+    if (exists && !copyPermissions(lock, former))
         complete = false;
-    stream = fdopen(descriptor, "wb");
-    if (!stream)
+    const int descriptor = fcntl(lock, F_DUPFD_CLOEXEC, 0); // the lock has to outlive the stream
+    stream = descriptor < 0 ? nullptr : fdopen(descriptor, "wb");
+    if (descriptor >= 0 && !stream)
         close(descriptor);
 }
 
@@ -94,6 +152,8 @@ FileReplacement::~FileReplacement()
         std::fclose(stream);
     if (!temporary.empty())
         unlink(temporary.c_str());
+    if (lock >= 0)
+        close(lock);
 }
 
 bool FileReplacement::write(const void* data, unsigned long long size)

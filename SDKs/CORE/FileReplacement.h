@@ -2,9 +2,9 @@
 //
 // What is written goes into a hidden file in the target's folder. commit() brings it to the disk and
 // renames it over the target; until then, and if anything fails, the former file is untouched and nothing is
-// left beside it. The new file has the former one's permissions. If the target is a symbolic link, the link
-// stays and what it points to is replaced. A target that may not be written, or that is no plain file, is
-// refused.
+// left beside it. What a process leaves that is killed meanwhile, the next save in that folder removes. The
+// new file has the former one's permissions. If the target is a symbolic link, the link stays and what it
+// points to is replaced. A target that may not be written, or that is no plain file, is refused.
 #pragma once
 
 #include <cstdio>
@@ -35,6 +35,7 @@ private:
     std::string target;    // links resolved
     std::string temporary; // empty if there is none on the disk
     FILE* stream = nullptr;
+    int lock = -1;        // the hidden file's, held until it is renamed or removed
     bool complete = true; // every write so far went out
 };
 }

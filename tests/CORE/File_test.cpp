@@ -1,11 +1,15 @@
 #include "CORE/File.h"
+#include "CORE/FileReplacement.h"
 #include "TempFolder.h"
 
 #include <climits>
 #include <csignal>
 #include <gtest/gtest.h>
+#include <sys/mount.h>
+#include <sys/ptrace.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 namespace file = Core::File;
@@ -80,6 +84,105 @@ TEST(File, AFailedSaveLeavesTheFormerFileAndNothingBeside)
     EXPECT_EQ(file::saveBufferToFile(path.c_str(), nullptr, 6), -1);
     EXPECT_EQ(folder.content("preset"), "former");
     EXPECT_EQ(folder.names(), std::set<std::string>{"preset"});
+}
+
+TEST(File, AFullDiskLeavesTheFormerFile)
+{
+    const TempFolder folder;
+    std::filesystem::create_directory(folder / "disk");
+    if (mount("tmpfs", (folder / "disk").c_str(), "tmpfs", 0, "size=64k") != 0)
+        GTEST_SKIP() << "no right to mount a small disk";
+    const std::string former(20000, 'f'), larger(60000, 'x'), path = folder / "disk/preset";
+    EXPECT_EQ(file::saveBufferToFile(path.c_str(), former.data(), former.size()), 0);
+    EXPECT_EQ(file::saveBufferToFile(path.c_str(), larger.data(), larger.size()), -1);
+    EXPECT_EQ(folder.content("disk/preset"), former);
+    EXPECT_EQ(file::saveBufferToFile(path.c_str(), former.data(), former.size() - 1), 0);
+    EXPECT_EQ(folder.content("disk/preset").size(), former.size() - 1);
+    umount((folder / "disk").c_str());
+}
+
+namespace
+{
+enum class Saving
+{
+    killed,
+    finished,
+    notTraced,
+};
+
+// Saves in a process of its own, which is killed when it has come to the edge of a system call for the
+// count-th time: ahead of the first call, behind it, ahead of the second, and so on.
+Saving saveUntilKilled(const std::string& path, const std::string& content, int count)
+{
+    const pid_t child = fork();
+    if (child == 0)
+    {
+        if (ptrace(PTRACE_TRACEME, 0, nullptr, nullptr) != 0)
+            _exit(2);
+        raise(SIGSTOP);
+        _exit(file::saveBufferToFile(path.c_str(), content.data(), content.size()) == 0 ? 0 : 1);
+    }
+    int status = 0;
+    waitpid(child, &status, 0);
+    for (; count > 0 && WIFSTOPPED(status); --count)
+    {
+        ptrace(PTRACE_SYSCALL, child, nullptr, nullptr);
+        waitpid(child, &status, 0);
+    }
+    if (WIFSTOPPED(status))
+    {
+        kill(child, SIGKILL);
+        waitpid(child, &status, 0);
+        return Saving::killed;
+    }
+    return WIFEXITED(status) && WEXITSTATUS(status) == 0 ? Saving::finished : Saving::notTraced;
+}
+}
+
+TEST(File, ASaveThatIsKilledAtAnyMomentLeavesTheOldOrTheNewFile)
+{
+    const TempFolder folder;
+    const std::string former(3000, 'f'), next(70000, 'n');
+    const std::string path = folder.put("preset", former);
+    int sawFormer = 0, sawNext = 0;
+    Saving saving = Saving::killed;
+    for (int count = 0; saving == Saving::killed; ++count)
+    {
+        saving = saveUntilKilled(path, next, count);
+        if (saving == Saving::notTraced)
+            GTEST_SKIP() << "no right to trace a process";
+        const std::string content = folder.content("preset");
+        ASSERT_TRUE(content == former || content == next) << "killed at call " << count / 2;
+        ++(content == former ? sawFormer : sawNext);
+        ASSERT_LE(folder.names().size(), 2u); // what former processes left is gone
+        ASSERT_EQ(file::saveBufferToFile(path.c_str(), former.data(), count % 2 ? former.size() : 0), 0);
+        ASSERT_EQ(folder.names(), std::set<std::string>{"preset"});
+        folder.put("preset", former);
+    }
+    EXPECT_GT(sawFormer, 10); // the kills came in the middle of the save
+    EXPECT_GT(sawNext, 1);
+}
+
+TEST(File, ASaveRemovesNothingButWhatAKilledOneLeft)
+{
+    const TempFolder folder;
+    Core::FileReplacement running((folder / "running").c_str()); // in another thread, say
+    const auto ofRunning = folder.names();
+    ASSERT_EQ(ofRunning.size(), 1u);
+    std::set<std::string> kept = {".save-",    ".save-1",   ".save-1-",      ".save--1",
+                                  ".save-1-x", ".save-x-1", ".save-1-1.dks", "save-1-1"};
+    for (const std::string& name : kept)
+        folder.put(name, "mine");
+    std::filesystem::create_directory(folder / ".save-1-3");
+    std::filesystem::create_symlink("save-1-1", folder / ".save-1-4");
+    folder.put(".save-1-1", "left behind");
+    folder.put(".save-98765432109876543210-0", "left behind");
+    kept.insert({".save-1-3", ".save-1-4", "preset"});
+    kept.insert(ofRunning.begin(), ofRunning.end());
+    EXPECT_EQ(file::saveBufferToFile((folder / "preset").c_str(), "x", 1), 0);
+    EXPECT_EQ(folder.names(), kept);
+    EXPECT_TRUE(running.write("whole", 5) && running.commit());
+    EXPECT_EQ(folder.content("running"), "whole");
 }
 
 TEST(File, RefusesToReplaceWhatIsNoWritableFile)

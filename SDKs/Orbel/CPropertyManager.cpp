@@ -1,14 +1,15 @@
 #include "Orbel/CPropertyManager.h"
 
+#include "CORE/ForeignData.h"
+#include "Orbel/Packing.h"
+
 #include <algorithm>
 #include <bit>
 #include <cstdlib>
 #include <cstring>
-#include <new>
 #include <optional>
 #include <span>
 #include <string_view>
-#include <zlib.h>
 
 namespace Orbel
 {
@@ -45,26 +46,11 @@ using namespace std::literals;
 constexpr std::string_view chunkID = "ppCh\0"sv; // as a text with its end
 constexpr std::uint32_t writtenVersion = 4096;
 constexpr std::uint32_t highestVersion = 0xffffff;
-constexpr std::uint64_t sizeLimit = 64u << 20; // of anything that a chunk may ask for
 constexpr size_t compressorSlack = 12;
-
-std::uint32_t readU32(const char* from)
-{
-    std::uint32_t word = 0;
-    for (int i = 3; i >= 0; --i)
-        word = word << 8 | static_cast<unsigned char>(from[i]);
-    return word;
-}
-
-void writeU32(char* to, std::uint32_t word)
-{
-    for (int i = 0; i < 4; ++i)
-        to[i] = static_cast<char>(word >> 8 * i);
-}
 
 void writeF32(char* to, float number)
 {
-    writeU32(to, std::bit_cast<std::uint32_t>(number));
+    Core::writeLittle32(to, std::bit_cast<std::uint32_t>(number));
 }
 
 void writeRecord(char* to, const ParameterProperty& property)
@@ -79,13 +65,13 @@ void writeRecord(char* to, const ParameterProperty& property)
 void writeHeader(char* to, size_t count, size_t storedSize)
 {
     chunkID.copy(to + header::id, chunkID.size());
-    writeU32(to + header::headerSize, header::size);
-    writeU32(to + header::version, writtenVersion);
-    writeU32(to + header::compressed, 1);
-    writeU32(to + header::storedSize, std::uint32_t(storedSize));
-    writeU32(to + header::rawSize, std::uint32_t(count * record::size));
-    writeU32(to + header::recordSize, record::size);
-    writeU32(to + header::recordCount, std::uint32_t(count));
+    Core::writeLittle32(to + header::headerSize, header::size);
+    Core::writeLittle32(to + header::version, writtenVersion);
+    Core::writeLittle32(to + header::compressed, 1);
+    Core::writeLittle32(to + header::storedSize, std::uint32_t(storedSize));
+    Core::writeLittle32(to + header::rawSize, std::uint32_t(count * record::size));
+    Core::writeLittle32(to + header::recordSize, record::size);
+    Core::writeLittle32(to + header::recordCount, std::uint32_t(count));
 }
 
 // A chunk whose header holds together, and where its data lies within what was given. 64 bits each, so
@@ -103,12 +89,13 @@ std::optional<ChunkView> findChunk(std::string_view data)
     if (start == data.npos || data.size() - start < header::size)
         return {};
     const std::string_view chunk = data.substr(start);
-    const auto field = [&](size_t offset) -> std::uint64_t { return readU32(chunk.data() + offset); };
+    const auto field = [&](size_t offset) -> std::uint64_t
+    { return Core::readLittle32(chunk.data() + offset); };
 
     const bool compressed = field(header::compressed) != 0;
     const std::uint64_t offset = compressed ? field(header::headerSize) : header::size;
     const std::uint64_t storedSize = field(header::storedSize);
-    if (storedSize > sizeLimit || offset + storedSize > chunk.size())
+    if (storedSize > Core::kLargestForeignSize || offset + storedSize > chunk.size())
         return {};
     if (field(header::version) > highestVersion)
         return {};
@@ -121,7 +108,7 @@ std::optional<ChunkView> findChunk(std::string_view data)
 bool sizesAgree(const ChunkView& chunk)
 {
     const std::uint64_t unpacked = chunk.compressed ? chunk.rawSize : chunk.stored.size();
-    if (chunk.rawSize > sizeLimit || unpacked > chunk.rawSize + compressorSlack)
+    if (chunk.rawSize > Core::kLargestForeignSize || unpacked > chunk.rawSize + compressorSlack)
         return false;
     if (chunk.recordCount == 0 || chunk.recordSize < record::leastSize)
         return false;
@@ -129,33 +116,15 @@ bool sizesAgree(const ChunkView& chunk)
     return records <= unpacked && unpacked + records == 2 * chunk.rawSize;
 }
 
-// The records of a chunk, unpacked into memory of their own where they are compressed.
-class Records
+// The records of a chunk, unpacked into work where they are packed. Empty if that fails.
+std::span<const char> recordsOf(const ChunkView& chunk, std::string& work)
 {
-public:
-    explicit Records(const ChunkView& chunk)
-    {
-        if (!chunk.compressed)
-        {
-            bytes = chunk.stored;
-            return;
-        }
-        work.reset(new (std::nothrow) char[chunk.rawSize]);
-        uLongf length = chunk.rawSize;
-        if (work &&
-            uncompress(reinterpret_cast<Bytef*>(work.get()), &length,
-                       reinterpret_cast<const Bytef*>(chunk.stored.data()), chunk.stored.size()) == Z_OK &&
-            length == chunk.rawSize)
-            bytes = {work.get(), length};
-    }
-
-    // Empty if they could not be unpacked.
-    std::span<const char> get() const { return bytes; }
-
-private:
-    std::unique_ptr<char[]> work;
-    std::span<const char> bytes;
-};
+    if (!chunk.compressed)
+        return chunk.stored;
+    const bool whole = unpack({chunk.stored.data(), chunk.stored.size()}, chunk.rawSize, work) &&
+                       work.size() == chunk.rawSize;
+    return whole ? std::span<const char>(work) : std::span<const char>();
+}
 
 // The id with the suffix in place of its first number. A 0 is no number here, and what strtol takes for
 // part of a number (blanks, a sign) goes with it.
@@ -246,21 +215,21 @@ unsigned long CPropertyManager::getChunk(char** data)
 unsigned long CPropertyManager::getChunkFromList(char** data, const std::vector<ParameterProperty*>& list)
 {
     chunk.clear();
-    if (list.size() > sizeLimit / record::size)
+    if (list.size() > Core::kLargestForeignSize / record::size)
         return 0;
-    std::vector<char> records(list.size() * record::size);
+    std::string records(list.size() * record::size, '\0');
     for (size_t i = 0; i < list.size(); ++i)
         if (list[i])
             writeRecord(records.data() + i * record::size, *list[i]);
 
-    chunk.resize(header::size + records.size() + compressorSlack);
-    uLongf stored = records.size() + compressorSlack;
-    if (compress2(reinterpret_cast<Bytef*>(chunk.data() + header::size), &stored,
-                  reinterpret_cast<const Bytef*>(records.data()), records.size(), 9) != Z_OK)
+    const auto packed = pack(records, records.size() + compressorSlack);
+    if (!packed)
         return 0;
-    writeHeader(chunk.data(), list.size(), stored);
+    chunk.resize(header::size);
+    writeHeader(chunk.data(), list.size(), packed->size());
+    chunk.insert(chunk.end(), packed->begin(), packed->end());
     *data = chunk.data();
-    return header::size + stored;
+    return chunk.size();
 }
 
 void CPropertyManager::setChunkWithLoadSuffix(const char* data, unsigned long size, int loadSuffix)
@@ -280,17 +249,18 @@ void CPropertyManager::setChunk(const char* data, unsigned long size, int loadSu
     const auto found = findChunk(data ? std::string_view(data, size) : std::string_view());
     if (!found || !sizesAgree(*found))
         return;
-    const Records records(*found);
-    if (records.get().empty())
+    std::string work;
+    const auto records = recordsOf(*found, work);
+    if (records.empty())
         return;
     for (std::uint64_t i = 0; i < found->recordCount; ++i)
     {
-        const char* from = records.get().data() + i * found->recordSize;
+        const char* from = records.data() + i * found->recordSize;
         const std::string id(from + record::id, strnlen(from + record::id, record::idSize));
         ParameterProperty* property = propertyOfRecord(id, loadSuffix, converter);
         if (property &&
             std::find(ignored.begin(), ignored.end(), property->getParameterID()) == ignored.end())
-            property->setValue(std::bit_cast<float>(readU32(from + record::value)));
+            property->setValue(std::bit_cast<float>(Core::readLittle32(from + record::value)));
     }
 }
 

@@ -1,5 +1,7 @@
 #include "parameters/TimeAdjust.h"
 
+#include <cmath>
+
 // clang-format off
 const float gTimeAdjustMultiplier[gNumTimeAdjustEntries] = {
     0.25f,       0.5f,        1.0f,        2.0f,        4.0f,
@@ -11,3 +13,8 @@ const char* const gTimeAdjustText[gNumTimeAdjustEntries] = {
     "1/16T", "1/8T", "1/4T", "1/2T", "1 Bar T",
     "1/16D", "1/8D", "1/4D", "1/2D", "1 Bar D"};
 // clang-format on
+
+bool isTimeBase(float beats)
+{
+    return beats > 0.0f && std::isfinite(beats);
+}

@@ -8,3 +8,6 @@ constexpr int gNumSingleTimeAdjustEntries = 5;
 // In beats (quarter notes).
 extern const float gTimeAdjustMultiplier[gNumTimeAdjustEntries];
 extern const char* const gTimeAdjustText[gNumTimeAdjustEntries];
+
+// Whether a number of beats can be a time base: above 0, and finite. It need not be one of the fifteen.
+bool isTimeBase(float beats);

@@ -1,0 +1,16 @@
+// Where the presets that a conversion makes arrive, one after another.
+#pragma once
+
+// [window thread] [worker]  Called on the thread that converts.
+class CPresetConverterCallback
+{
+public:
+    // The place in its bank of what comes next; nothing says it for a single preset.
+    virtual void setProgram(int index) = 0;
+    // A preset, as the current form or as an older one in between. The bytes are good during the call.
+    virtual void setDataChunk(const char* data, long size) = 0;
+    virtual void setCurrentPresetIndex(int index) = 0;
+
+protected:
+    ~CPresetConverterCallback() = default;
+};

@@ -1,0 +1,41 @@
+#include "presets/CPresetConverter_V2.h"
+
+#include "CORE/ForeignData.h"
+#include "presets/AProgram.h"
+
+// Entered again with each result, until that is a store. A raw form gives a tagged chunk and this a store,
+// which begins with another id and, with 45 parameters in it, has none of the raw sizes: so it ends there.
+void CPresetConverter_V2::setDataChunk(const char* data, long size)
+{
+    if (!data || size <= 0)
+        return;
+    if (OLDPRESET::isRawForm(size))
+        OLDPRESET::setChunkOld(data, int(size), size == OLDPRESET::kSingleProgramSize, this);
+    else if (OLDPRESET::isOldBank(data, size))
+        OLDPRESET::convertBankChunk_v2(data, size, this);
+    else if (OLDPRESET::isOldPreset(data, size))
+        OLDPRESET::convertPresetChunk_v2(data, size, this);
+    else
+        keep(data, size);
+}
+
+void CPresetConverter_V2::keep(const char* data, long size)
+{
+    if (currentProgram < 0 || currentProgram >= OLDPRESET::kMostPresets ||
+        std::uint64_t(size) > Core::kLargestForeignSize)
+        return;
+    const auto place = size_t(currentProgram);
+    if (presets.size() <= place)
+        presets.resize(place + 1);
+    presets[place].assign(data, data + size);
+}
+
+long CPresetConverter_V2::getChunkForPreset(int index, char** data)
+{
+    *data = nullptr;
+    if (index < 0 || index >= getNumPresets())
+        return 0;
+    CChunkData& chunk = presets[size_t(index)];
+    *data = chunk.empty() ? nullptr : chunk.data();
+    return long(chunk.size());
+}

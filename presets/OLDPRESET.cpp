@@ -1,0 +1,174 @@
+#include "presets/OLDPRESET.h"
+
+#include "CORE/ForeignData.h"
+#include "CORE/Numbers.h"
+#include "Orbel/CPresetStore.h"
+#include "Orbel/CPropertyManager.h"
+#include "parameters/DKS.h"
+#include "presets/AProgram.h"
+#include "presets/CPresetConverterCallback.h"
+#include "presets/OlderChunks.h"
+
+#include <algorithm>
+#include <bit>
+#include <cmath>
+#include <cstring>
+#include <optional>
+#include <string>
+
+namespace OLDPRESET
+{
+namespace
+{
+constexpr float tempoOfNoRecord = 10.0f;
+
+std::string_view viewOf(const char* data, long size)
+{
+    return data && size > 0 ? std::string_view(data, size_t(size)) : std::string_view();
+}
+
+// 64 bits each, so that no sum or product of them wraps.
+std::uint64_t word(std::string_view bytes, size_t at)
+{
+    return Core::readBig32(bytes.data() + at);
+}
+
+float readFloat(const char* from)
+{
+    return std::bit_cast<float>(Core::readBig32(from));
+}
+
+// A text that ends with its field at the latest.
+std::string text(std::string_view bytes, size_t at, size_t fieldSize)
+{
+    return {bytes.data() + at, strnlen(bytes.data() + at, fieldSize)};
+}
+
+// The older product's parameters, and the store that comes of them. One serves for all presets of a bank.
+class ConvertedPreset
+{
+public:
+    ConvertedPreset()
+    {
+        for (const Orbel::ParameterPropertySetup& row : DKS::ps_plain)
+            parameters.CreateProperty(&row);
+    }
+
+    // As new: the values at creation, which are not all defaults.
+    void clear()
+    {
+        for (int i = 0; i < DKS::kNumParameters; ++i)
+            parameters.getProperty(i)->setValue(DKS::ps_plain[i].value);
+        name.reset();
+        tempo = tempoOfNoRecord;
+    }
+
+    void setName(const std::string& newName) { name = newName; }
+
+    // As many as are there; behind the last one's fields, the rest of its size may be missing.
+    void takeRecords(std::string_view records, std::uint64_t count, std::uint64_t recordSize)
+    {
+        if (recordSize < record::size || records.size() < record::size)
+            return;
+        const std::uint64_t present = (records.size() - record::size) / recordSize + 1;
+        for (std::uint64_t i = 0; i < std::min(count, present); ++i)
+            takeRecord(records.substr(i * recordSize, record::size));
+    }
+
+    void handOver(CPresetConverterCallback* callback)
+    {
+        Orbel::CPresetStore store;
+        store.setPresetID("QDT_DKS_PRESET");
+        if (name)
+            store.setPresetName(name->c_str());
+        store.addString("TEMPO", Core::formatFixed(tempo, 5));
+        char* data = nullptr;
+        if (const unsigned long size = parameters.getChunk(&data))
+            store.addChunk("PPDATA", data, long(size));
+        const long size = store.getPreset(&data);
+        if (size > 0 && callback)
+            callback->setDataChunk(data, size);
+    }
+
+private:
+    void takeRecord(std::string_view from)
+    {
+        const std::string id = text(from, record::id, record::idSize);
+        Orbel::ParameterProperty* property = parameters.getProperty(id.c_str());
+        if (!property)
+            return;
+        property->setValue(readFloat(from.data() + record::value));
+        const float stored = readFloat(from.data() + record::tempo);
+        if (!std::isnan(stored))
+            tempo = stored;
+    }
+
+    Orbel::CPropertyManager parameters;
+    std::optional<std::string> name; // unlike an empty one, none at all leaves no trace in the store
+    float tempo = tempoOfNoRecord;   // of the last known record
+};
+
+void takeEntry(ConvertedPreset& preset, std::string_view from)
+{
+    if (word(from, entry::version) < kFirstVersion)
+        return;
+    preset.setName(text(from, entry::name, entry::nameSize));
+    preset.takeRecords(from.substr(entry::records), word(from, entry::recordCount),
+                       word(from, entry::recordSize));
+}
+}
+
+bool isOldBank(const char* data, long size)
+{
+    return viewOf(data, size).starts_with(bank::id);
+}
+
+bool isOldPreset(const char* data, long size)
+{
+    return viewOf(data, size).starts_with(chunk::id);
+}
+
+bool isOldPresetOrBank(const char* data, long size)
+{
+    return data && (isRawForm(size) || isOldBank(data, size) || isOldPreset(data, size));
+}
+
+void convertPresetChunk_v2(const char* data, long size, CPresetConverterCallback* callback)
+{
+    const std::string_view bytes = viewOf(data, size);
+    if (bytes.size() < chunk::records)
+        return;
+    ConvertedPreset preset;
+    if (word(bytes, chunk::version) >= kFirstVersion)
+    {
+        preset.setName(text(bytes, chunk::name, chunk::nameSize));
+        if (word(bytes, chunk::keyBlock) == 0)
+            preset.takeRecords(bytes.substr(chunk::records), word(bytes, chunk::recordCount),
+                               word(bytes, chunk::recordSize));
+    }
+    preset.handOver(callback);
+}
+
+void convertBankChunk_v2(const char* data, long size, CPresetConverterCallback* callback)
+{
+    const std::string_view bytes = viewOf(data, size);
+    if (bytes.size() < bank::entries || !callback)
+        return;
+    const std::uint64_t stride = word(bytes, bank::stride);
+    if (stride < entry::records)
+        return;
+    const std::uint64_t present = (bytes.size() - bank::entries) / stride;
+    const std::uint64_t count = std::min({word(bytes, bank::count), present, std::uint64_t(kMostPresets)});
+    const bool enciphered = word(bytes, bank::version) >= kFirstVersion && word(bytes, bank::keyBlock) != 0;
+
+    ConvertedPreset preset;
+    for (std::uint64_t i = 0; i < count; ++i)
+    {
+        preset.clear();
+        if (!enciphered)
+            takeEntry(preset, bytes.substr(bank::entries + i * stride, stride));
+        callback->setProgram(int(i));
+        preset.handOver(callback);
+    }
+}
+}

@@ -1,0 +1,28 @@
+// Presets of the two-band product, in whatever older form they arrive from projects and files: what they are
+// known by, and the way from the tagged forms to stores of today.
+//
+// A converted store has all parameters of that product, under its ids; a reader takes what it still knows.
+// Keys were never kept: a chunk whose records are enciphered counts as one without records. What comes in is
+// foreign: records and entries count as far as they are wholly there.
+#pragma once
+
+class CPresetConverterCallback;
+
+namespace OLDPRESET
+{
+// [any thread]
+
+constexpr int kMostPresets = 1024; // that are taken from a bank; those of the product hold 32
+
+// By the exact size of a raw form, else by the id as a whole text with its end.
+bool isOldPresetOrBank(const char* data, long size);
+bool isOldBank(const char* data, long size);
+bool isOldPreset(const char* data, long size);
+
+// The preset as a store, to the callback (or nobody): with the values at creation for what has no record, and
+// also with nothing but these if the version is too low. Nothing if the header is cut short.
+void convertPresetChunk_v2(const char* data, long size, CPresetConverterCallback* callback);
+
+// The same for each entry of a bank, with its place ahead of it.
+void convertBankChunk_v2(const char* data, long size, CPresetConverterCallback* callback);
+}

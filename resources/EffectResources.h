@@ -1,0 +1,8 @@
+// The effect's own resources: "defaultBank", the image of an .fxb file with the factory bank, and
+// "initPreset", that of an .fxp file with the start state.
+#pragma once
+
+#include "Orbel/ResourceStore.h"
+
+// [any thread]
+Orbel::ResourceBlock effectResources();

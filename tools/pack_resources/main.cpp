@@ -1,0 +1,31 @@
+// pack_resources BLOCK NAME=FILE[:zlib|:scrambled]...
+#include "CORE/File.h"
+#include "pack_resources/ResourcePacker.h"
+
+#include <cstdio>
+#include <exception>
+#include <vector>
+
+int main(int argc, char** argv)
+{
+    if (argc < 2)
+    {
+        std::fputs("usage: pack_resources BLOCK NAME=FILE[:zlib|:scrambled]...\n", stderr);
+        return 2;
+    }
+    try
+    {
+        std::vector<lodex::Resource> resources;
+        for (int i = 2; i < argc; ++i)
+            resources.push_back(lodex::readResource(argv[i]));
+        const std::string block = lodex::makeBlock(resources);
+        if (Core::File::replaceFile(argv[1], block.data(), block.size()))
+            return 0;
+        std::fprintf(stderr, "pack_resources: %s: cannot be written\n", argv[1]);
+    }
+    catch (const std::exception& error)
+    {
+        std::fprintf(stderr, "pack_resources: %s\n", error.what());
+    }
+    return 2;
+}

@@ -3,6 +3,8 @@
 #include "CORE/Truncate.h"
 #include "DSP/VectorPrimitives.h"
 #include "parameters/DKS_Mini.h"
+#include "parameters/TimeAdjust.h"
+#include "presets/Single_CPresetInterface.h"
 
 #include <algorithm>
 #include <cmath>
@@ -18,7 +20,6 @@ constexpr float sampleRateOfClickFilter = 44100.0f;
 constexpr float shortestClickFilter = 5.0f;  // samples at that rate
 constexpr float clickFilterRange = 500.0f;   // samples above the shortest, at that rate
 constexpr float tempoBeforeTheFirst = 10.0f; // beats a minute: the first block finds another tempo
-constexpr int numDefaultedProperties = 9;    // indices 0 to 8: those of a sound
 constexpr size_t programNameLength = 28;
 constexpr int oldCubaseVersion = 7000; // below it that host can't deal with a second input bus
 
@@ -32,17 +33,16 @@ CQDT_DKS_Single::CQDT_DKS_Single(Orbel::OrbelCallback* hostCallback) : OrbelOS(h
         hostCallback->CB_getHostVendorVersion() < oldCubaseVersion)
         setNumInputBuses(1);
 
+    presetStore.setPresetID("QDT_DKS_PRESET");
     CQDT_DKS_Single::setSampleRate(sampleRateOfClickFilter);
     createProperties();
     setPresetName("Init");
     updateTempo(tempoBeforeTheFirst);
     createEditor();
 
-    loading = true;
-    setDefaults();
-    setPresetName("Init");
+    initPreset();
+    resetPending = false;
     CQDT_DKS_Single::reset();
-    loading = false;
 
     if (hostCallback)
         takeTempo(hostCallback->CB_getHostTempo());
@@ -69,12 +69,6 @@ void CQDT_DKS_Single::createEditor()
     editor = std::move(made);
     if (editorRef)
         editorRef->setPropertyManager(&propertyManager);
-}
-
-void CQDT_DKS_Single::setDefaults()
-{
-    for (int index = 0; index < numDefaultedProperties; ++index)
-        propertyManager.getProperty(index)->setValueToDefault();
 }
 
 // Parameters and names, as hosts see them.
@@ -202,14 +196,19 @@ void CQDT_DKS_Single::updateClickFilter()
 
 void CQDT_DKS_Single::setTimeAdjust(float beats)
 {
-    if (!(beats > 0.0f) || !std::isfinite(beats))
+    if (!isTimeBase(beats))
         return;
-    timeContext.timeAdjust = beats;
-    timeAdjust = beats;
-    ducker.setTimeAdjust(beats);
+    storeTimeAdjust(beats);
     notifyTimes();
     if (getCallback())
         getCallback()->CB_parameterInfoChanged("");
+}
+
+void CQDT_DKS_Single::storeTimeAdjust(float beats)
+{
+    timeContext.timeAdjust = beats;
+    timeAdjust = beats;
+    ducker.setTimeAdjust(beats);
 }
 
 // The three times have new texts, though not new values.
@@ -321,6 +320,12 @@ void CQDT_DKS_Single::processAudio(AudioBusInformation& info)
     const ScopedCpuMode mode(cpuMode, cpuControl::plainMode);
     if (info.numSamples > busGainRecord.length) // beyond the announced size
         reserveBlock(info.numSamples);
+
+    if (resetPending)
+    {
+        resetPending = false;
+        reset();
+    }
 
     const bool bypassed = getBypass();
     if (bypassed)

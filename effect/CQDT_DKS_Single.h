@@ -18,6 +18,7 @@
 #include "CORE/CString.h"
 #include "CORE/Relaxed.h"
 #include "DSP/cpuControl.h"
+#include "Orbel/CPresetStore.h"
 #include "Orbel/CPropertyManager.h"
 #include "Orbel/ISamplerEffect.h"
 #include "Orbel/OrbelOS.h"
@@ -26,8 +27,15 @@
 #include "effect/CBusSidechainFx.h"
 #include "effect/IEffectEditor.h"
 #include "effect/StereoDelayLine.h"
+#include "presets/IPresetEffect.h"
 
-class CQDT_DKS_Single : public Orbel::OrbelOS, public Orbel::ISamplerEffect
+#include <memory>
+#include <string>
+#include <vector>
+
+class Single_CPresetInterface;
+
+class CQDT_DKS_Single : public Orbel::OrbelOS, public Orbel::ISamplerEffect, public IPresetEffect
 {
 public:
     // hostCallback is not owned and may be null. The effect is complete: it can process once setBlockSize
@@ -51,7 +59,7 @@ public:
     void setProgramName(const char* name) override { setPresetName(name); }
     bool getProgramName(char* text) override;
     bool getProgramNameIndexed(int, char* text) override { return getProgramName(text); }
-    void setPresetName(const char* name);
+    void setPresetName(const char* name) override;
 
     // [audio stopped] Hertz above 0, and samples. What is not above 0 is not taken.
     void setSampleRate(float rate) override;
@@ -67,6 +75,31 @@ public:
     // [any thread] The interval between triggers in beats: one of gTimeAdjustMultiplier.
     void setTimeAdjust(float beats);
     float getTimeAdjust() const { return timeAdjust; }
+
+    // [window thread] State: one chunk for a host's project and for a preset's file, which differ by the type
+    // set before. getDataChunk's bytes stay good until the next call of it or of setDataChunk; its result is
+    // their size. setDataChunk takes every form that this effect or its forerunners wrote, and puts every
+    // parameter to its default where it can't take any of it; below 10 bytes it does nothing.
+    enum PresetType : int
+    {
+        hostState = 0,
+        presetFile = 1 // without the system settings: sense, envelope hold, click filter, scaling, shift
+    };
+    void setPresetType(int type) override { presetType = type; }
+    long getDataChunk(char** out) override;
+    void setDataChunk(char* data, long size) override;
+    // The current preset of a bank.
+    void loadPresetFromBankChunk(const char* data, long size);
+    // The start state; audio falls silent at its next block.
+    void initPreset();
+
+    // [window thread] The library of presets on disk, made when it is first asked for.
+    Single_CPresetInterface& getPresetInterface();
+    // Its folder, with "/" as separators and at its end; the user's choice is kept for all instances.
+    const char* getPresetFolder();
+    void setPresetFolder(const char* folder);
+    // Writes the factory presets into the library's folder.
+    void restoreBank();
 
     // [any thread] Moves the three envelope times so that their sum stays, after parameter id changed; with
     // an id of -1 it only writes them again. Ends a time of loading.
@@ -86,7 +119,6 @@ private:
 
     void createProperties();
     void createEditor();
-    void setDefaults();
     void notifyTimes();
 
     void updateClickFilter();
@@ -94,6 +126,14 @@ private:
     void storeDuckerValue(int duckerParameter, const Orbel::ParameterProperty& property);
     void linkToAttack(float attack, float& hold, float& release);
     void shortenRelease(float& release, float by);
+
+    void readChunk(const char* data, long size, int depth);
+    void readOlderForm(const char* data, long size, int depth);
+    void readPreset();
+    void readParameters(const Orbel::CPresetStore& store, const std::vector<long>& ignored);
+    void readSystemSettings(const Orbel::CPresetStore& store);
+    unsigned long getSystemChunk(char** chunk);
+    void storeTimeAdjust(float beats);
 
     void reserveBlock(long frames);
     void takeTempo(float hostTempo);
@@ -113,6 +153,7 @@ private:
     Orbel::AudioStereoBus busGainRecord;
 
     Core::Relaxed<bool> linkTimes = true;
+    Core::Relaxed<bool> resetPending = false;                       // by the window, for the audio thread
     Core::Relaxed<bool> loading = false;                            // parameter changes don't move each other
     Core::Relaxed<float> lastParameterValues[numLinkedValues] = {}; // after each change's compensation
     Core::Relaxed<long> clickFilterSamples = 200;                   // pre-fade length at 44100 Hz
@@ -122,5 +163,10 @@ private:
     Orbel::BPMTimeContext timeContext;      // what the texts of the times depend on, and the tempo in force
 
     Core::CStringBufferd<Orbel::kParameterTextSize> presetName;
+    Orbel::CPresetStore presetStore; // its id is that of a preset from the start
+    int presetType = hostState;
+    std::string factoryBank; // the image of a bank file, once the library is there
+    std::unique_ptr<Single_CPresetInterface> presetInterface;
+    std::string presetFolder;                    // empty until it is asked for
     Orbel::ParameterProperty presetNameProperty; // a text, the preset's name: its listeners hear of a new one
 };

@@ -30,6 +30,8 @@ public:
     virtual void setSampleRate(float rate) = 0;
     // [audio thread] or the thread that makes the effect: in beats a minute. Must not block.
     virtual void setTempo(float beatsPerMinute) = 0;
+    // [window thread] The interval between triggers in beats, after a preset was loaded.
+    virtual void setTimeAdjust(float beats) = 0;
     // [audio thread] There is new scope data; samples of -1 means a block like any other. Must not block.
     virtual void updateScopes(bool immediate, int samples) = 0;
     // [audio thread] So many samples have passed while bypassed. Must not block.

@@ -1,4 +1,5 @@
 // What this bundle holds: one effect.
+#include "Orbel/CFileFormat.h"
 #include "Orbel/OrbelFactory.h"
 #include "effect/CQDT_DKS_Single.h"
 
@@ -50,5 +51,8 @@ Orbel::OrbelPluginList* getOrbelPluginListPTR()
 
 Orbel::OrbelOS* createOrbelInstance(Orbel::OrbelCallback* callback, unsigned long)
 {
+    constexpr int formatID = 'Q' << 24 | 'D' << 16 | 'K' << 8 | 'C';
+    Orbel::kPresetFormatFXP->setPluginID(formatID);
+    Orbel::kPresetFormatFXB->setPluginID(formatID);
     return new CQDT_DKS_Single(callback);
 }

@@ -289,6 +289,7 @@ struct Window : IEffectEditor
     void setPropertyManager(Orbel::CPropertyManager* manager) override { told += manager ? "manager " : ""; }
     void setSampleRate(float) override { told += "rate "; }
     void setTempo(float bpm) override { told += "tempo" + std::to_string(int(bpm)) + " "; }
+    void setTimeAdjust(float) override { told += "base "; }
     void updateScopes(bool, int) override { told += "scopes "; }
     void updateData(long samples) override { told += "data" + std::to_string(samples) + " "; }
     void getEditorSize(Tovra::CRect&) override { told += "size "; }
@@ -317,7 +318,7 @@ TEST(CQDT_DKS_Single, TellsItsWindowAndAsksItsHost)
         Cubase host;
         Player player(48000, 64, &host);
         setEditorFactory(nullptr);
-        EXPECT_EQ(Window::told, "manager tempo174 rate ");
+        EXPECT_EQ(Window::told, "manager base tempo174 rate ");
         EXPECT_EQ(player.get("TEMPO"), 174.0f);
         EXPECT_EQ(host.inputs, 2); // channels: an old version of that host gets no second bus
         Window::told.clear();

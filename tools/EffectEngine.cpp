@@ -39,6 +39,14 @@ void EffectEngine::set(ParameterValue value)
     properties[size_t(value.parameter)]->setValue(value.value);
 }
 
+void EffectEngine::loadPreset(const std::string& chunk, PresetType taken)
+{
+    std::string copy = chunk; // which the effect may change
+    product.setPresetType(int(taken));
+    product.setDataChunk(copy.data(), long(copy.size()));
+    product.setPresetType(int(PresetType::state));
+}
+
 void EffectEngine::reset()
 {
     effect->reset();

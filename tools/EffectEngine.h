@@ -24,6 +24,7 @@ public:
     void prepare(int rate, int largestBlock) override;
     void setTimeBase(float beats) override;
     void set(ParameterValue value) override;
+    void loadPreset(const std::string& chunk, PresetType taken) override;
     void reset() override;
     void queueSet(ParameterValue value, int offset) override;
     void process(RenderBlock& block) override;

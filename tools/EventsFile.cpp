@@ -1,12 +1,10 @@
 #include "tools/EventsFile.h"
 
+#include "tools/InputFile.h"
 #include "tools/Text.h"
 #include "tools/TimeBase.h"
 #include "tools/ToolError.h"
 
-#include <cerrno>
-#include <cstring>
-#include <fstream>
 #include <limits>
 #include <sstream>
 
@@ -134,21 +132,15 @@ std::vector<Event> parseEvents(std::istream& text, const std::string& name,
 
 std::vector<Event> readEventsFile(const std::string& path, const std::vector<ParameterInfo>& parameters)
 {
-    constexpr size_t largest = size_t(64) << 20;
-    errno = 0;
-    std::ifstream file(path, std::ios::binary);
-    std::string text;
-    char piece[65536];
-    while (file && text.size() <= largest)
+    std::istringstream stream;
+    try
     {
-        file.read(piece, sizeof piece);
-        text.append(piece, size_t(file.gcount()));
+        stream.str(readInputFile(path));
     }
-    if (!file.eof() && text.size() <= largest) // a folder opens, and then can't be read
-        throw ToolError("cannot read " + printable(path) + ": " + std::strerror(errno));
-    if (text.size() > largest)
-        throw ToolError(printable(path) + " is too long for an events file");
-    std::istringstream stream(std::move(text));
+    catch (const ToolError& reason)
+    {
+        throw cannotRead(path, reason);
+    }
     return parseEvents(stream, path, parameters);
 }
 }

@@ -9,6 +9,7 @@
 #include <filesystem>
 #include <sys/stat.h>
 #include <unistd.h>
+#include <utility>
 
 namespace lodex
 {
@@ -64,10 +65,17 @@ void OutputFile::write(const void* data, size_t bytes)
     }
 }
 
+void OutputFile::endWriting()
+{
+    if (close(std::exchange(fd, -1)) != 0)
+        fail(errno);
+}
+
 void OutputFile::flush()
 {
     if (fsync(fd) != 0)
         fail(errno);
+    endWriting();
 }
 
 void OutputFile::commit()

@@ -18,11 +18,13 @@ public:
 
     // What the messages call it: the path as given.
     const std::string& name() const { return path; }
-    // Open for reading and writing; belongs to this object.
+    // Open for reading and writing until then; belongs to this object.
     int descriptor() const { return fd; }
 
     void write(const void* data, size_t bytes);
-    // Puts what was written on the disk.
+    // Closes what was written, but leaves it to the caller that it reaches the disk.
+    void endWriting();
+    // Puts it on the disk, too.
     void flush();
     // Moves the file to its place.
     void commit();

@@ -7,6 +7,7 @@
 #include "tools/Interruption.h"
 #include "tools/OutputFile.h"
 #include "tools/Plot.h"
+#include "tools/PresetEffect.h"
 #include "tools/ProgressBar.h"
 #include "tools/RenderEngine.h"
 #include "tools/Renderer.h"
@@ -27,6 +28,10 @@ namespace
 constexpr const char* examples = R"(
 Example:
   lodex render pad.flac ducked.wav --bpm 126 --timebase 1/8 --set STRENGTH=0.8 --plot ducked.png
+
+The effect starts with the time base, then takes the preset, then each set in its order. A preset has a
+time base of its own, which replaces that of --timebase. What --preset reads is what "lodex preset show"
+shows, and in the same way: files as presets, a host's state with its system settings.
 
 An events file has one event a line, sorted by SAMPLE, and comments behind #:
   at SAMPLE set ID VALUE       at SAMPLE play 0|1        at SAMPLE timebase NAME
@@ -59,12 +64,38 @@ void requireDifferentFiles(const RenderOptions& options)
                                 " are the same file: " + printable(*path));
 }
 
-std::unique_ptr<RenderEngine> prepareEngine(const RenderOptions& options, int rate)
+// What a render begins with: how the engine loads it, and the time base that it brings.
+struct StartPreset
+{
+    std::vector<std::string> chunks;
+    PresetType type;
+    std::string timeBase;
+};
+
+std::optional<StartPreset> readStartPreset(const std::string& path)
+{
+    if (path.empty())
+        return std::nullopt;
+    const PresetFile file = readPresetFile(path);
+    const auto index = size_t(file.current); // wraps if it is below 0
+    if (index >= file.presets.size() || file.presets[index].chunk.empty())
+        throw ToolError("cannot read " + printable(path) + ": the current preset of the bank, " +
+                        std::to_string(file.current) + ", is missing or damaged");
+    PresetEffect effect;
+    effect.load(file, index, file.type);
+    return StartPreset{file.chunks(index, file.type), file.type, nameOfTimeBase(effect.content().timeBase)};
+}
+
+std::unique_ptr<RenderEngine> prepareEngine(const RenderOptions& options,
+                                            const std::optional<StartPreset>& preset, int rate)
 {
     auto engine = createRenderEngine(options.engine);
     const auto& sizes = options.blockSizes;
     engine->prepare(rate, *std::max_element(sizes.begin(), sizes.end()));
     engine->setTimeBase(timeBaseByName(options.timeBase));
+    if (preset)
+        for (const std::string& chunk : preset->chunks)
+            engine->loadPreset(chunk, preset->type);
     for (const RenderOptions::Assignment& each : options.sets)
         engine->set(resolveSet(engine->parameters(), each.id, each.value));
     engine->reset();
@@ -75,7 +106,7 @@ std::unique_ptr<RenderEngine> prepareEngine(const RenderOptions& options, int ra
 class Outputs
 {
 public:
-    Outputs(const RenderOptions& options, const AudioReader& input)
+    Outputs(const RenderOptions& options, const std::string& timeBase, const AudioReader& input)
         : file(options.output), sound(file, input.rate(), 2, input.length())
     {
         if (!options.gainFile.empty())
@@ -85,7 +116,7 @@ public:
             plot.file.emplace(options.plotFile);
             const std::string title = std::filesystem::path(options.input).filename().string();
             plot.content.emplace(
-                Plot::Setup{title, options.timeBase, options.start.tempo, input.rate(), input.length()});
+                Plot::Setup{title, timeBase, options.start.tempo, input.rate(), input.length()});
         }
     }
 
@@ -130,13 +161,14 @@ private:
 void render(const RenderOptions& options)
 {
     requireDifferentFiles(options);
+    const auto preset = readStartPreset(options.presetFile);
     AudioReader input(options.input);
-    const auto engine = prepareEngine(options, input.rate());
+    const auto engine = prepareEngine(options, preset, input.rate());
     std::vector<Event> events;
     if (!options.eventsFile.empty())
         events = readEventsFile(options.eventsFile, engine->parameters());
 
-    Outputs outputs(options, input);
+    Outputs outputs(options, preset ? preset->timeBase : options.timeBase, input);
     GainSummary summary;
     int64_t frames = 0;
     {

@@ -3,6 +3,7 @@
 // then, for each block, the sets that fall into it and the block itself.
 #pragma once
 
+#include "tools/PresetFile.h"
 #include "tools/Transport.h"
 
 #include <memory>
@@ -55,6 +56,8 @@ public:
     // The trigger interval in beats. Between blocks.
     virtual void setTimeBase(float beats) = 0;
     virtual void set(ParameterValue value) = 0;
+    // A chunk that the effect takes; it sets the time base, too. Between blocks.
+    virtual void loadPreset(const std::string& chunk, PresetType taken) = 0;
     virtual void reset() = 0;
 
     // A set that is due offset frames into the block that process gets next. Of several for one

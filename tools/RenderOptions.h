@@ -27,6 +27,7 @@ struct RenderOptions
     Transport start; // tempo and position
     std::vector<int> blockSizes{512};
     std::string timeBase = "1/4"; // which the effect starts with, too
+    std::string presetFile;       // empty: none
     std::vector<Assignment> sets; // in the order of the command line
     std::string eventsFile;       // empty, as the next two: none
     std::string gainFile;

@@ -4,6 +4,7 @@
 
 #include <charconv>
 #include <cmath>
+#include <nlohmann/json.hpp>
 
 namespace lodex
 {
@@ -69,12 +70,25 @@ std::string formatNumber(float value)
     return shortest(value);
 }
 
+// Bytes that are no UTF-8 become the replacement character.
+static std::string validUtf8(std::string_view text)
+{
+    using nlohmann::json;
+    return json::parse(json(text).dump(-1, ' ', false, json::error_handler_t::replace)).get<std::string>();
+}
+
 std::string printable(std::string_view text)
 {
-    std::string result(text);
-    for (char& c : result)
-        if (static_cast<unsigned char>(c) < 32 || c == 127)
-            c = '?';
+    const std::string valid = validUtf8(text);
+    const auto byte = [&](size_t at) { return static_cast<unsigned char>(valid[at]); };
+    std::string result;
+    for (size_t i = 0; i < valid.size(); ++i)
+    {
+        const bool longControl = byte(i) == 0xC2 && byte(i + 1) < 0xA0; // U+0080 to U+009F
+        const bool control = longControl || byte(i) < 32 || byte(i) == 127;
+        result += control ? '?' : valid[i];
+        i += longControl ? 1 : 0;
+    }
     return result;
 }
 

@@ -21,7 +21,7 @@ int64_t wholeNumberInRange(std::string_view what, std::string_view text, int64_t
 std::string formatNumber(double value);
 std::string formatNumber(float value);
 
-// text with every control character as "?", so that a message stays one line.
+// text as UTF-8 with every control character as "?", so that a message stays one line.
 std::string printable(std::string_view text);
 // The same between double quotes.
 std::string inQuotes(std::string_view text);

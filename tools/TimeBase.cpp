@@ -4,6 +4,8 @@
 #include "tools/Text.h"
 #include "tools/ToolError.h"
 
+#include <cmath>
+
 namespace lodex
 {
 float timeBaseByName(std::string_view name)
@@ -16,5 +18,14 @@ float timeBaseByName(std::string_view name)
         names += std::string(i ? ", " : "") + gTimeAdjustText[i];
     }
     throw ToolError("no time base " + inQuotes(name) + "; there are " + names);
+}
+
+// Not every hand that writes a file writes all decimals of a third.
+std::string nameOfTimeBase(float beats)
+{
+    for (int i = 0; i < gNumTimeAdjustEntries; ++i)
+        if (std::fabs(beats - gTimeAdjustMultiplier[i]) < 1e-6f)
+            return gTimeAdjustText[i];
+    return formatNumber(beats) + " beats";
 }
 }

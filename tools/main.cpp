@@ -3,6 +3,7 @@
 #include "Orbel/OrbelFactory.h"
 #include "tools/BenchCommand.h"
 #include "tools/Interruption.h"
+#include "tools/PresetCommand.h"
 #include "tools/RenderCommand.h"
 #include "tools/Text.h"
 #include "tools/ToolError.h"
@@ -34,11 +35,16 @@ int run(int argc, char** argv)
     app.require_subcommand(0, 1); // none is our own complaint: CLI11 has that even for a misspelt one
     app.footer("\nlodex COMMAND --help shows the options of a command, and an example.");
     lodex::addRenderCommand(app);
+    lodex::addPresetCommand(app);
     lodex::addBenchCommand(app);
     try
     {
         app.parse(argc, argv);
         return app.get_subcommands().empty() ? fail("a command is missing (see lodex --help)") : 0;
+    }
+    catch (const CLI::RuntimeError& answer) // of a command that has said all
+    {
+        return answer.get_exit_code();
     }
     catch (const CLI::ParseError& error)
     {

@@ -17,6 +17,7 @@ public:
     void prepare(int, int) override {}
     void setTimeBase(float beats) override { note() << "timebase " << beats; }
     void set(ParameterValue) override {}
+    void loadPreset(const std::string&, PresetType) override {}
     void reset() override {}
     void queueSet(ParameterValue value, int offset) override
     {

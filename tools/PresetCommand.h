@@ -1,0 +1,13 @@
+// "lodex preset": what a preset, a bank, a host's state or an older form holds, the same as current preset
+// files, and whether it is damaged.
+#pragma once
+
+namespace CLI
+{
+class App;
+}
+
+namespace lodex
+{
+void addPresetCommand(CLI::App& app);
+}

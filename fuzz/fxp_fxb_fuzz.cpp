@@ -1,0 +1,79 @@
+// Any bytes as a program file and as a bank file: what is taken lies inside what was given, is the same from
+// memory and from a file, and is what comes back when it is wrapped anew.
+#include "Orbel/CFileFormat.h"
+#include "Require.h"
+
+#include <cstring>
+#include <string>
+#include <string_view>
+#include <sys/mman.h>
+#include <unistd.h>
+
+namespace
+{
+// A file without a place on a disk.
+class MemoryFile
+{
+public:
+    explicit MemoryFile(std::string_view content) : descriptor(memfd_create("fuzz", MFD_CLOEXEC))
+    {
+        require(write(descriptor, content.data(), content.size()) == ssize_t(content.size()),
+                "a file holds it");
+    }
+    ~MemoryFile() { close(descriptor); }
+    MemoryFile(const MemoryFile&) = delete;
+    MemoryFile& operator=(const MemoryFile&) = delete;
+
+    std::string path() const { return "/proc/self/fd/" + std::to_string(descriptor); }
+
+private:
+    int descriptor;
+};
+
+std::string wrapped(const Orbel::CPresetFormatFXP& format, std::string_view payload)
+{
+    return format.wrap("a program's name of more than 27 characters", payload.data(), long(payload.size()));
+}
+
+std::string wrapped(const Orbel::CPresetFormatFXB& format, std::string_view payload)
+{
+    return format.wrap(payload.data(), long(payload.size()));
+}
+
+std::string_view unwrapped(const Orbel::CPresetFormat& format, std::string_view image)
+{
+    const char* payload = nullptr;
+    long size = 0;
+    const bool taken = format.unwrap(image.data(), long(image.size()), &payload, &size);
+    require(taken == (size > 0), "what is taken has a byte at least");
+    if (!taken)
+        return {};
+    require(payload > image.data() && payload + size <= image.data() + image.size(), "inside what was given");
+    return {payload, size_t(size)};
+}
+
+template <typename Format>
+void tryFormat(std::string_view image)
+{
+    Format format;
+    format.setPluginID(0x51444B43);
+    const std::string_view payload = unwrapped(format, image);
+
+    char* buffer = nullptr;
+    long size = 0;
+    format.loadFromFile(MemoryFile(image).path().c_str(), &buffer, size);
+    require(std::string_view(buffer, size_t(size)) == payload, "a file loads as its bytes do");
+    format.releaseBuffer(buffer);
+
+    const std::string again = wrapped(format, image);
+    require(unwrapped(format, again) == image, "what is wrapped comes back");
+}
+}
+
+extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, size_t size)
+{
+    const std::string_view image(reinterpret_cast<const char*>(data), size);
+    tryFormat<Orbel::CPresetFormatFXP>(image);
+    tryFormat<Orbel::CPresetFormatFXB>(image);
+    return 0;
+}

@@ -1,0 +1,58 @@
+// Feeds an effect with a host's state or a preset, in any form that it takes.
+//
+// Whatever comes: every value is a number within its range, the time base is one, the name has an end, and
+// what is saved then loads to the same and saves to the same bytes.
+#include "effect/CQDT_DKS_Single.h"
+#include "parameters/TimeAdjust.h"
+
+#include <cmath>
+#include <cstdint>
+#include <cstdlib>
+#include <cstring>
+#include <string>
+
+static void require(bool condition)
+{
+    if (!condition)
+        std::abort();
+}
+
+static std::string save(CQDT_DKS_Single& effect)
+{
+    char* chunk = nullptr;
+    const long size = effect.getDataChunk(&chunk);
+    require(chunk && size > 0);
+    return {chunk, size_t(size)};
+}
+
+static void checkValues(CQDT_DKS_Single& effect)
+{
+    for (int id = 0; id < 15; ++id)
+    {
+        const Orbel::ParameterProperty& property = *effect.getParameterPropertyByID(id);
+        const float value = property.getCurrentValue();
+        require(std::isfinite(value) && value >= property.getMin() && value <= property.getMax());
+    }
+    require(isTimeBase(effect.getTimeAdjust()));
+    char name[256];
+    effect.getProgramName(name);
+    require(std::strlen(name) <= 28);
+}
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
+{
+    static CQDT_DKS_Single effect(nullptr);
+    effect.setPresetType(size % 2 == 0 ? CQDT_DKS_Single::hostState : CQDT_DKS_Single::presetFile);
+    std::string copy(reinterpret_cast<const char*>(data), size);
+    effect.setDataChunk(copy.data(), long(copy.size()));
+    checkValues(effect);
+
+    effect.setPresetType(CQDT_DKS_Single::hostState);
+    effect.setPresetName("Name"); // one that loading doesn't shorten
+    std::string first = save(effect);
+    effect.setDataChunk(first.data(), long(first.size()));
+    std::string second = save(effect);
+    effect.setDataChunk(second.data(), long(second.size()));
+    require(save(effect) == second);
+    return 0;
+}

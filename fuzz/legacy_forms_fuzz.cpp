@@ -43,7 +43,7 @@ void requireStoreOfToday(char* data, long size)
     char* chunk = nullptr;
     const long length = store.getChunk("PPDATA", &chunk);
     require(length > 0, "a result has parameters");
-    Orbel::CPropertyManager parameters;
+    static Orbel::CPropertyManager parameters; // making it takes longer than all the rest
     for (const Orbel::ParameterPropertySetup& row : DKS::ps_plain)
         parameters.CreateProperty(&row);
     parameters.setChunkWithLoadSuffix(chunk, size_t(length), -1);
@@ -64,10 +64,8 @@ void convert(const std::string& bytes)
 {
     if (!OLDPRESET::isOldPresetOrBank(bytes.data(), long(bytes.size())))
         return;
-    const std::string before = bytes;
     CPresetConverter_V2 converter;
     converter.setDataChunk(bytes.data(), long(bytes.size()));
-    require(bytes == before, "the data stays as it was");
     require(converter.getNumPresets() <= mostPresetsOf(bytes), "no more presets than there is data for");
     for (int i = 0; i < converter.getNumPresets(); ++i)
     {

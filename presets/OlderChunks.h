@@ -9,6 +9,8 @@
 
 namespace OLDPRESET
 {
+using std::string_view_literals::operator""sv;
+
 constexpr std::uint32_t kFirstVersion = 8192; // below it there are no records, or no key block
 
 // One value of one parameter.
@@ -24,7 +26,7 @@ constexpr size_t size = 60; // at least
 // One preset.
 namespace chunk
 {
-constexpr std::string_view id("QDTDKSCNK", 10); // its end included
+constexpr std::string_view id = "QDTDKSCNK\0"sv; // as a text with its end
 constexpr size_t headerSize = 12;
 constexpr size_t version = 16;
 constexpr size_t keyBlock = 20; // its first word is 0: the records are plain
@@ -39,7 +41,7 @@ constexpr size_t records = 604;
 // A bank, and each of its entries.
 namespace bank
 {
-constexpr std::string_view id("QDTDKSBNK", 10);
+constexpr std::string_view id = "QDTDKSBNK\0"sv;
 constexpr size_t stride = 16; // bytes from entry to entry
 constexpr size_t version = 20;
 constexpr size_t keyBlock = 24;

@@ -53,7 +53,7 @@ Example:
 struct ShowOptions
 {
     std::string file;
-    std::string taken; // empty: as such a file usually is
+    std::optional<PresetType> taken; // else as such a file usually is
     bool json = false;
 };
 
@@ -142,9 +142,7 @@ void warnOfDamage(const PresetFile& file, const std::string& path)
 void show(const ShowOptions& options)
 {
     const PresetFile file = readPresetFile(options.file);
-    PresetType taken = file.type;
-    if (!options.taken.empty())
-        taken = options.taken == "preset" ? PresetType::preset : PresetType::state;
+    const PresetType taken = options.taken.value_or(file.type);
     warnOfDamage(file, options.file);
     if (options.json)
         std::printf("%s\n", jsonOf(file, taken).dump(-1, ' ', true, Json::error_handler_t::replace).c_str());
@@ -206,8 +204,15 @@ void addShow(CLI::App& preset)
     CLI::App* const command = preset.add_subcommand("show", "Show what a file of presets holds");
     const auto options = std::make_shared<ShowOptions>();
     command->add_option("FILE", options->file, "What to show")->required();
-    command->add_option("--as", options->taken, "Take the system settings from it (state) or not (preset)")
-        ->check(CLI::IsMember({"preset", "state"}))
+    const auto take = [options](const std::string& word)
+    {
+        if (word != "preset" && word != "state")
+            throw ToolError("--as takes preset or state, not " + inQuotes(word));
+        options->taken = word == "preset" ? PresetType::preset : PresetType::state;
+    };
+    command
+        ->add_option_function<std::string>("--as", take,
+                                           "Take the system settings from it (state) or not (preset)")
         ->type_name("preset|state");
     command->add_flag("--json", options->json, "Print one JSON object");
     command->footer(std::string(forms) +

@@ -2,6 +2,7 @@
 
 #include "Sonvex/FileNames.h"
 #include "presets/PresetNames.h"
+#include "tools/Interruption.h"
 #include "tools/OutputFile.h"
 #include "tools/PresetEffect.h"
 #include "tools/Text.h"
@@ -104,6 +105,7 @@ int convertSeveral(const PresetFile& file, const std::string& output, bool force
     {
         if (file.presets[i].chunk.empty())
             continue;
+        stopIfInterrupted();
         PresetEffect effect;
         effect.load(file, i, file.type);
         const fs::path path = fs::path(output) / fileName(int(i) + 1, effect.content().name);

@@ -16,6 +16,8 @@ namespace lodex
 {
 namespace
 {
+using namespace std::literals;
+
 // Offsets.
 namespace store
 {
@@ -52,11 +54,6 @@ constexpr TaggedForm taggedForms[] = {
 
 constexpr const char* chunkNames[] = {"SINGLEPRESET",    "PPDATA",     "SystemData",
                                       "ENV_TIME_ADJUST", "PresetName", "TEMPO"};
-
-std::string cutOff(std::uint64_t there, std::uint64_t declared)
-{
-    return "it is cut off at byte " + std::to_string(there) + " of " + std::to_string(declared);
-}
 
 std::string_view chunkOf(const Orbel::CPresetStore& store, const char* name)
 {
@@ -110,7 +107,7 @@ private:
 std::uint64_t unpackedSize(std::string_view chunk)
 {
     constexpr size_t rawSize = 36;
-    const size_t start = chunk.find(std::string_view("ppCh", 5));
+    const size_t start = chunk.find("ppCh\0"sv);
     if (start == chunk.npos || chunk.size() - start < rawSize + 4)
         return 0;
     return Core::readLittle32(chunk.data() + start + rawSize);
@@ -148,6 +145,11 @@ std::string firstOf(std::initializer_list<std::string> problems)
             return each;
     return {};
 }
+}
+
+std::string cutOff(std::uint64_t there, std::uint64_t declared)
+{
+    return "it is cut off at byte " + std::to_string(there) + " of " + std::to_string(declared);
 }
 
 bool UnpackingAllowance::take(std::uint64_t bytes)

@@ -30,6 +30,9 @@ private:
     std::uint64_t left = 16u << 20; // bytes: thousands of presets
 };
 
+// The words for data of which not all bytes are there.
+std::string cutOff(std::uint64_t there, std::uint64_t declared);
+
 // Why a store of that id won't be taken, by its header; empty if it will.
 std::string problemOfStore(std::string_view store, const char* id, UnpackingAllowance& allowance);
 

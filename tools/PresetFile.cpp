@@ -9,8 +9,8 @@
 #include "tools/ToolError.h"
 
 #include <algorithm>
+#include <climits>
 #include <cstdlib>
-#include <cstring>
 
 namespace lodex
 {
@@ -37,11 +37,6 @@ constexpr size_t magicOffset = 8;
 constexpr size_t idOffset = 16;
 constexpr std::string_view pluginID = "QDKC";
 constexpr size_t streamHeader = 8; // of a VST 3 state: size and program, little-endian
-
-std::string cutOff(size_t there, std::uint64_t declared)
-{
-    return "it is cut off at byte " + std::to_string(there) + " of " + std::to_string(declared);
-}
 
 // The id with its end.
 bool beginsWith(std::string_view bytes, std::string_view id)
@@ -195,7 +190,8 @@ void readBank(PresetFile& file, std::string bytes)
     bytes = {};
 
     file.isBank = true;
-    file.current = std::atoi(bank.getString("CurrentPreset").c_str());
+    const long current = std::strtol(bank.getString("CurrentPreset").c_str(), nullptr, 10);
+    file.current = int(std::clamp<long>(current, INT_MIN, INT_MAX));
     char* settings = nullptr;
     const long size = bank.getChunk("SystemData", &settings);
     file.systemSettings.assign(settings ? settings : "", size_t(size));

@@ -123,7 +123,8 @@ Saving saveUntilKilled(const std::string& path, const std::string& content, int 
         _exit(file::saveBufferToFile(path.c_str(), content.data(), content.size()) == 0 ? 0 : 1);
     }
     int status = 0;
-    waitpid(child, &status, 0);
+    if (child < 0 || waitpid(child, &status, 0) != child)
+        return Saving::notTraced;
     for (; count > 0 && WIFSTOPPED(status); --count)
     {
         ptrace(PTRACE_SYSCALL, child, nullptr, nullptr);
@@ -173,11 +174,12 @@ TEST(File, ASaveRemovesNothingButWhatAKilledOneLeft)
                                   ".save-1-x", ".save-x-1", ".save-1-1.dks", "save-1-1"};
     for (const std::string& name : kept)
         folder.put(name, "mine");
+    mkfifo((folder / ".save-1-2").c_str(), 0600);
     std::filesystem::create_directory(folder / ".save-1-3");
     std::filesystem::create_symlink("save-1-1", folder / ".save-1-4");
     folder.put(".save-1-1", "left behind");
     folder.put(".save-98765432109876543210-0", "left behind");
-    kept.insert({".save-1-3", ".save-1-4", "preset"});
+    kept.insert({".save-1-2", ".save-1-3", ".save-1-4", "preset"});
     kept.insert(ofRunning.begin(), ofRunning.end());
     EXPECT_EQ(file::saveBufferToFile((folder / "preset").c_str(), "x", 1), 0);
     EXPECT_EQ(folder.names(), kept);

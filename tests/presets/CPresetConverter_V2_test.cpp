@@ -321,14 +321,16 @@ TEST(CPresetConverter_V2, TakesOfATaggedBankTheEntriesThatAreWhole)
     {
         SCOPED_TRACE(each.what);
         const auto presets = convert(each.bytes);
-        std::vector<float> strengths;
-        for (const Preset& preset : presets)
-            strengths.push_back(preset.values.at("STRENGTH"));
+        std::vector<float> strengths(presets.size());
+        std::transform(presets.begin(), presets.end(), strengths.begin(),
+                       [](const Preset& preset) { return preset.values.at("STRENGTH"); });
         EXPECT_EQ(strengths, each.strengths);
         EXPECT_EQ(presets.empty() ? "" : presets.back().name, each.lastName);
+        EXPECT_EQ(presets.empty() ? 440.0f : presets.back().values.at("EQ1FREQ"), 440.0f)
+            << "not its default";
     }
     CPresetConverter_V2 converter;
-    const std::string huge = bank(padded("", 68 * 5000), 5000, 68);
+    const std::string huge = bank(padded("", 340000), 5000, 68);
     converter.setDataChunk(huge.data(), long(huge.size()));
     EXPECT_EQ(converter.getNumPresets(), OLDPRESET::kMostPresets);
 }

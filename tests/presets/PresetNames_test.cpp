@@ -51,6 +51,7 @@ TEST(PresetNames, SortsByTheUpperCaseOfEachCharacter)
                             "\xC3\xB6",
                             "\xE2\x82\xAC",
                             "\xF0\x9F\x8E\xB5",
+                            "\x80\x80",
                             "\xC3",
                             "\xF0\x9F"};
     for (size_t i = 0; i < std::size(sorted); ++i)

@@ -3,6 +3,8 @@
 #include "CORE/ForeignData.h"
 
 #include <algorithm>
+#include <limits>
+#include <mutex>
 #include <zlib.h>
 
 namespace Orbel
@@ -23,6 +25,38 @@ Bytef* bytesOf(std::string& data)
     return reinterpret_cast<Bytef*>(data.data());
 }
 
+// What deflate works in, a quarter of a megabyte: to get it from the system and to give it back took longer
+// than to pack a state, so that all instances share one and keep it.
+class Deflater
+{
+public:
+    Deflater() { usable = deflateInit(&stream, Z_BEST_COMPRESSION) == Z_OK; }
+    ~Deflater() { deflateEnd(&stream); }
+    Deflater(const Deflater&) = delete;
+    Deflater& operator=(const Deflater&) = delete;
+
+    // Into out, whose size is the room; then its size is that of the stream. False if it did not fit.
+    bool pack(std::string_view data, std::string& out)
+    {
+        constexpr size_t most = std::numeric_limits<uInt>::max();
+        const std::lock_guard lock(mutex);
+        if (!usable || data.size() > most || deflateReset(&stream) != Z_OK)
+            return false;
+        stream.next_in = const_cast<Bytef*>(bytesOf(data)); // which it only reads
+        stream.avail_in = uInt(data.size());
+        stream.next_out = bytesOf(out);
+        stream.avail_out = uInt(std::min(out.size(), most));
+        const bool whole = deflate(&stream, Z_FINISH) == Z_STREAM_END;
+        out.resize(whole ? stream.total_out : 0);
+        return whole;
+    }
+
+private:
+    std::mutex mutex;
+    z_stream stream{};
+    bool usable = false;
+};
+
 void reverseWindow(std::span<char> data, size_t at)
 {
     std::reverse(data.begin() + long(at), data.begin() + long(at + foldWindow));
@@ -31,11 +65,10 @@ void reverseWindow(std::span<char> data, size_t at)
 
 std::optional<std::string> pack(std::string_view data, std::uint64_t room)
 {
+    static Deflater deflater;
     std::string out(room, '\0');
-    uLongf length = room;
-    if (compress2(bytesOf(out), &length, bytesOf(data), data.size(), Z_BEST_COMPRESSION) != Z_OK)
+    if (!deflater.pack(data, out))
         return {};
-    out.resize(length);
     return out;
 }
 

@@ -15,7 +15,8 @@ EffectEngine::EffectEngine()
 {
     for (int id = 0; Orbel::ParameterProperty* property = effect->getParameterPropertyByID(id); ++id)
     {
-        infos.push_back({property->getID(), property->getMin(), property->getMax()});
+        infos.push_back(
+            {property->getID(), property->getMin(), property->getMax(), property->getAutomationIndex()});
         properties.push_back(property);
     }
 }
@@ -54,8 +55,19 @@ void EffectEngine::reset()
 
 void EffectEngine::queueSet(ParameterValue value, int offset)
 {
-    Orbel::ParameterProperty* const property = properties[size_t(value.parameter)];
-    effect->addSyncParameterSetEvent(property, float(property->normalize(value.value)), offset);
+    effect->addSyncParameterSetEvent(properties[size_t(value.parameter)], normalize(value), offset);
+}
+
+float EffectEngine::normalize(ParameterValue value) const
+{
+    return float(properties[size_t(value.parameter)]->normalize(value.value));
+}
+
+std::string EffectEngine::state()
+{
+    char* chunk = nullptr;
+    const long size = product.getDataChunk(&chunk);
+    return {chunk, size_t(size)};
 }
 
 static Orbel::CHostTimeInfo hostTime(const RenderBlock& block, double rate)

@@ -29,6 +29,11 @@ public:
     void queueSet(ParameterValue value, int offset) override;
     void process(RenderBlock& block) override;
 
+    // The effect's state, as a host's project keeps it.
+    std::string state();
+    // The value between 0 and 1, as hosts see it.
+    float normalize(ParameterValue value) const;
+
 private:
     std::unique_ptr<Orbel::OrbelOS> effect;
     CQDT_DKS_Single& product; // the same effect, with what it has beyond the contract

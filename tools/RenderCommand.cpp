@@ -38,6 +38,10 @@ An events file has one event a line, sorted by SAMPLE, and comments behind #:
   at SAMPLE tempo BPM          at SAMPLE ppq POSITION
 A set takes effect at its sample. All others end the block before it and begin a new one. Of several
 sets of one parameter within a block only the last counts, as in a host.
+
+The engine vst3 goes through the built plug-in, as a host does: there is no gain record, and events set only
+what hosts can automate and not the time base. It takes the bundle of its own build or installation, else the
+user's, or the one that LODEX_VST3 names.
 )";
 
 // A file that a render writes besides OUT, if it is asked to.
@@ -158,12 +162,20 @@ private:
 };
 }
 
+static void requireGain(const RenderEngine& engine, const RenderOptions& options)
+{
+    if (!engine.recordsGain() && !(options.gainFile.empty() && options.plotFile.empty()))
+        throw ToolError("the engine " + inQuotes(options.engine) +
+                        " has no gain record: --gain and --plot need the engine \"effect\"");
+}
+
 void render(const RenderOptions& options)
 {
     requireDifferentFiles(options);
     const auto preset = readStartPreset(options.presetFile);
     AudioReader input(options.input);
     const auto engine = prepareEngine(options, preset, input.rate());
+    requireGain(*engine, options);
     std::vector<Event> events;
     if (!options.eventsFile.empty())
         events = readEventsFile(options.eventsFile, engine->parameters());
@@ -179,15 +191,16 @@ void render(const RenderOptions& options)
                      {
                          stopIfInterrupted();
                          outputs.add(block);
-                         summary.add(block.gainRecord, block.frames);
+                         if (engine->recordsGain())
+                             summary.add(block.gainRecord, block.frames);
                          frames += block.frames;
                          progress.show(frames);
                      });
     }
     outputs.finish();
-    std::printf("%s: %s s at %d Hz, %s\n", printable(options.output).c_str(),
-                Core::formatFixed(double(frames) / input.rate(), 2).c_str(), input.rate(),
-                summary.text().c_str());
+    const std::string ducks = engine->recordsGain() ? ", " + summary.text() : "";
+    std::printf("%s: %s s at %d Hz%s\n", printable(options.output).c_str(),
+                Core::formatFixed(double(frames) / input.rate(), 2).c_str(), input.rate(), ducks.c_str());
 }
 
 void addRenderCommand(CLI::App& app)

@@ -3,6 +3,7 @@
 #include "tools/EffectEngine.h"
 #include "tools/Text.h"
 #include "tools/ToolError.h"
+#include "tools/VST3Engine.h"
 
 #include <algorithm>
 
@@ -18,6 +19,7 @@ struct EngineKind
 
 constexpr EngineKind engineKinds[] = {
     {"effect", [] { return std::unique_ptr<RenderEngine>(std::make_unique<EffectEngine>()); }},
+    {"vst3", [] { return std::unique_ptr<RenderEngine>(std::make_unique<VST3Engine>()); }},
 };
 }
 

@@ -18,6 +18,7 @@ struct ParameterInfo
     std::string id; // the id text, as "ATTACKTIME"
     float minimum;  // in the parameter's own unit, as all values here
     float maximum;
+    long automationIndex; // by which hosts automate it; -1 where they can't
 };
 
 // A value for the parameter at an index of RenderEngine::parameters().
@@ -35,7 +36,7 @@ struct RenderBlock
     Transport transport;         // at the block's first frame
     float* input[2] = {};        // left, right
     float* output[2] = {};       // filled by the engine
-    float* gainRecord = nullptr; // filled by the engine: see gainFromRecord
+    float* gainRecord = nullptr; // filled by an engine that records it: see gainFromRecord
 };
 
 // The record counts from -1, where nothing is ducked or bypass is on, to 1, where all is.
@@ -50,10 +51,13 @@ public:
     virtual ~RenderEngine() = default;
 
     virtual const std::vector<ParameterInfo>& parameters() const = 0;
+    // Whether process fills the gain record.
+    virtual bool recordsGain() const { return true; }
 
     // Rate in hertz; no block will be longer than largestBlock frames.
     virtual void prepare(int rate, int largestBlock) = 0;
-    // The trigger interval in beats. Between blocks.
+    // The trigger interval in beats. Between blocks. An engine that can't once it runs throws a ToolError,
+    // and so does queueSet for what it can't automate.
     virtual void setTimeBase(float beats) = 0;
     virtual void set(ParameterValue value) = 0;
     // A chunk that the effect takes; it sets the time base, too. Between blocks.

@@ -72,6 +72,7 @@ void addRenderOptions(CLI::App& command, RenderOptions& o)
     parsed("--block", takeBlocks, "N[,N...]", "Block size in frames, or several in turn (512)");
     text("--gain", o.gainFile, "FILE", "Write the gain record: mono WAV, -1 not ducked to 1 all ducked");
     text("--plot", o.plotFile, "FILE.png", "Write a picture of input, output and gain");
-    text("--engine", o.engine, "NAME", "What renders: effect, the effect in this process (effect)");
+    text("--engine", o.engine, "NAME",
+         "What renders: effect, in this process, or vst3, the built plug-in (effect)");
 }
 }

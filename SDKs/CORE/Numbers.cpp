@@ -7,10 +7,19 @@
 
 namespace Core
 {
-double parseDouble(const char* text)
+std::optional<double> findNumber(const char* text)
 {
     static const locale_t plain = newlocale(LC_ALL_MASK, "C", nullptr);
-    return text ? strtod_l(text, nullptr, plain) : 0.0;
+    if (!text)
+        return {};
+    char* end = nullptr;
+    const double number = strtod_l(text, &end, plain);
+    return end == text ? std::optional<double>() : number;
+}
+
+double parseDouble(const char* text)
+{
+    return findNumber(text).value_or(0.0);
 }
 
 std::string formatFixed(double value, int decimals)

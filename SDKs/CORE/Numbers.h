@@ -2,12 +2,15 @@
 // is printed nor the one that is read.
 #pragma once
 
+#include <optional>
 #include <string>
 
 namespace Core
 {
 // The number at the start of text, as atof reads it in the "C" locale (blanks, sign, decimal or
-// hexadecimal digits, exponent, "inf", "nan"); 0 if there is none. Null gives 0.
+// hexadecimal digits, exponent, "inf", "nan"), if there is one. Null holds none.
+std::optional<double> findNumber(const char* text);
+// The same, and 0 if there is none.
 double parseDouble(const char* text);
 
 // value with the given count of decimals (at most 200), as "%.<decimals>f" prints it in the "C" locale.

@@ -132,6 +132,9 @@ public:
     void syncSetParameters(int& frames);
     void clearSyncSetEvents();
 
+    // [window thread] Null where the effect has none; it stays the effect's.
+    IEditor* getEditor() const { return editor.get(); }
+
 protected:
     OrbelCallback* getCallback() const { return callback; }
 

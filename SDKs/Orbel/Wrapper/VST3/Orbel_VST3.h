@@ -1,0 +1,181 @@
+// An effect as a VST 3 plug-in: processor and controller in one object, over the contract OrbelOS.
+//
+// It translates and does nothing else. The effect works on the host's own channel pointers; parameters
+// reach it on the audio thread, as timed events inside process, and never from the controller's side: a
+// host's setParamNormalized only changes the program. The audio is the effect's alone, and so is all
+// state, of which a host's stream is the bytes behind two words.
+//
+// Made by VST3Factory; then initialize, setupProcessing, setActive, process, terminate, as often as the
+// host likes. terminate destroys the effect and initialize makes another one.
+//
+// Threads: process on the audio thread: in the steady state it allocates nothing and takes no lock.
+// setupProcessing and setActive come while audio stands. All the rest is the window thread's.
+#pragma once
+
+#include "CORE/Relaxed.h"
+#include "Orbel/AudioStereoBus.h"
+#include "Orbel/OrbelFactory.h"
+#include "Orbel/ParameterProperty.h"
+#include "hostsdk_vst3/SingleComponentEffect.h"
+#include "pluginterfaces/vst/ivstmidicontrollers.h"
+#include "pluginterfaces/vst/ivstparameterchanges.h"
+#include "pluginterfaces/vst/ivstunits.h"
+
+#include <memory>
+#include <vector>
+
+namespace Orbel
+{
+class OrbelVST3Parameter;
+class Orbel_VST3_EditorView;
+
+class Orbel_VST3 : public Steinberg::Vst::SingleComponentEffect,
+                   public Steinberg::Vst::IUnitInfo,
+                   public Steinberg::Vst::IProgramListData,
+                   public Steinberg::Vst::IMidiMapping,
+                   public OrbelCallback
+{
+public:
+    using FIDString = Steinberg::FIDString;
+    using FUnknown = Steinberg::FUnknown;
+    using IBStream = Steinberg::IBStream;
+    using IPlugView = Steinberg::IPlugView;
+    using TBool = Steinberg::TBool;
+    using TUID = Steinberg::TUID;
+    using int16 = Steinberg::int16;
+    using int32 = Steinberg::int32;
+    using tresult = Steinberg::tresult;
+    using uint32 = Steinberg::uint32;
+    using BusDirection = Steinberg::Vst::BusDirection;
+    using CtrlNumber = Steinberg::Vst::CtrlNumber;
+    using MediaType = Steinberg::Vst::MediaType;
+    using ParamID = Steinberg::Vst::ParamID;
+    using ParamValue = Steinberg::Vst::ParamValue;
+    using ProgramListID = Steinberg::Vst::ProgramListID;
+    using String128 = Steinberg::Vst::String128;
+    using TChar = Steinberg::Vst::TChar;
+    using UnitID = Steinberg::Vst::UnitID;
+
+    static constexpr ParamID kProgramList = 'P' << 24 | 'l' << 16 | 's' << 8 | 't'; // list and parameter
+    static constexpr ParamID kOwnBypass = 'M' << 24 | 'B' << 16 | 'y' << 8 | 'p';
+
+    // Makes the effect that the description names.
+    explicit Orbel_VST3(const OrbelFX_Description& description);
+    ~Orbel_VST3() override;
+
+    tresult PLUGIN_API queryInterface(const TUID interfaceID, void** object) override;
+    REFCOUNT_METHODS(SingleComponentEffect)
+
+    // Component and controller
+    tresult PLUGIN_API initialize(FUnknown* context) override;
+    tresult PLUGIN_API terminate() override;
+    tresult PLUGIN_API setActive(TBool state) override;
+    // A stream is two 32-bit words, the size and the program, and so many bytes of the effect's state. One
+    // that ends early changes nothing but the program.
+    tresult PLUGIN_API setState(IBStream* stream) override;
+    tresult PLUGIN_API getState(IBStream* stream) override;
+    tresult PLUGIN_API setComponentState(IBStream* stream) override { return setState(stream); }
+    ParamValue PLUGIN_API getParamNormalized(ParamID id) override;
+    tresult PLUGIN_API setParamNormalized(ParamID id, ParamValue position) override;
+    // Null as long as the effect has no editor.
+    IPlugView* PLUGIN_API createView(FIDString name) override;
+
+    // Processor
+    uint32 PLUGIN_API getLatencySamples() override { return uint32(latencySamples.load()); }
+    // 64-bit samples, and sizes that no host means, are refused, and nothing changes.
+    tresult PLUGIN_API setupProcessing(Steinberg::Vst::ProcessSetup& setup) override;
+    tresult PLUGIN_API process(Steinberg::Vst::ProcessData& data) override;
+    // So long that no host cuts a release.
+    uint32 PLUGIN_API getTailSamples() override { return 576000000; }
+
+    // IUnitInfo: one unit, and the programs that the description counts.
+    int32 PLUGIN_API getUnitCount() override { return int32(units.size()); }
+    tresult PLUGIN_API getUnitInfo(int32 index, Steinberg::Vst::UnitInfo& info) override;
+    int32 PLUGIN_API getProgramListCount() override { return hasPrograms() ? 1 : 0; }
+    tresult PLUGIN_API getProgramListInfo(int32 index, Steinberg::Vst::ProgramListInfo& info) override;
+    tresult PLUGIN_API getProgramName(ProgramListID list, int32 index, String128 name) override;
+    tresult PLUGIN_API getProgramInfo(ProgramListID list, int32 index, FIDString attribute,
+                                      String128 value) override;
+    tresult PLUGIN_API hasProgramPitchNames(ProgramListID, int32) override { return Steinberg::kResultFalse; }
+    tresult PLUGIN_API getProgramPitchName(ProgramListID, int32, int16, String128) override
+    {
+        return Steinberg::kResultFalse;
+    }
+    UnitID PLUGIN_API getSelectedUnit() override { return selectedUnit; }
+    tresult PLUGIN_API selectUnit(UnitID unit) override;
+    tresult PLUGIN_API getUnitByBus(MediaType, BusDirection, int32, int32, UnitID&) override
+    {
+        return Steinberg::kResultFalse;
+    }
+    tresult PLUGIN_API setUnitProgramData(int32, int32, IBStream*) override
+    {
+        return Steinberg::kResultFalse;
+    }
+
+    // IProgramListData: declared, and never moved this way.
+    tresult PLUGIN_API programDataSupported(ProgramListID) override { return Steinberg::kResultOk; }
+    tresult PLUGIN_API getProgramData(ProgramListID, int32, IBStream*) override
+    {
+        return Steinberg::kResultFalse;
+    }
+    tresult PLUGIN_API setProgramData(ProgramListID, int32, IBStream*) override
+    {
+        return Steinberg::kResultFalse;
+    }
+
+    // IMidiMapping: each controller of each channel is a hidden parameter, where the effect takes MIDI.
+    tresult PLUGIN_API getMidiControllerAssignment(int32 bus, int16 channel, CtrlNumber controller,
+                                                   ParamID& id) override;
+
+    // OrbelCallback: what the effect asks of its host. Indices are positions in the parameter list.
+    bool CB_updateHostDisplay() override;
+    bool CB_ioChanged() override;
+    bool CB_setOutputLatency(int samples) override;
+    bool CB_beginEdit(int index) override;
+    bool CB_endEdit(int index) override;
+    void CB_performEdit(int index, float position) override;
+    float CB_getHostTempo() override { return currentTempo; }
+    int CB_getHostedPluginType() const override { return 2; }
+    void CB_parameterInfoChanged(const char*) override;
+
+    // A view says that it is gone.
+    void forgetView(Orbel_VST3_EditorView* view);
+
+private:
+    static constexpr int controllersPerChannel = 130; // 128, pressure and pitch bend
+    static constexpr int midiChannels = 16;
+    static constexpr ParamID firstController = 'C' << 24 | '0' << 16 | '0' << 8 | '0';
+
+    bool hasPrograms() const { return description.numPrograms > 1; }
+    bool takesMidi() const { return description.type != OrbelFX_Description::effect; }
+    void addBuses();
+    void addParameters();
+    void addControllerParameters();
+    OrbelVST3Parameter* findParameter(ParamID id) const;
+    OrbelVST3Parameter* parameterAt(int index) const;
+    bool restart(int32 flags);
+
+    void takeParameterChanges(Steinberg::Vst::IParameterChanges& changes);
+    void takeParameterChange(ParamID id, int32 sampleOffset, ParamValue position);
+    void takeController(ParamID id, int32 sampleOffset, ParamValue position);
+    void takeEvents(Steinberg::Vst::IEventList& events);
+    void processMidi();
+    void landParameterChanges();
+    void processAudio(Steinberg::Vst::ProcessData& data);
+
+    const OrbelFX_Description description;
+    std::vector<Orbel_VST3_EditorView*> views;
+    std::vector<Steinberg::Vst::UnitInfo> units;
+    UnitID selectedUnit = 0;
+    ParameterProperty programProperty; // a host's program change, outside the effect's parameters
+    ParamID bypassParameterId = kOwnBypass;
+    std::vector<OrbelMidiEvent> pendingMidi; // of the block that is processed
+    AudioStereoBus silenceBus; // left stands in for inputs that the host lacks, right takes such outputs
+
+    Core::Relaxed<long> latencySamples = 0;
+    Core::Relaxed<float> currentTempo = 10.0f; // written by the audio thread
+
+    // The last member: it calls back from its constructor on. Null after terminate.
+    std::unique_ptr<OrbelOS> effect;
+};
+}

@@ -1,0 +1,41 @@
+// The effect's editor in a window of a VST 3 host: made by Orbel_VST3::createView, owned by the host.
+//
+// It keeps the adapter alive. If the adapter is terminated first, the view stays and shows nothing more.
+// [window thread]
+#pragma once
+
+#include "public.sdk/source/common/pluginview.h"
+
+namespace Orbel
+{
+class IEditor;
+class Orbel_VST3;
+
+class Orbel_VST3_EditorView : public Steinberg::CPluginView
+{
+public:
+    Orbel_VST3_EditorView(Orbel_VST3& adapter, IEditor& shown);
+    ~Orbel_VST3_EditorView() override;
+
+    Steinberg::tresult PLUGIN_API isPlatformTypeSupported(Steinberg::FIDString type) override;
+    // kResultFalse, and nothing is attached, where the editor cannot open in that window.
+    Steinberg::tresult PLUGIN_API attached(void* parent, Steinberg::FIDString type) override;
+    Steinberg::tresult PLUGIN_API removed() override;
+    // kResultTrue where the editor took it. Without an open window nothing does.
+    Steinberg::tresult PLUGIN_API onWheel(float distance) override;
+    Steinberg::tresult PLUGIN_API onKeyDown(Steinberg::char16 key, Steinberg::int16 keyCode,
+                                            Steinberg::int16 modifiers) override;
+    Steinberg::tresult PLUGIN_API onKeyUp(Steinberg::char16 key, Steinberg::int16 keyCode,
+                                          Steinberg::int16 modifiers) override;
+
+    // The editor goes: closes it if it is open.
+    void forgetEditor();
+
+private:
+    void close();
+
+    Steinberg::IPtr<Orbel_VST3> owner;
+    IEditor* editor;          // the effect's; null once it is gone
+    IEditor* frame = nullptr; // the same while it is open
+};
+}

@@ -1,0 +1,14 @@
+// The bundle's classes as a VST 3 host finds them: one for each entry of the plug-in list.
+#pragma once
+
+namespace Steinberg
+{
+class IPluginFactory;
+}
+
+namespace Orbel
+{
+// The one factory of the process, with a reference for the caller. It is made when somebody first asks, and
+// again after the last reference is gone. [window thread]
+Steinberg::IPluginFactory* getVST3Factory();
+}

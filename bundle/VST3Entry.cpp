@@ -1,0 +1,39 @@
+// What a VST 3 host looks up in the bundle's object.
+#include "hostsdk_vst3/ModuleEntry.h"
+#include "pluginterfaces/base/ipluginbase.h"
+#include "wrapper_vst3/VST3Factory.h"
+
+#define EXPORTED extern "C" __attribute__((visibility("default")))
+
+EXPORTED Steinberg::IPluginFactory* GetPluginFactory()
+{
+    return Orbel::getVST3Factory();
+}
+
+#if defined(__APPLE__)
+#include <CoreFoundation/CoreFoundation.h>
+
+EXPORTED bool bundleEntry(CFBundleRef bundle)
+{
+    return bundle && Steinberg::enterModule(const_cast<void*>(CFRetain(bundle)));
+}
+
+EXPORTED bool bundleExit()
+{
+    const CFTypeRef bundle = Steinberg::getModuleHandle();
+    if (!Steinberg::leaveModule())
+        return false;
+    CFRelease(bundle);
+    return true;
+}
+#else
+EXPORTED bool ModuleEntry(void* sharedObject)
+{
+    return Steinberg::enterModule(sharedObject);
+}
+
+EXPORTED bool ModuleExit()
+{
+    return Steinberg::leaveModule();
+}
+#endif

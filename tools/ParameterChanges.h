@@ -1,0 +1,64 @@
+// The parameter changes of one block, as a VST 3 host hands them over. It has room for a block's worth, and
+// is cleared and filled again. [audio thread]
+#pragma once
+
+#include "pluginterfaces/base/funknown.h"
+#include "pluginterfaces/vst/ivstparameterchanges.h"
+
+#include <vector>
+
+namespace lodex
+{
+// Objects of the host that a plug-in only borrows: they are not counted.
+template <typename Interface>
+class Borrowed : public Interface
+{
+public:
+    Steinberg::tresult PLUGIN_API queryInterface(const Steinberg::TUID, void** object) override
+    {
+        *object = nullptr;
+        return Steinberg::kNoInterface;
+    }
+    Steinberg::uint32 PLUGIN_API addRef() override { return 1; }
+    Steinberg::uint32 PLUGIN_API release() override { return 1; }
+};
+
+class ParameterQueue : public Borrowed<Steinberg::Vst::IParamValueQueue>
+{
+public:
+    explicit ParameterQueue(Steinberg::Vst::ParamID parameter) : id(parameter) {}
+
+    Steinberg::Vst::ParamID PLUGIN_API getParameterId() override { return id; }
+    Steinberg::int32 PLUGIN_API getPointCount() override { return Steinberg::int32(points.size()); }
+    Steinberg::tresult PLUGIN_API getPoint(Steinberg::int32 index, Steinberg::int32& sampleOffset,
+                                           Steinberg::Vst::ParamValue& value) override;
+    Steinberg::tresult PLUGIN_API addPoint(Steinberg::int32 sampleOffset, Steinberg::Vst::ParamValue value,
+                                           Steinberg::int32& index) override;
+
+private:
+    struct Point
+    {
+        Steinberg::int32 sampleOffset;
+        Steinberg::Vst::ParamValue value;
+    };
+
+    Steinberg::Vst::ParamID id;
+    std::vector<Point> points;
+};
+
+class ParameterChanges : public Borrowed<Steinberg::Vst::IParameterChanges>
+{
+public:
+    // Values are normalised.
+    void add(Steinberg::Vst::ParamID id, Steinberg::int32 sampleOffset, double value);
+    void clear() { queues.clear(); }
+
+    Steinberg::int32 PLUGIN_API getParameterCount() override { return Steinberg::int32(queues.size()); }
+    Steinberg::Vst::IParamValueQueue* PLUGIN_API getParameterData(Steinberg::int32 index) override;
+    Steinberg::Vst::IParamValueQueue* PLUGIN_API addParameterData(const Steinberg::Vst::ParamID& id,
+                                                                  Steinberg::int32& index) override;
+
+private:
+    std::vector<ParameterQueue> queues;
+};
+}

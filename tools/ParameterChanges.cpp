@@ -5,6 +5,12 @@ namespace lodex
 using namespace Steinberg;
 using namespace Steinberg::Vst;
 
+void ParameterQueue::start(ParamID parameter)
+{
+    id = parameter;
+    points.clear();
+}
+
 tresult PLUGIN_API ParameterQueue::getPoint(int32 index, int32& sampleOffset, ParamValue& value)
 {
     if (index < 0 || index >= getPointCount())
@@ -37,6 +43,9 @@ IParamValueQueue* PLUGIN_API ParameterChanges::addParameterData(const ParamID& i
     for (index = 0; index < getParameterCount(); ++index)
         if (queues[size_t(index)].getParameterId() == id)
             return &queues[size_t(index)];
-    return &queues.emplace_back(id);
+    if (used == queues.size())
+        queues.emplace_back();
+    queues[used].start(id);
+    return &queues[used++];
 }
 }

@@ -1,5 +1,5 @@
-// The parameter changes of one block, as a VST 3 host hands them over. It has room for a block's worth, and
-// is cleared and filled again. [audio thread]
+// The parameter changes of one block, as a VST 3 host hands them over. It is cleared and filled again, and
+// keeps its memory. [audio thread]
 #pragma once
 
 #include "pluginterfaces/base/funknown.h"
@@ -26,7 +26,7 @@ public:
 class ParameterQueue : public Borrowed<Steinberg::Vst::IParamValueQueue>
 {
 public:
-    explicit ParameterQueue(Steinberg::Vst::ParamID parameter) : id(parameter) {}
+    void start(Steinberg::Vst::ParamID parameter);
 
     Steinberg::Vst::ParamID PLUGIN_API getParameterId() override { return id; }
     Steinberg::int32 PLUGIN_API getPointCount() override { return Steinberg::int32(points.size()); }
@@ -42,7 +42,7 @@ private:
         Steinberg::Vst::ParamValue value;
     };
 
-    Steinberg::Vst::ParamID id;
+    Steinberg::Vst::ParamID id = 0;
     std::vector<Point> points;
 };
 
@@ -51,14 +51,15 @@ class ParameterChanges : public Borrowed<Steinberg::Vst::IParameterChanges>
 public:
     // Values are normalised.
     void add(Steinberg::Vst::ParamID id, Steinberg::int32 sampleOffset, double value);
-    void clear() { queues.clear(); }
+    void clear() { used = 0; }
 
-    Steinberg::int32 PLUGIN_API getParameterCount() override { return Steinberg::int32(queues.size()); }
+    Steinberg::int32 PLUGIN_API getParameterCount() override { return Steinberg::int32(used); }
     Steinberg::Vst::IParamValueQueue* PLUGIN_API getParameterData(Steinberg::int32 index) override;
     Steinberg::Vst::IParamValueQueue* PLUGIN_API addParameterData(const Steinberg::Vst::ParamID& id,
                                                                   Steinberg::int32& index) override;
 
 private:
     std::vector<ParameterQueue> queues;
+    size_t used = 0; // of them
 };
 }

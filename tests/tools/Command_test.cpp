@@ -145,6 +145,27 @@ TEST_F(Command, TakesSetsInTheirOrder)
     EXPECT_TRUE(same("a.wav", "c.wav"));
 }
 
+TEST_F(Command, RendersTheSameThroughTheBuiltPlugIn)
+{
+    folder.put("all.txt", "at 0 set STRENGTH 0.9\nat 5000 tempo 90.5\nat 30011 set RELEASECURVE -2\n"
+                          "at 40000 play 0\nat 60000 play 1\nat 60000 ppq -0.3\nat 70000 set BYPASS 1\n");
+    const char* const cases[] = {"--bpm 97.3 --timebase 1/8T --block 512,1,64 --set STRENGTH=0.7 --set "
+                                 "ATTACKTIME=33.3 --set CLICKFILTER=1",
+                                 "--ppq 1e3 --link off --set HOLDTIME=90 --set TRIGGERSHIFT=0.25 --set "
+                                 "ATTACKCRUVE=-5 --set TIME_OFFSET=0.1",
+                                 "--events all.txt --block 256"};
+    for (const std::string options : cases)
+    {
+        SCOPED_TRACE(options);
+        EXPECT_EQ(lodex("render in.wav effect.wav " + options).code, 0);
+        const Result result = lodex("render in.wav vst3.wav --engine vst3 " + options);
+        EXPECT_EQ(result.err, "");
+        EXPECT_TRUE(same("effect.wav", "vst3.wav"));
+    }
+    EXPECT_THAT(shell("LODEX_VST3=/nowhere %lodex render in.wav out.wav --engine vst3").err,
+                StartsWith("lodex: cannot load /nowhere"));
+}
+
 TEST_F(Command, TakesMonoAndEmptyAndUnusualFiles)
 {
     putSound("mono.wav", 1, 8000, std::vector<float>(8000, 0.5f));
@@ -180,6 +201,8 @@ TEST_F(Command, SaysWhatIsWrongAndLeavesNothingBehind)
     putSound("three.wav", 3, rate, std::vector<float>(300));
     folder.put("noise.txt", "this is no sound");
     folder.put("bad.txt", "at 0 play 1\nat 5 tempo fast\n");
+    folder.put("link.txt", "at 9 set LINKTIMES 1\n");
+    folder.put("base.txt", "at 9 timebase 1/8\n");
     folder.put("former.wav", "as it was");
     folder.put("cut.flac", "fLaC");
     std::filesystem::create_directory(folder.path / "sub");
@@ -215,7 +238,10 @@ TEST_F(Command, SaysWhatIsWrongAndLeavesNothingBehind)
         {"render in.wav former.wav --events bad.txt", "bad.txt:2: tempo takes a number from 1 to 1000"},
         {"render in.wav out.wav --events nowhere.txt", "cannot read nowhere.txt: No such file"},
         {"render in.wav out.wav --events sub", "cannot read sub: Is a directory"},
-        {"render in.wav out.wav --engine vst3", "no engine \"vst3\"; this build has effect"},
+        {"render in.wav out.wav --engine au", "no engine \"au\"; this build has effect, vst3"},
+        {"render in.wav out.wav --engine vst3 --gain g.wav", "the engine \"vst3\" has no gain record"},
+        {"render in.wav out.wav --engine vst3 --events link.txt", "hosts can't automate LINKTIMES"},
+        {"render in.wav out.wav --engine vst3 --events base.txt", "can't change the time base on the way"},
         {"render in.wav", "OUT is required"},
         {"render in.wav out.wav --colour red", "--colour"},
         {"duck in.wav out.wav", "duck"},

@@ -8,7 +8,8 @@
 using namespace lodex;
 using testing::HasSubstr;
 
-static const std::vector<ParameterInfo> parameters = {{"STRENGTH", 0.0f, 1.0f}, {"ATTACKTIME", 0.0f, 300.0f}};
+static const std::vector<ParameterInfo> parameters = {{"STRENGTH", 0.0f, 1.0f, 6},
+                                                      {"ATTACKTIME", 0.0f, 300.0f, 1}};
 
 static std::vector<Event> parse(const std::string& text)
 {

@@ -19,7 +19,6 @@ using namespace Steinberg::Vst;
 
 namespace
 {
-constexpr long framesOfFirstSilence = 4096;
 // Of a block: four channels of it fill what foreign data may take at most.
 constexpr int32 mostFrames = int32(Core::kLargestForeignSize / (4 * sizeof(float)));
 }
@@ -32,7 +31,6 @@ Orbel_VST3::Orbel_VST3(const OrbelFX_Description& shown)
     row.parameterId = kProgramList;
     row.maximum = float(description.numPrograms);
     programProperty.setup(&row);
-    silenceBus.createBusWithOwnBuffer(framesOfFirstSilence);
 }
 
 Orbel_VST3::~Orbel_VST3() = default;
@@ -68,6 +66,7 @@ tresult PLUGIN_API Orbel_VST3::initialize(FUnknown* context)
     addParameters();
     effect->setSampleRate(float(getProcessSetup().sampleRate));
     effect->setBlockSize(getProcessSetup().maxSamplesPerBlock);
+    silence.resize(size_t(getProcessSetup().maxSamplesPerBlock));
     return kResultOk;
 }
 
@@ -160,7 +159,7 @@ tresult PLUGIN_API Orbel_VST3::setupProcessing(ProcessSetup& setup)
         effect->setSampleRate(float(setup.sampleRate));
     if (setup.maxSamplesPerBlock != before.maxSamplesPerBlock)
     {
-        silenceBus.createBusWithOwnBuffer(setup.maxSamplesPerBlock);
+        silence.resize(size_t(setup.maxSamplesPerBlock));
         effect->setBlockSize(setup.maxSamplesPerBlock);
     }
     return kResultOk;

@@ -13,7 +13,6 @@
 #pragma once
 
 #include "CORE/Relaxed.h"
-#include "Orbel/AudioStereoBus.h"
 #include "Orbel/OrbelFactory.h"
 #include "Orbel/ParameterProperty.h"
 #include "hostsdk_vst3/SingleComponentEffect.h"
@@ -170,7 +169,7 @@ private:
     ParameterProperty programProperty; // a host's program change, outside the effect's parameters
     ParamID bypassParameterId = kOwnBypass;
     std::vector<OrbelMidiEvent> pendingMidi; // of the block that is processed
-    AudioStereoBus silenceBus; // left stands in for inputs that the host lacks, right takes such outputs
+    std::vector<float> silence; // stands in for channels that the host lacks, of the largest block
 
     Core::Relaxed<long> latencySamples = 0;
     Core::Relaxed<float> currentTempo = 10.0f; // written by the audio thread

@@ -33,30 +33,29 @@ float* channelOf(const AudioBusBuffers& bus, int channel)
 
 // A mono bus is heard on both sides: the right one is a copy, since the effect may write to the left before
 // it reads the right. From the last bus to the first, so that the main one has the copy for itself.
-void wireInputs(const ProcessData& data, AudioStereoBus& silence, float** table)
+void wireInputs(const ProcessData& data, float* silence, float** table)
 {
     for (int i = std::min<int>(data.numInputs, mostBuses) - 1; i >= 0; --i)
     {
         float* const left = channelOf(data.inputs[i], 0);
         float* const right = channelOf(data.inputs[i], 1);
-        const bool mono = left && data.inputs[i].numChannels == 1;
-        if (mono)
-            std::copy_n(left, data.numSamples, silence.left);
+        if (left && data.inputs[i].numChannels == 1)
+            std::copy_n(left, data.numSamples, silence);
         else if (!left || !right)
-            std::fill_n(silence.left, data.numSamples, 0.0f);
-        table[2 * i] = left ? left : silence.left;
-        table[2 * i + 1] = right ? right : silence.left;
+            std::fill_n(silence, data.numSamples, 0.0f);
+        table[2 * i] = left ? left : silence;
+        table[2 * i + 1] = right ? right : silence;
     }
 }
 
-void wireOutputs(const ProcessData& data, AudioStereoBus& silence, float** table)
+void wireOutputs(const ProcessData& data, float* silence, float** table)
 {
     for (int i = 0; i < std::min<int>(data.numOutputs, mostBuses); ++i)
     {
         float* const left = channelOf(data.outputs[i], 0);
         float* const right = channelOf(data.outputs[i], 1);
-        table[2 * i] = left ? left : silence.right;
-        table[2 * i + 1] = right ? right : silence.right;
+        table[2 * i] = left ? left : silence;
+        table[2 * i + 1] = right ? right : silence;
         data.outputs[i].silenceFlags = 0; // what there is to hear is not looked at
     }
 }
@@ -126,8 +125,8 @@ tresult PLUGIN_API Orbel_VST3::process(ProcessData& data)
 void Orbel_VST3::processAudio(ProcessData& data)
 {
     ChannelTables channels;
-    wireInputs(data, silenceBus, channels.inputs);
-    wireOutputs(data, silenceBus, channels.outputs);
+    wireInputs(data, silence.data(), channels.inputs);
+    wireOutputs(data, silence.data(), channels.outputs);
     AudioBusInformation information(channels.inputs, data.inputs ? data.numInputs : 0, channels.outputs,
                                     data.numOutputs, data.numSamples);
 

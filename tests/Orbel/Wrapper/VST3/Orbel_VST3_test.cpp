@@ -1,0 +1,575 @@
+#include "Orbel/Wrapper/VST3/RecordingEffect.h"
+#include "hostsdk_vst3/Text.h"
+#include "pluginterfaces/vst/ivstevents.h"
+#include "pluginterfaces/vst/ivstprocesscontext.h"
+#include "public.sdk/source/common/memorystream.h"
+#include "wrapper_vst3/Orbel_VST3.h"
+#include "wrapper_vst3/Orbel_VST3_EditorView.h"
+
+#include <cmath>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+using namespace Orbel;
+using namespace Steinberg;
+using namespace Steinberg::Vst;
+using testing::ElementsAre;
+
+OrbelOS* createOrbelInstance(OrbelCallback* callback, unsigned long)
+{
+    return RecordingEffect::plan.makes ? new RecordingEffect(callback) : nullptr;
+}
+
+OrbelPluginList* getOrbelPluginListPTR()
+{
+    static OrbelPluginList list;
+    return &list;
+}
+
+namespace
+{
+// Not counted: each lives on a test's stack.
+template <typename Interface>
+struct Mine : Interface
+{
+    tresult PLUGIN_API queryInterface(const TUID id, void** object) override
+    {
+        const bool known = FUnknownPrivate::iidEqual(id, Interface::iid);
+        *object = known ? this : nullptr;
+        return known ? kResultOk : kNoInterface;
+    }
+    uint32 PLUGIN_API addRef() override { return 1; }
+    uint32 PLUGIN_API release() override { return 1; }
+};
+
+struct Queue : Mine<IParamValueQueue>
+{
+    using Point = std::pair<int32, double>;
+    Queue(ParamID parameter, std::vector<Point> all) : id(parameter), points(std::move(all)) {}
+    ParamID PLUGIN_API getParameterId() override { return id; }
+    int32 PLUGIN_API getPointCount() override { return int32(points.size()); }
+    tresult PLUGIN_API getPoint(int32 index, int32& offset, ParamValue& value) override
+    {
+        if (index < 0 || index >= getPointCount())
+            return kInvalidArgument;
+        std::tie(offset, value) = points[size_t(index)];
+        return kResultOk;
+    }
+    tresult PLUGIN_API addPoint(int32, ParamValue, int32&) override { return kNotImplemented; }
+
+    ParamID id;
+    std::vector<Point> points;
+};
+
+struct Changes : Mine<IParameterChanges>
+{
+    explicit Changes(std::vector<Queue> all) : queues(std::move(all)) {}
+    int32 PLUGIN_API getParameterCount() override { return int32(queues.size()); }
+    IParamValueQueue* PLUGIN_API getParameterData(int32 i) override { return &queues[size_t(i)]; }
+    IParamValueQueue* PLUGIN_API addParameterData(const ParamID&, int32&) override { return nullptr; }
+
+    std::vector<Queue> queues;
+};
+
+struct Events : Mine<IEventList>
+{
+    int32 PLUGIN_API getEventCount() override { return int32(list.size()); }
+    tresult PLUGIN_API getEvent(int32 i, Event& event) override
+    {
+        event = list[size_t(i)];
+        return event.busIndex == 0 ? kResultOk : kResultFalse;
+    }
+    tresult PLUGIN_API addEvent(Event&) override { return kNotImplemented; }
+
+    std::vector<Event> list;
+};
+
+// The host's side of the controller.
+struct Handler : Mine<IComponentHandler>, IUnitHandler
+{
+    tresult PLUGIN_API queryInterface(const TUID id, void** object) override
+    {
+        if (!FUnknownPrivate::iidEqual(id, IUnitHandler::iid))
+            return Mine<IComponentHandler>::queryInterface(id, object);
+        *object = static_cast<IUnitHandler*>(this);
+        return kResultOk;
+    }
+    uint32 PLUGIN_API addRef() override { return 1; }
+    uint32 PLUGIN_API release() override { return 1; }
+    tresult PLUGIN_API beginEdit(ParamID id) override { return say("begin", int(id)); }
+    tresult PLUGIN_API performEdit(ParamID id, ParamValue value) override
+    {
+        return say("perform", int(id), int(100 * value));
+    }
+    tresult PLUGIN_API endEdit(ParamID id) override { return say("end", int(id)); }
+    tresult PLUGIN_API restartComponent(int32 flags) override { return say("restart", flags); }
+    tresult PLUGIN_API notifyUnitSelection(UnitID unit) override { return say("unit", unit); }
+    tresult PLUGIN_API notifyProgramListChange(ProgramListID list, int32 program) override
+    {
+        return say(list == ProgramListID(Orbel_VST3::kProgramList) ? "list" : "?", program);
+    }
+    tresult say(const char* what, int number, int other = 0)
+    {
+        log += std::string(what) + " " + std::to_string(number) + (other ? " " + std::to_string(other) : "") +
+               ";";
+        return kResultOk;
+    }
+
+    std::string log;
+};
+
+class Orbel_VST3Test : public testing::Test
+{
+protected:
+    Orbel_VST3Test() { RecordingEffect::plan = {}; }
+
+    void make()
+    {
+        OrbelFX_Description description{
+            {'T', 'E', 'S', 'T'}, "Test", "Test", "Us", 1, 1, 4, "1.0", 0, true, 1, 1};
+        description.type = RecordingEffect::plan.type;
+        adapter = owned(new Orbel_VST3(description));
+        ASSERT_EQ(adapter->initialize(nullptr), RecordingEffect::plan.makes ? kResultOk : kNotInitialized);
+        ProcessSetup setup{kRealtime, kSample32, 500, 48000.0};
+        if (RecordingEffect::plan.makes)
+            adapter->setupProcessing(setup);
+    }
+    RecordingEffect& effect() { return *RecordingEffect::latest; }
+
+    // A block of ones from each of so many channels; -1 stands for no bus at all. left and right then hold
+    // what came out.
+    tresult process(int frames, std::vector<Queue> queues = {}, int inputChannels = 2, int outputChannels = 2)
+    {
+        effect().pieces.clear();
+        effect().midi.clear();
+        left.assign(size_t(std::max(frames, 0)) + 1, 1.0f);
+        right = left;
+        float* channels[] = {left.data(), right.data()};
+        AudioBusBuffers buses[2];
+        buses[0].numChannels = inputChannels;
+        buses[1].numChannels = outputChannels;
+        for (AudioBusBuffers& bus : buses)
+            bus.channelBuffers32 = bus.numChannels > 0 ? channels : nullptr;
+        buses[1].silenceFlags = 3;
+        Changes changes(std::move(queues));
+        ProcessData data;
+        data.symbolicSampleSize = kSample32;
+        data.numSamples = frames;
+        data.numInputs = inputChannels >= 0 ? 1 : 0;
+        data.numOutputs = outputChannels >= 0 ? 1 : 0;
+        data.inputs = &buses[0];
+        data.outputs = &buses[1];
+        data.inputParameterChanges = &changes;
+        data.inputEvents = &events;
+        data.processContext = context;
+        const tresult result = adapter->process(data);
+        silenceFlags = buses[1].silenceFlags;
+        return result;
+    }
+    std::vector<int> lengths()
+    {
+        std::vector<int> all;
+        for (const auto& piece : effect().pieces)
+            all.push_back(piece.frames);
+        return all;
+    }
+    float level() { return effect().properties[0]->getCurrentValue(); }
+
+    IPtr<Orbel_VST3> adapter;
+    std::vector<float> left, right;
+    Events events;
+    ProcessContext* context = nullptr;
+    uint64 silenceFlags = 0;
+};
+}
+
+TEST_F(Orbel_VST3Test, TakesTheLastPointOfAQueueAtItsOffset)
+{
+    make();
+    EXPECT_EQ(process(100, {{0, {{10, 0.1}, {20, 0.2}, {60, 1.0}}}}), kResultOk);
+    EXPECT_THAT(lengths(), ElementsAre(60, 1, 39));
+    EXPECT_EQ(effect().pieces[1].level, 10.0f);
+    process(100, {{0, {{50, 1.0}}}});
+    EXPECT_THAT(lengths(), ElementsAre(100)) << "the value that is there is no event";
+    process(100, {{0, {}}, {77, {{1, 0.5}}}, {0, {{100, 0.0}}}});
+    EXPECT_THAT(lengths(), ElementsAre(99, 1)) << "beyond the block is its last sample";
+}
+
+TEST_F(Orbel_VST3Test, LandsChangesWithoutAudio)
+{
+    make();
+    struct
+    {
+        const char* what;
+        int frames, inputs, outputs;
+    } const cases[] = {
+        {"no buses", 0, -1, -1}, {"no inputs", 64, -1, 2}, {"no outputs", 64, 2, -1}, {"no frames", 0, 2, 2}};
+    float value = 0.0f;
+    for (const auto& each : cases)
+    {
+        SCOPED_TRACE(each.what);
+        value += 0.125f;
+        EXPECT_EQ(process(each.frames, {{1, {{40, value}}}}, each.inputs, each.outputs), kResultOk);
+        EXPECT_EQ(adapter->getParamNormalized(1), value);
+        EXPECT_TRUE(effect().pieces.empty());
+    }
+    EXPECT_EQ(process(501, {{1, {{500, 1.0}}}}), kResultFalse) << "larger than announced";
+    EXPECT_EQ(left[0], 1.0f);
+    EXPECT_TRUE(effect().pieces.empty());
+}
+
+TEST_F(Orbel_VST3Test, SplitsABlockOfTwoDesiredSizes)
+{
+    RecordingEffect::plan.desired = 200;
+    make();
+    process(300);
+    EXPECT_THAT(lengths(), ElementsAre(300));
+    process(450);
+    EXPECT_THAT(lengths(), ElementsAre(200, 200, 50));
+}
+
+TEST_F(Orbel_VST3Test, TellsTheEffectTheTime)
+{
+    make();
+    process(64);
+    EXPECT_EQ(effect().time.tempo, 120.0f);
+    EXPECT_FALSE(effect().time.playing);
+
+    ProcessContext music{};
+    music.state = ProcessContext::kPlaying | ProcessContext::kCycleActive | ProcessContext::kRecording;
+    music.sampleRate = 24000.0; // which alone decides the advance
+    music.projectTimeSamples = -100;
+    music.projectTimeMusic = -0.25;
+    music.barPositionMusic = -4.0;
+    music.tempo = 60.0;
+    context = &music;
+    process(100, {{0, {{25, 1.0}}}});
+    ASSERT_THAT(lengths(), ElementsAre(25, 1, 74));
+    EXPECT_EQ(effect().pieces[0].samplePosition, -100.0);
+    EXPECT_EQ(effect().pieces[1].samplePosition, -75.0);
+    EXPECT_DOUBLE_EQ(effect().pieces[1].ppq, -0.25 + 25.0 / 24000.0);
+    EXPECT_EQ(effect().time.barStartPosition, -4.0);
+    EXPECT_EQ(effect().time.samplesToNextBeat, 48000 + 12000 - 26) << "at the rate that was set up";
+    EXPECT_TRUE(effect().time.playing && effect().time.cycleActive && effect().time.recording &&
+                effect().time.transportChanged && effect().time.automationReading);
+    EXPECT_EQ(effect().host()->CB_getHostTempo(), 60.0f);
+    music = {};
+    EXPECT_EQ(process(100, {{0, {{25, 0.0}}}}), kResultOk) << "a context of nothing but zeros";
+}
+
+TEST_F(Orbel_VST3Test, StandsInForChannelsThatTheHostLacks)
+{
+    make();
+    process(8, {}, 1, 2); // in place
+    EXPECT_EQ(left[7], 2.0f);
+    EXPECT_EQ(right[7], 3.0f) << "a mono input is heard on both sides";
+    EXPECT_EQ(silenceFlags, 0u);
+    process(8, {}, 2, 1);
+    EXPECT_EQ(left[7], 2.0f);
+    EXPECT_EQ(right[7], 1.0f) << "no output of ours";
+    process(8, {}, 0, 2);
+    EXPECT_EQ(left[7], 0.0f) << "a bus without channels is silent, whatever was before";
+    EXPECT_EQ(process(8, {}, 2, 0), kResultOk);
+}
+
+TEST_F(Orbel_VST3Test, RefusesSetUpsThatItCannotPlay)
+{
+    make();
+    effect().takeLog();
+    const ProcessSetup refused[] = {
+        {kRealtime, kSample64, 64, 44100.0},      {kRealtime, kSample32, -1, 44100.0},
+        {kRealtime, kSample32, 1 << 30, 44100.0}, {kRealtime, kSample32, 64, 0.0},
+        {kRealtime, kSample32, 64, NAN},          {kRealtime, kSample32, 64, INFINITY}};
+    for (ProcessSetup setup : refused)
+        EXPECT_EQ(adapter->setupProcessing(setup), kResultFalse);
+    EXPECT_EQ(effect().takeLog(), "");
+    ProcessSetup same{kOffline, kSample32, 500, 48000.0}, other{kOffline, kSample32, 64, 1234.0};
+    EXPECT_EQ(adapter->setupProcessing(same), kResultOk);
+    EXPECT_EQ(effect().takeLog(), "");
+    EXPECT_EQ(adapter->setupProcessing(other), kResultOk);
+    EXPECT_EQ(effect().takeLog(), "rate 1234;size 64;");
+    adapter->setActive(true);
+    adapter->setActive(false);
+    EXPECT_EQ(effect().takeLog(), "resume;reset;suspend;");
+}
+
+TEST_F(Orbel_VST3Test, ShowsOneBypassAndTheProgramBesideTheParameters)
+{
+    make();
+    ASSERT_EQ(adapter->getParameterCount(), 4);
+    ParameterInfo info;
+    adapter->getParameterInfo(1, info);
+    EXPECT_EQ(info.flags, ParameterInfo::kCanAutomate | ParameterInfo::kIsBypass);
+    EXPECT_EQ(info.stepCount, 1);
+    adapter->getParameterInfo(2, info);
+    EXPECT_EQ(info.flags, ParameterInfo::kCanAutomate) << "the second bypass is a parameter like any";
+    adapter->getParameterInfo(3, info);
+    EXPECT_EQ(info.id, Orbel_VST3::kProgramList);
+    EXPECT_EQ(info.flags, 0x8008);
+    EXPECT_EQ(info.stepCount, 4);
+    EXPECT_NE(adapter->getParameterInfo(4, info), kResultOk);
+    EXPECT_NE(adapter->getParameterInfo(-1, info), kResultOk);
+
+    Handler handler;
+    adapter->setComponentHandler(&handler);
+    effect().takeLog();
+    for (const ParamID id : {0u, 1u, 99u})
+        EXPECT_EQ(adapter->setParamNormalized(id, 0.75), kResultOk);
+    EXPECT_EQ(effect().takeLog() + handler.log, "") << "only the program is the controller's";
+    EXPECT_EQ(level(), 0.0f);
+    adapter->setParamNormalized(Orbel_VST3::kProgramList, 0.75);
+    EXPECT_EQ(effect().takeLog() + handler.log, "program 3;restart 4;");
+    EXPECT_EQ(adapter->getParamNormalized(Orbel_VST3::kProgramList), 0.75);
+    process(8, {{Orbel_VST3::kProgramList, {{0, 0.0}}}});
+    EXPECT_EQ(adapter->getParamNormalized(Orbel_VST3::kProgramList), 0.75);
+    adapter->setComponentHandler(nullptr);
+}
+
+TEST_F(Orbel_VST3Test, OwnsABypassWhereTheEffectHasNone)
+{
+    RecordingEffect::plan.ids = {"LEVEL"};
+    make();
+    ParameterInfo info;
+    adapter->getParameterInfo(1, info);
+    EXPECT_EQ(info.id, Orbel_VST3::kOwnBypass);
+    EXPECT_EQ(info.flags, 0x10001);
+    String128 text;
+    adapter->getParamStringByValue(Orbel_VST3::kOwnBypass, 1.0, text);
+    EXPECT_EQ(textOf(text), "On");
+    effect().takeLog();
+    process(8, {{Orbel_VST3::kOwnBypass, {{0, 1.0}}}});
+    EXPECT_EQ(effect().takeLog(), "suspend;");
+    process(8, {{Orbel_VST3::kOwnBypass, {{0, 0.0}}}});
+    EXPECT_EQ(effect().takeLog(), "resume;reset;");
+}
+
+TEST_F(Orbel_VST3Test, TurnsTextIntoTheParameter)
+{
+    make();
+    String128 text;
+    adapter->getParamStringByValue(0, 1.0, text);
+    EXPECT_THAT(textOf(text), testing::HasSubstr("10"));
+    double position = -1.0;
+    copyText("-7.5 dB", text);
+    EXPECT_EQ(adapter->getParamValueByString(0, text, position), kResultTrue);
+    EXPECT_EQ(level(), -7.5f) << "it takes the value at once";
+    EXPECT_EQ(float(position), adapter->getParamNormalized(0));
+    EXPECT_NEAR(adapter->normalizedParamToPlain(0, position), -7.5, 1e-5);
+    for (const char* word : {"", "dB", "nan", "inf"})
+    {
+        copyText(word, text);
+        EXPECT_NE(adapter->getParamValueByString(0, text, position), kResultTrue) << word;
+    }
+    EXPECT_NE(adapter->getParamValueByString(55, text, position), kResultTrue);
+    EXPECT_EQ(level(), -7.5f);
+}
+
+TEST_F(Orbel_VST3Test, PassesTheHostsValueOverWhileTheUserDrags)
+{
+    make();
+    Handler handler;
+    adapter->setComponentHandler(&handler);
+    OrbelCallback& host = *effect().host();
+    EXPECT_TRUE(host.CB_beginEdit(0));
+    process(8, {{0, {{0, 1.0}}}});
+    EXPECT_EQ(level(), 0.0f);
+    host.CB_performEdit(0, 0.5f);
+    EXPECT_TRUE(host.CB_endEdit(0));
+    process(8, {{0, {{0, 1.0}}}});
+    EXPECT_EQ(level(), 10.0f);
+    host.CB_beginEdit(-1);
+    host.CB_endEdit(1000);
+    EXPECT_TRUE(host.CB_updateHostDisplay() && host.CB_ioChanged() && host.CB_setOutputLatency(77));
+    host.CB_parameterInfoChanged("");
+    EXPECT_EQ(handler.log,
+              "begin 0;perform 0 50;end 0;begin -1;end 1000;unit 0;list -1;restart 26;restart 20;");
+    EXPECT_EQ(adapter->getLatencySamples(), 77u);
+    adapter->setComponentHandler(nullptr);
+    EXPECT_FALSE(host.CB_beginEdit(0) || host.CB_updateHostDisplay() || host.CB_ioChanged());
+}
+
+namespace
+{
+// Takes and gives at most so many bytes at a time, then fails.
+struct TornStream : MemoryStream
+{
+    explicit TornStream(int allowed) : left(allowed) {}
+    tresult PLUGIN_API write(void* bytes, int32 count, int32* done) override
+    {
+        const int taken = std::min<int>(count, left);
+        left -= taken;
+        return MemoryStream::write(bytes, taken, done);
+    }
+    int left;
+};
+}
+
+TEST_F(Orbel_VST3Test, KeepsTheStateInAStream)
+{
+    make();
+    effect().setProgram(2);
+    MemoryStream stream;
+    EXPECT_EQ(adapter->getState(&stream), kResultOk);
+    EXPECT_EQ(std::string(stream.getData(), size_t(stream.getSize())),
+              std::string("\5\0\0\0\2\0\0\0state", 13));
+    effect().takeLog();
+    stream.seek(0, IBStream::kIBSeekSet, nullptr);
+    EXPECT_EQ(adapter->setComponentState(&stream), kResultOk);
+    EXPECT_EQ(effect().takeLog(), "program 2;chunk state;");
+
+    const std::string torn[] = {std::string("\5\0\0\0\7\0\0\0stat", 12), std::string("\0\0\0\0\7\0\0\0", 8),
+                                std::string("\xFF\xFF\xFF\xFF\7\0\0\0x", 9),
+                                std::string("\xFF\xFF\xFF\x7F\7\0\0\0x", 9)};
+    for (std::string bytes : torn)
+    {
+        MemoryStream each(bytes.data(), TSize(bytes.size()));
+        EXPECT_EQ(adapter->setState(&each), kResultOk);
+        EXPECT_EQ(effect().takeLog(), "program 7;");
+    }
+    for (TSize size : {0, 3, 4, 7})
+    {
+        MemoryStream each(stream.getData(), size);
+        EXPECT_EQ(adapter->setState(&each), kResultFalse) << size;
+    }
+    EXPECT_EQ(adapter->setState(nullptr), kResultOk);
+    EXPECT_EQ(effect().takeLog(), "");
+
+    for (const int room : {0, 5, 12})
+    {
+        TornStream each(room);
+        EXPECT_EQ(adapter->getState(&each), kResultFalse) << room;
+    }
+    EXPECT_EQ(adapter->getState(nullptr), kResultFalse);
+    effect().chunk.clear();
+    EXPECT_EQ(adapter->getState(&stream), kResultFalse);
+}
+
+TEST_F(Orbel_VST3Test, BeginsAgainAfterTerminate)
+{
+    make();
+    for (int i = 0; i < 4; ++i)
+    {
+        EXPECT_NE(adapter->initialize(nullptr), kResultOk) << "twice in a row";
+        EXPECT_EQ(adapter->terminate(), kResultOk);
+        EXPECT_EQ(RecordingEffect::latest, nullptr);
+        EXPECT_EQ(
+            adapter->getParameterCount() + adapter->getUnitCount() + adapter->getBusCount(kAudio, kInput), 0);
+        MemoryStream stream;
+        ProcessData data;
+        String128 name;
+        EXPECT_NE(adapter->process(data), kResultOk);
+        EXPECT_NE(adapter->setActive(true), kResultOk);
+        EXPECT_NE(adapter->getState(&stream), kResultOk);
+        EXPECT_NE(adapter->getProgramName(Orbel_VST3::kProgramList, 0, name), kResultOk);
+        EXPECT_EQ(adapter->initialize(nullptr), kResultOk);
+        EXPECT_EQ(adapter->getParameterCount(), 4);
+        EXPECT_EQ(adapter->getBusCount(kAudio, kInput), 2);
+    }
+    adapter->terminate();
+    RecordingEffect::plan.makes = false;
+    make();
+}
+
+TEST_F(Orbel_VST3Test, ListsUnitsProgramsAndControllers)
+{
+    make();
+    UnitInfo unit;
+    ProgramListInfo list;
+    String128 text;
+    EXPECT_EQ(adapter->getUnitInfo(0, unit), kResultOk);
+    EXPECT_EQ(textOf(unit.name), "Root");
+    EXPECT_NE(adapter->getUnitInfo(1, unit), kResultOk);
+    EXPECT_EQ(adapter->getProgramListInfo(0, list), kResultOk);
+    EXPECT_EQ(list.programCount, 4);
+    EXPECT_NE(adapter->getProgramListInfo(1, list), kResultOk);
+    EXPECT_EQ(adapter->getProgramName(list.id, 3, text), kResultOk);
+    EXPECT_EQ(textOf(text), "Gr\xC3\xBC\xC3\x9F 3");
+    EXPECT_NE(adapter->getProgramName(list.id, 4, text), kResultOk);
+    EXPECT_NE(adapter->getProgramName(0, 0, text), kResultOk);
+    EXPECT_EQ(adapter->getProgramInfo(list.id, 0, "MusicalInstrument", text), kResultOk);
+    EXPECT_EQ(textOf(text), "Musical FX|Other");
+    EXPECT_NE(adapter->getProgramInfo(list.id, 0, "Other", text), kResultOk);
+    ParamID id = 0;
+    EXPECT_NE(adapter->getMidiControllerAssignment(0, 0, 1, id), kResultOk) << "the effect takes no MIDI";
+}
+
+TEST_F(Orbel_VST3Test, TurnsNotesAndControllersIntoMidi)
+{
+    RecordingEffect::plan.type = OrbelFX_Description::instrument;
+    make();
+    EXPECT_EQ(adapter->getBusCount(kEvent, kInput), 1);
+    ASSERT_EQ(adapter->getParameterCount(), 4 + 16 * 130);
+    ParamID wheel = 0, bend = 0, last = 0, none = 55;
+    EXPECT_EQ(adapter->getMidiControllerAssignment(0, 2, 1, wheel), kResultOk);
+    EXPECT_EQ(adapter->getMidiControllerAssignment(0, 3, kPitchBend, bend), kResultOk);
+    EXPECT_EQ(adapter->getMidiControllerAssignment(0, 15, 129, last), kResultOk);
+    EXPECT_EQ(last, 0x43303030u + 2079u);
+    EXPECT_EQ(adapter->getMidiControllerAssignment(0, 16, 0, none), kResultOk);
+    EXPECT_EQ(none, 55u);
+    EXPECT_NE(adapter->getMidiControllerAssignment(0, 0, 130, none), kResultOk);
+    EXPECT_NE(adapter->getMidiControllerAssignment(1, 0, 0, none), kResultOk);
+
+    const uint8 bytes[] = {0xC5, 9, 8, 7, 6};
+    Event on{}, off{}, data{}, failing{}, unknown{};
+    on.type = Event::kNoteOnEvent;
+    on.sampleOffset = 11;
+    on.noteOn.channel = 4;
+    on.noteOn.pitch = 60;
+    on.noteOn.velocity = 0.5f;
+    off.type = Event::kNoteOffEvent;
+    off.noteOff.pitch = 61;
+    data.type = Event::kDataEvent;
+    data.data.bytes = bytes;
+    data.data.size = sizeof bytes;
+    failing.type = Event::kNoteOnEvent;
+    failing.busIndex = 1;
+    unknown.type = Event::kPolyPressureEvent;
+    events.list = {on, failing, unknown, off, data};
+    process(64, {{wheel, {{7, 0.5}}}, {bend, {{9, 0.75}}}});
+    std::vector<std::string> got;
+    for (const auto& each : effect().midi)
+        got.push_back(std::to_string(each.sampleOffset) + ": " + std::to_string(each.raw[0]) + " " +
+                      std::to_string(each.raw[1]) + " " + std::to_string(each.raw[2]) + ", " +
+                      std::to_string(each.eventType) + " " + std::to_string(each.channel));
+    EXPECT_THAT(got, ElementsAre("7: 178 1 63, 0 2", "9: 227 127 95, 0 3", "11: 148 60 63, 144 4",
+                                 "0: 128 61 0, 128 0", "0: 197 9 8, 192 0"));
+    events.list.clear();
+    process(64);
+    EXPECT_TRUE(effect().midi.empty());
+}
+
+TEST_F(Orbel_VST3Test, ShowsTheEditorOfAnEffectThatHasOne)
+{
+    make();
+    EXPECT_EQ(adapter->createView(ViewType::kEditor), nullptr);
+    RecordingEffect::plan.hasEditor = true;
+    make();
+    EXPECT_EQ(adapter->createView("other"), nullptr);
+    EXPECT_EQ(adapter->createView(nullptr), nullptr);
+    const auto view = owned(adapter->createView(ViewType::kEditor));
+    auto& editor = dynamic_cast<RecordingEditor&>(*effect().getEditor());
+    ViewRect size;
+    view->getSize(&size);
+    EXPECT_EQ(size.right, 600);
+    EXPECT_EQ(size.bottom, 350);
+    EXPECT_EQ(view->isPlatformTypeSupported(kPlatformTypeX11EmbedWindowID), kResultTrue);
+    EXPECT_EQ(view->isPlatformTypeSupported(kPlatformTypeHWND), kResultFalse);
+    EXPECT_EQ(view->isPlatformTypeSupported(nullptr), kResultFalse);
+
+    EXPECT_EQ(view->onKeyDown('a', 0, 0), kResultFalse) << "not open yet";
+    EXPECT_EQ(view->attached(nullptr, kPlatformTypeX11EmbedWindowID), kResultFalse);
+    EXPECT_EQ(view->attached(this, kPlatformTypeX11EmbedWindowID), kResultTrue);
+    EXPECT_EQ(view->onWheel(1.0f), kResultTrue);
+    EXPECT_EQ(view->onWheel(-1.0f), kResultFalse);
+    EXPECT_EQ(view->onKeyDown('a', 0, 1 | 4), kResultTrue);
+    EXPECT_EQ(view->onKeyUp('x', 0, 2 | 8), kResultFalse);
+    view->onKeyDown(0xE4, 12, 0);
+    view->onKeyDown(0, 128 + 'A' - 48, 0);
+    EXPECT_EQ(view->removed(), kResultTrue);
+    EXPECT_EQ(editor.log, "open X11EmbedWindowID;open X11EmbedWindowID;down 97 0 9;up 120 0 6;down 0 12 0;"
+                          "down 65 145 0;close;");
+    view->attached(this, kPlatformTypeX11EmbedWindowID);
+    adapter->terminate();
+    EXPECT_EQ(view->onWheel(1.0f), kResultFalse);
+    EXPECT_EQ(view->attached(this, kPlatformTypeX11EmbedWindowID), kResultFalse);
+}

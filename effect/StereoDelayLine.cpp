@@ -5,7 +5,8 @@
 #include <algorithm>
 #include <utility>
 
-constexpr int margin = 2; // samples of the line beyond its delay
+constexpr int margin = 2;          // samples of the line beyond its delay
+constexpr long longestPiece = 256; // samples; a longer block goes through in several
 
 void StereoDelayLine::reserve(long longestDelay, long largestBlock)
 {
@@ -17,8 +18,9 @@ void StereoDelayLine::reserve(long longestDelay, long largestBlock)
         line.createBusWithOwnBuffer(longestDelay + margin);
         line.copyFrom(&former, former.length);
     }
-    if (largestBlock > long(scratch.numSamples))
-        scratch.alloc(size_t(largestBlock), 1);
+    const long piece = std::min(largestBlock, longestPiece);
+    if (piece > long(scratch.numSamples))
+        scratch.alloc(size_t(piece), 1);
 }
 
 void StereoDelayLine::setLength(int samples)

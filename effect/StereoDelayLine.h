@@ -30,7 +30,7 @@ private:
     void processPiece(float* channel, float* delayed, long delay, long frames);
 
     Orbel::AudioStereoBus line;
-    Orbel::CNChannelBuffer scratch; // one channel, of the largest block
+    Orbel::CNChannelBuffer scratch; // one channel, of the longest piece
     Core::Relaxed<int> length = 0;
     Core::Relaxed<int> extent = 0;              // the longest that the line was asked for, and a margin
     Core::Relaxed<bool> silencePending = false; // a longer line starts with silence

@@ -1,7 +1,8 @@
 -- Runs inside Ardour's Lua interpreter, for tests/hosts/ardour/run. What it needs stands in the environment.
 --
 --   build    a new session: tempo, a stereo track, the plug-in, its values, one automated parameter; saved
---   render   the saved session again: the plug-in's values, an export
+--   save     the saved session again: the plug-in's values, an export, and saved once more
+--   render   the same without the last step
 local folder, name = os.getenv("SESSION"), "lodex"
 local rate, block = 48000, 1024
 
@@ -75,7 +76,7 @@ local function render()
   export:set_folder(os.getenv("OUT"))
   export:set_name(os.getenv("NAME"))
   if not export:run_export() then fail("no export") end
-  session:save_state("", false, false, false, false, false)
+  if arg[1] == "save" then session:save_state("", false, false, false, false, false) end
 end
 
 if arg[1] == "build" then build() else render() end

@@ -23,7 +23,7 @@ public:
     Steinberg::uint32 PLUGIN_API release() override { return 1; }
 };
 
-class ParameterQueue : public Borrowed<Steinberg::Vst::IParamValueQueue>
+class ParameterQueue final : public Borrowed<Steinberg::Vst::IParamValueQueue>
 {
 public:
     void start(Steinberg::Vst::ParamID parameter);
@@ -46,7 +46,7 @@ private:
     std::vector<Point> points;
 };
 
-class ParameterChanges : public Borrowed<Steinberg::Vst::IParameterChanges>
+class ParameterChanges final : public Borrowed<Steinberg::Vst::IParameterChanges>
 {
 public:
     // Values are normalised.

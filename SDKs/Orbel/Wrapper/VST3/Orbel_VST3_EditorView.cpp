@@ -13,9 +13,9 @@ using namespace Steinberg;
 
 // The kinds of parent window that the editor's platform has.
 #if defined(__APPLE__)
-static constexpr FIDString platformTypes[] = {kPlatformTypeNSView};
+static const FIDString platformTypes[] = {kPlatformTypeNSView};
 #else
-static constexpr FIDString platformTypes[] = {kPlatformTypeX11EmbedWindowID};
+static const FIDString platformTypes[] = {kPlatformTypeX11EmbedWindowID};
 #endif
 
 Orbel_VST3_EditorView::Orbel_VST3_EditorView(Orbel_VST3& adapter, IEditor& shown)

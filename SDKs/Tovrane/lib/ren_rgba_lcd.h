@@ -1,0 +1,40 @@
+// The pixel format of sub-pixel text: the picture of blue, green, red and alpha, three x to a pixel.
+//
+// Each third has a coverage of its own, which blends the one colour byte that it stands for; alpha stays as
+// it is, since a window has none. For agg::renderer_base, whose clip box counts in thirds, too.
+#pragma once
+
+#include <agg_color_rgba.h>
+#include <agg_rendering_buffer.h>
+
+namespace agg
+{
+// [window thread]  One thread at a time.
+class ren_rgba_lcd
+{
+public:
+    typedef rgba8 color_type;
+    typedef order_bgra order_type;
+    typedef row_accessor<int8u> rbuf_type;
+    typedef rbuf_type::row_data row_data;
+    typedef int8u value_type;
+
+    // A default-made one has to be attached before it is used. The buffer has to outlive it.
+    ren_rgba_lcd() = default;
+    explicit ren_rgba_lcd(rbuf_type& buffer) : m_rbuf(&buffer) {}
+    void attach(rbuf_type& buffer) { m_rbuf = &buffer; }
+
+    // In thirds.
+    unsigned width() const { return m_rbuf->width() * 3; }
+    unsigned height() const { return m_rbuf->height(); }
+
+    // len thirds from x on lie within the picture: the caller has clipped.
+    void blend_hline(int x, int y, unsigned len, const color_type& color, int8u cover);
+    void blend_solid_hspan(int x, int y, unsigned len, const color_type& color, const int8u* covers);
+
+private:
+    class Cursor;
+
+    rbuf_type* m_rbuf = nullptr;
+};
+}

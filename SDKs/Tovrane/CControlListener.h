@@ -1,0 +1,19 @@
+// Hears what a user does with a control. Editors and menus implement it. [window thread]
+#pragma once
+
+namespace Tovra
+{
+class CControl;
+
+class CControlListener
+{
+public:
+    virtual ~CControlListener() = default;
+
+    virtual void valueChanged(CControl*) {}
+    // A click with a modifier, before the control gets it. Anything but 0: it shall not get it.
+    virtual long controlModifierClicked(CControl*, long) { return 0; }
+    virtual void controlBeginEdit(CControl*) {}
+    virtual void controlEndEdit(CControl*) {}
+};
+}

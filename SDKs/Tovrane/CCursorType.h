@@ -1,0 +1,15 @@
+// The mouse cursors that views ask for. Every other number is the arrow.
+#pragma once
+
+namespace Tovra
+{
+enum CCursorType : int
+{
+    kCursorDefault = 0,
+    kCursorHSize = 2, // left and right
+    kCursorVSize = 3, // up and down
+    kCursorCrosshair = 4,
+    kCursorNotAllowed = 8,
+    kCursorHand = 9 // open
+};
+}

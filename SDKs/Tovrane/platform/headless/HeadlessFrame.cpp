@@ -1,0 +1,138 @@
+#include "Tovrane/platform/headless/HeadlessFrame.h"
+
+#include "Tovrane/CFrame.h"
+#include "Tovrane/IOptionMenu.h"
+#include "Tovrane/Kept.h"
+#include "Tovrane/platform/headless/HeadlessTextEdit.h"
+
+namespace Tovra
+{
+namespace
+{
+class HeadlessOptionMenu : public IOptionMenu
+{
+public:
+    explicit HeadlessOptionMenu(HeadlessFrame& on) : frame(&on) {}
+
+    // What a user can't choose is not chosen.
+    MenuChoice openMenu(IMenu& menu) override
+    {
+        const auto choose = frame->onMenu;
+        if (!choose || !frame->events().isConnected())
+            return {};
+        const MenuChoice choice = choose(menu);
+        const bool isValid = choice.menu != nullptr && isChoosable(*choice.menu, choice.index);
+        return isValid && frame->events().isConnected() ? choice : MenuChoice();
+    }
+
+private:
+    const Kept<HeadlessFrame> frame;
+};
+
+class HeadlessFileSelector : public IFileSelector
+{
+public:
+    explicit HeadlessFileSelector(HeadlessFrame& on) : frame(&on) {}
+
+    std::vector<std::string> run(const FileSelectorOptions& options) override
+    {
+        const auto choose = frame->onFileSelector;
+        if (!choose || !frame->events().isConnected())
+            return {};
+        return choose(options);
+    }
+
+private:
+    const Kept<HeadlessFrame> frame;
+};
+}
+
+HeadlessFrame::HeadlessFrame(CFrame* owner, const CRect& size)
+    : IFrame(owner), surface(0.0, 0.0, size.getWidth(), size.getHeight()), windowEvents(owner)
+{
+}
+
+HeadlessFrame* HeadlessFrame::of(CFrame& owner)
+{
+    return dynamic_cast<HeadlessFrame*>(owner.getOSFrame());
+}
+
+bool HeadlessFrame::getGlobalPosition(CPoint&) const
+{
+    return false;
+}
+
+bool HeadlessFrame::setSize(const CRect& size)
+{
+    if (refusesSize)
+        return false;
+    surface = CRect(0.0, 0.0, size.getWidth(), size.getHeight());
+    return true;
+}
+
+bool HeadlessFrame::getSize(CRect& size) const
+{
+    size = surface;
+    return true;
+}
+
+bool HeadlessFrame::getCurrentMousePosition(CPoint& position) const
+{
+    if (!mouseKnown)
+        return false;
+    position = mouseAt;
+    if (frame != nullptr)
+        frame->convertWorldToPlugin(position);
+    return true;
+}
+
+bool HeadlessFrame::getCurrentMouseButtons(long& buttons) const
+{
+    if (mouseKnown)
+        buttons = mouseButtons;
+    return mouseKnown;
+}
+
+void HeadlessFrame::setMouse(CPoint world, long buttons)
+{
+    mouseKnown = true;
+    mouseAt = world;
+    mouseButtons = buttons;
+}
+
+bool HeadlessFrame::setMouseCursor(CCursorType type)
+{
+    currentCursor = type;
+    return true;
+}
+
+bool HeadlessFrame::invalidRect(const CRect& rect)
+{
+    invalidated = rect;
+    if (frame != nullptr)
+        frame->convertPluginToWorld(invalidated);
+    ++invalidationCount;
+    return true;
+}
+
+IOSTextEdit* HeadlessFrame::createPlatformTextEdit(CFrame*, ITextEditCallback* callback, CView*)
+{
+    return callback != nullptr ? new HeadlessTextEdit(*this, *callback) : nullptr;
+}
+
+IOptionMenu* HeadlessFrame::createOptionMenu(CFrame*)
+{
+    return new HeadlessOptionMenu(*this);
+}
+
+IFileSelector* HeadlessFrame::createFileSelector(CFrame*)
+{
+    return new HeadlessFileSelector(*this);
+}
+
+void HeadlessFrame::clearFrame()
+{
+    windowEvents.disconnect();
+    IFrame::clearFrame();
+}
+}

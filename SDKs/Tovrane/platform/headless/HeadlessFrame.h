@@ -1,0 +1,76 @@
+// A frame without a window: for tests, pictures made on the command line, and editors that were given no
+// parent. The picture stays in the frame's memory; what the frame asks of its window is written down here,
+// and events come from events(). Text fields, menus and file panels answer what was put down for them.
+#pragma once
+
+#include "Tovrane/IFileSelector.h"
+#include "Tovrane/IFrame.h"
+#include "Tovrane/IMenu.h"
+#include "Tovrane/platform/WindowEvents.h"
+
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace Tovra
+{
+class HeadlessTextEdit;
+
+class HeadlessFrame : public IFrame
+{
+public:
+    HeadlessFrame(CFrame* owner, const CRect& size);
+
+    // The headless frame of a frame; null if a window system made it.
+    static HeadlessFrame* of(CFrame& owner);
+
+    bool getGlobalPosition(CPoint& position) const override;
+    bool setSize(const CRect& size) override;
+    bool getSize(CRect& size) const override;
+    bool getCurrentMousePosition(CPoint& position) const override;
+    bool getCurrentMouseButtons(long& buttons) const override;
+    bool setMouseCursor(CCursorType type) override;
+    bool invalidRect(const CRect& rect) override;
+    IOSTextEdit* createPlatformTextEdit(CFrame* forFrame, ITextEditCallback* callback, CView* view) override;
+    IOptionMenu* createOptionMenu(CFrame* forFrame) override;
+    void* getSystemWindow() const override { return nullptr; }
+    IFileSelector* createFileSelector(CFrame* forFrame) override;
+    void clearFrame() override;
+
+    // What a user does.
+    WindowEvents& events() { return windowEvents; }
+
+    // What the frame asked for.
+    CCursorType cursor() const { return currentCursor; }
+    long invalidations() const { return invalidationCount; }
+    const CRect& lastInvalidation() const { return invalidated; } // in world coordinates
+
+    // Where the mouse is and what it holds, as the system would tell; without it neither is known.
+    void setMouse(CPoint world, long buttons);
+
+    // The text field that is open, null for none.
+    HeadlessTextEdit* textEdit() const { return openTextEdit; }
+
+    // Answers of the menus and file panels to come. Without one nothing is chosen.
+    std::function<MenuChoice(IMenu&)> onMenu;
+    std::function<std::vector<std::string>(const FileSelectorOptions&)> onFileSelector;
+    // Answers a new size with false.
+    bool refusesSize = false;
+
+protected:
+    ~HeadlessFrame() override = default;
+
+private:
+    friend class HeadlessTextEdit;
+
+    CRect surface;
+    WindowEvents windowEvents;
+    CCursorType currentCursor = kCursorDefault;
+    long invalidationCount = 0;
+    CRect invalidated;
+    bool mouseKnown = false;
+    CPoint mouseAt;
+    long mouseButtons = 0;
+    HeadlessTextEdit* openTextEdit = nullptr;
+};
+}

@@ -1,0 +1,77 @@
+#include "Tovrane/platform/headless/HeadlessTextEdit.h"
+
+#include "Tovrane/ITextEditCallback.h"
+
+namespace Tovra
+{
+HeadlessTextEdit::HeadlessTextEdit(HeadlessFrame& on, ITextEditCallback& heardBy)
+    : frame(&on), callback(heardBy)
+{
+    HeadlessTextEdit::updateSize();
+    frame->openTextEdit = this;
+}
+
+HeadlessTextEdit::~HeadlessTextEdit()
+{
+    if (frame->openTextEdit == this)
+        frame->openTextEdit = nullptr;
+}
+
+// Cut between two characters: bytes of the form 10xxxxxx go on with the one ahead.
+static std::string cutToField(std::string text)
+{
+    size_t length = text.size();
+    if (length >= size_t(IOSTextEdit::textSize))
+    {
+        length = size_t(IOSTextEdit::textSize) - 1;
+        while (length > 0 && (static_cast<unsigned char>(text[length]) & 0xC0) == 0x80)
+            --length;
+    }
+    text.resize(length);
+    return text;
+}
+
+bool HeadlessTextEdit::setText(const char* next)
+{
+    text = cutToField(next != nullptr ? next : "");
+    allSelected = true;
+    return true;
+}
+
+bool HeadlessTextEdit::updateSize()
+{
+    CRect size = callback.textEditGetSize();
+    CRect part = callback.textEditGetVisibleSize();
+    callback.convertPluginToWorld(size);
+    callback.convertPluginToWorld(part);
+    visible = size.bound(part);
+    return true;
+}
+
+bool HeadlessTextEdit::isTakenByView(const TovraKeyCode& code)
+{
+    return callback.textEditOnKeyDown(code) == kKeyConsumed;
+}
+
+void HeadlessTextEdit::type(const char* typed)
+{
+    text = cutToField((allSelected ? std::string() : text) + typed);
+    allSelected = false;
+}
+
+void HeadlessTextEdit::pressReturn()
+{
+    TovraKeyCode code;
+    code.virtualKey = kVirtualReturn;
+    if (!isTakenByView(code))
+        callback.textEditLooseFocus(true);
+}
+
+void HeadlessTextEdit::pressEscape()
+{
+    TovraKeyCode code;
+    code.virtualKey = kVirtualEscape;
+    if (!isTakenByView(code))
+        callback.textEditLooseFocus(false);
+}
+}

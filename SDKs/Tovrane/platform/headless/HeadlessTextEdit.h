@@ -1,0 +1,44 @@
+// The text field of a headless frame: a text, and a user who types it.
+#pragma once
+
+#include "Tovrane/CRect.h"
+#include "Tovrane/IOSTextEdit.h"
+#include "Tovrane/Kept.h"
+#include "Tovrane/platform/headless/HeadlessFrame.h"
+
+#include <string>
+
+namespace Tovra
+{
+class ITextEditCallback;
+
+class HeadlessTextEdit : public IOSTextEdit
+{
+public:
+    HeadlessTextEdit(HeadlessFrame& on, ITextEditCallback& callback);
+    ~HeadlessTextEdit() override;
+
+    const char* getText() override { return text.c_str(); }
+    bool setText(const char* next) override;
+    bool updateSize() override;
+
+    // What a user does. Each may destroy the field. Typing replaces the selection, which is the whole text
+    // once setText was called, or else goes to the end.
+    void type(const char* typed);
+    void pressReturn();
+    void pressEscape();
+
+    bool isAllSelected() const { return allSelected; }
+    // In world coordinates, cut to what is visible.
+    const CRect& place() const { return visible; }
+
+private:
+    bool isTakenByView(const TovraKeyCode& code);
+
+    const Kept<HeadlessFrame> frame;
+    ITextEditCallback& callback;
+    std::string text;
+    bool allSelected = false;
+    CRect visible;
+};
+}

@@ -1,0 +1,32 @@
+// A picture of the toolkit's own for a small window: a menu, a text field.
+#pragma once
+
+#include "Tovrane/CDrawContext.h"
+#include "Tovrane/CMACBitmap.h"
+#include "Tovrane/PelmoAGG.h"
+#include "Tovrane/platform/x11/X11Surface.h"
+
+namespace Tovra
+{
+// [window thread]
+class X11Canvas
+{
+public:
+    explicit X11Canvas(std::shared_ptr<X11Connection> server);
+    ~X11Canvas();
+    X11Canvas(const X11Canvas&) = delete;
+    X11Canvas& operator=(const X11Canvas&) = delete;
+
+    // Empties it. Without memory for it nothing is drawn or shown.
+    void setSize(int width, int height);
+    CDrawContext& context() { return *drawing; }
+    void show(const X11Window& window);
+    void showAgain(const X11Window& window, const X11Place& part) { surface.showAgain(window, part); }
+
+private:
+    CMACBitmap bitmap;
+    PelmoAGG renderer;
+    CDrawContext* const drawing;
+    X11Surface surface;
+};
+}

@@ -1,0 +1,159 @@
+#include "Tovrane/platform/x11/X11Connection.h"
+
+#include "Tovrane/platform/x11/X11EventWindow.h"
+
+#include <xcb/xcb.h>
+
+namespace Tovra
+{
+namespace
+{
+constexpr int stragglerMilliseconds = 40;
+
+xcb_screen_t* screenNumber(xcb_connection_t* connection, int number)
+{
+    auto screens = xcb_setup_roots_iterator(xcb_get_setup(connection));
+    for (; screens.rem > 1 && number > 0; --number)
+        xcb_screen_next(&screens);
+    return screens.data;
+}
+
+// Of a picture whose words are those of this machine: 32 bits for 24 of colour, lowest byte first.
+bool takesOurPictures(xcb_connection_t* connection)
+{
+    const xcb_setup_t* setup = xcb_get_setup(connection);
+    if (setup->image_byte_order != XCB_IMAGE_ORDER_LSB_FIRST)
+        return false;
+    for (auto format = xcb_setup_pixmap_formats_iterator(setup); format.rem > 0; xcb_format_next(&format))
+        if (format.data->depth == X11Connection::depth)
+            return format.data->bits_per_pixel == 32;
+    return false;
+}
+}
+
+std::shared_ptr<X11Connection> X11Connection::open()
+{
+    int number = 0;
+    xcb_connection_t* opened = xcb_connect(nullptr, &number);
+    if (xcb_connection_has_error(opened) != 0)
+    {
+        xcb_disconnect(opened);
+        return nullptr;
+    }
+    std::shared_ptr<X11Connection> result{new X11Connection(opened, screenNumber(opened, number))};
+    if (!takesOurPictures(opened) || !result->chooseVisual())
+        return nullptr;
+    result->listen();
+    return result;
+}
+
+X11Connection::X11Connection(xcb_connection_t* opened, xcb_screen_t* screen)
+    : connection(opened), screenOfDisplay(screen)
+{
+    atoms.load(connection);
+    keys = std::make_unique<X11Keyboard>(connection);
+    cursors = std::make_unique<X11Cursors>(connection, screen);
+}
+
+X11Connection::~X11Connection()
+{
+    cursors.reset();
+    keys.reset();
+    if (colours != 0)
+        xcb_free_colormap(connection, colours);
+    xcb_disconnect(connection);
+}
+
+bool X11Connection::chooseVisual()
+{
+    for (auto depths = xcb_screen_allowed_depths_iterator(screenOfDisplay); depths.rem > 0;
+         xcb_depth_next(&depths))
+    {
+        if (depths.data->depth != depth)
+            continue;
+        for (auto visuals = xcb_depth_visuals_iterator(depths.data); visuals.rem > 0;
+             xcb_visualtype_next(&visuals))
+            if (visuals.data->_class == XCB_VISUAL_CLASS_TRUE_COLOR && visuals.data->red_mask == 0xff0000 &&
+                visuals.data->green_mask == 0xff00 && visuals.data->blue_mask == 0xff)
+            {
+                trueColour = visuals.data->visual_id;
+                colours = xcb_generate_id(connection);
+                xcb_create_colormap(connection, XCB_COLORMAP_ALLOC_NONE, colours, screenOfDisplay->root,
+                                    trueColour);
+                return true;
+            }
+    }
+    return false;
+}
+
+// The callbacks end with this object, which owns both.
+void X11Connection::listen()
+{
+    watch.start(xcb_get_file_descriptor(connection), [this] { dispatch(); });
+    straggler.start(stragglerMilliseconds, [this] { dispatch(); });
+}
+
+void X11Connection::dispatch()
+{
+    const auto self = shared_from_this();
+    while (const auto event = nextEvent())
+        deliver(*event);
+    flush();
+    if (!isAlive())
+    {
+        watch.stop(); // a dead descriptor is readable for ever
+        straggler.stop();
+    }
+}
+
+X11Reply<xcb_generic_event_t> X11Connection::nextEvent()
+{
+    X11Reply<xcb_generic_event_t> event = std::move(lookedAhead);
+    if (event == nullptr)
+        event.reset(xcb_poll_for_event(connection));
+    if (event != nullptr && (event->response_type & 0x7f) == XCB_MOTION_NOTIFY)
+        dropOlderMotion(event);
+    return event;
+}
+
+// Of several moves in a row only the last one counts.
+void X11Connection::dropOlderMotion(X11Reply<xcb_generic_event_t>& event)
+{
+    while ((lookedAhead = X11Reply<xcb_generic_event_t>{xcb_poll_for_event(connection)}) != nullptr)
+    {
+        const auto& older = as<xcb_motion_notify_event_t>(*event);
+        const auto& newer = as<xcb_motion_notify_event_t>(*lookedAhead);
+        if ((newer.response_type & 0x7f) != XCB_MOTION_NOTIFY || newer.event != older.event ||
+            newer.state != older.state)
+            return;
+        event = std::move(lookedAhead);
+    }
+}
+
+void X11Connection::deliver(const xcb_generic_event_t& event)
+{
+    const std::uint8_t type = event.response_type & 0x7f;
+    if (type == 0)
+        return; // an error that nobody waited for: of a window that has just gone
+    if (type == keys->eventType())
+        return keys->handleEvent(event);
+    if (const auto stamp = timeOfEvent(type, event))
+        time = stamp;
+    const auto sink = sinks.find(windowOfEvent(type, event));
+    if (sink != sinks.end())
+        sink->second->handleEvent(type, event);
+}
+
+void X11Connection::sync()
+{
+    X11Reply<xcb_get_input_focus_reply_t>{
+        xcb_get_input_focus_reply(connection, xcb_get_input_focus(connection), nullptr)};
+}
+
+bool X11Connection::exists(xcb_window_t window)
+{
+    const auto asked = xcb_get_window_attributes(connection, window);
+    return X11Reply<xcb_get_window_attributes_reply_t>{
+               xcb_get_window_attributes_reply(connection, asked, nullptr)} != nullptr;
+}
+}

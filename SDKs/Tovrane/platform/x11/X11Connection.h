@@ -1,0 +1,81 @@
+// One connection of our own to the X server. Every frame opens one and closes it again, and with it goes
+// whatever the frame may have left on the server. No other connection in the process is touched, and there is
+// no process-wide error handler: XCB hands errors to whoever asked, or drops them here.
+//
+// The current run loop watches its descriptor. Events that arrived while a reply was waited for do not make
+// the descriptor readable, so a slow timer looks for them, too.
+//
+// All of it is [window thread]. Keep it by shared_ptr: a dispatched event may close the frame that owns it.
+#pragma once
+
+#include "Tovrane/RunLoop.h"
+#include "Tovrane/platform/x11/X11Atoms.h"
+#include "Tovrane/platform/x11/X11Cursors.h"
+#include "Tovrane/platform/x11/X11EventSink.h"
+#include "Tovrane/platform/x11/X11Keyboard.h"
+#include "Tovrane/platform/x11/X11Reply.h"
+
+#include <map>
+#include <memory>
+
+namespace Tovra
+{
+class X11Connection : public std::enable_shared_from_this<X11Connection>
+{
+public:
+    // To the display of DISPLAY. Null if there is none, or none with 24 bits of colour in 32.
+    static std::shared_ptr<X11Connection> open();
+    ~X11Connection();
+    X11Connection(const X11Connection&) = delete;
+    X11Connection& operator=(const X11Connection&) = delete;
+
+    xcb_connection_t* xcb() const { return connection; }
+    const xcb_screen_t& screen() const { return *screenOfDisplay; }
+    static constexpr std::uint8_t depth = 24;
+    xcb_visualid_t visual() const { return trueColour; }
+    xcb_colormap_t colormap() const { return colours; }
+    xcb_atom_t atom(X11Atom name) const { return atoms[name]; }
+    X11Keyboard& keyboard() { return *keys; }
+    xcb_cursor_t cursor(int type) { return cursors->get(type); }
+    // Of the last event that bore one: what grabs and selections ask for.
+    xcb_timestamp_t lastTime() const { return time; }
+
+    // False once the server has gone. Requests then do nothing.
+    bool isAlive() const { return xcb_connection_has_error(connection) == 0; }
+
+    // The sink gets the window's events until forgetWindow.
+    void watchWindow(xcb_window_t window, X11EventSink& sink) { sinks[window] = &sink; }
+    void forgetWindow(xcb_window_t window) { sinks.erase(window); }
+
+    // Hands out all events that have arrived, and sends what is waiting to be sent.
+    void dispatch();
+    void flush() { xcb_flush(connection); }
+    // Waits until the server has answered all requests so far; their errors are behind that.
+    void sync();
+
+    // Whether a window of that number is there.
+    bool exists(xcb_window_t window);
+
+private:
+    X11Connection(xcb_connection_t* opened, xcb_screen_t* screen);
+
+    bool chooseVisual();
+    void listen();
+    X11Reply<xcb_generic_event_t> nextEvent();
+    void deliver(const xcb_generic_event_t& event);
+    void dropOlderMotion(X11Reply<xcb_generic_event_t>& event);
+
+    xcb_connection_t* const connection;
+    xcb_screen_t* const screenOfDisplay;
+    xcb_visualid_t trueColour = 0;
+    xcb_colormap_t colours = 0;
+    X11Atoms atoms;
+    std::unique_ptr<X11Keyboard> keys;
+    std::unique_ptr<X11Cursors> cursors;
+    std::map<xcb_window_t, X11EventSink*> sinks;
+    X11Reply<xcb_generic_event_t> lookedAhead;
+    xcb_timestamp_t time = XCB_CURRENT_TIME;
+    DescriptorWatch watch;
+    RepeatingTimer straggler;
+};
+}

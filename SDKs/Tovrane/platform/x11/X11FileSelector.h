@@ -1,0 +1,27 @@
+// The file panel of the desktop: its own program, which runs while the toolkit's timers and this frame's
+// connection go on. Meanwhile the frame takes no clicks and keys.
+#pragma once
+
+#include "Tovrane/IFileSelector.h"
+#include "Tovrane/platform/x11/X11Frame.h"
+
+namespace Tovra
+{
+// [window thread]
+class X11FileSelector : public IFileSelector
+{
+public:
+    explicit X11FileSelector(X11Frame& frame) : owner(&frame) {}
+
+    // Tells the user when there is no program to ask.
+    std::vector<std::string> run(const FileSelectorOptions& options) override;
+
+protected:
+    ~X11FileSelector() override = default;
+
+private:
+    void tellThatThereIsNone();
+
+    const Kept<X11Frame> owner;
+};
+}

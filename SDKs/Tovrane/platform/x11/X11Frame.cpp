@@ -1,0 +1,235 @@
+#include "Tovrane/platform/x11/X11Frame.h"
+
+#include "Tovrane/CFrame.h"
+#include "Tovrane/IOSBitmap.h"
+#include "Tovrane/platform/x11/X11FileSelector.h"
+#include "Tovrane/platform/x11/X11Keys.h"
+#include "Tovrane/platform/x11/X11OptionMenu.h"
+#include "Tovrane/platform/x11/X11TextEdit.h"
+
+#include <cstdint>
+#include <limits>
+
+namespace Tovra
+{
+namespace
+{
+CPoint placeOf(std::int16_t x, std::int16_t y)
+{
+    return CPoint(x, y);
+}
+}
+
+void useX11Frames()
+{
+    IFrame::setPlatformFactory(&X11Frame::create);
+}
+
+IFrame* X11Frame::create(CFrame* frame, const CRect& size, void* parent)
+{
+    const auto number = reinterpret_cast<std::uintptr_t>(parent);
+    if (number == 0 || number > std::numeric_limits<xcb_window_t>::max())
+        return nullptr;
+    auto connection = X11Connection::open();
+    if (connection == nullptr || !connection->exists(xcb_window_t(number)))
+        return nullptr;
+    auto* made = new X11Frame(frame, std::move(connection), size, xcb_window_t(number));
+    if (!made->window.isGone())
+        return made;
+    made->forget();
+    return nullptr;
+}
+
+X11Frame::X11Frame(CFrame* owner, std::shared_ptr<X11Connection> connection, const CRect& size,
+                   xcb_window_t host)
+    : IFrame(owner),
+      server(std::move(connection)),
+      parent(host),
+      events(owner),
+      window(server, *this, X11Window::child, host,
+             X11Window::bounded(0.0, 0.0, size.right - size.left, size.bottom - size.top)),
+      surface(server),
+      dropTarget(*this, window, events)
+{
+    if (window.isGone())
+        return;
+    constexpr std::uint32_t versionAndMapped[] = {0, 1};
+    const xcb_atom_t info = server->atom(X11Atom::xembedInfo);
+    window.setProperty(info, info, versionAndMapped, 2);
+    dropTarget.announce();
+    window.show();
+}
+
+X11Frame::~X11Frame()
+{
+    X11Frame::clearFrame();
+}
+
+void X11Frame::clearFrame()
+{
+    events.disconnect();
+    windowGone();
+    window.destroy();
+    IFrame::clearFrame();
+}
+
+// What lies on the window is over as well.
+void X11Frame::windowGone()
+{
+    if (menu != nullptr)
+        menu->cancel();
+    if (field != nullptr)
+        field->disconnect();
+}
+
+bool X11Frame::getGlobalPosition(CPoint& position) const
+{
+    if (window.isGone())
+        return false;
+    const auto asked = xcb_translate_coordinates(server->xcb(), window.id(), server->screen().root, 0, 0);
+    const X11Reply<xcb_translate_coordinates_reply_t> reply{
+        xcb_translate_coordinates_reply(server->xcb(), asked, nullptr)};
+    if (reply == nullptr)
+        return false;
+    position = placeOf(reply->dst_x, reply->dst_y);
+    return true;
+}
+
+CPoint X11Frame::toScreen(CPoint point) const
+{
+    if (events.isConnected())
+        events.getFrame()->convertPluginToWorld(point);
+    CPoint origin;
+    getGlobalPosition(origin);
+    return CPoint(origin.x + point.x, origin.y + point.y);
+}
+
+double X11Frame::scale() const
+{
+    CRect unit(0.0, 0.0, 1.0, 1.0);
+    if (events.isConnected())
+        events.getFrame()->convertPluginToWorld(unit);
+    const double pixels = unit.right - unit.left;
+    return pixels >= 0.5 && pixels <= 8.0 ? pixels : 1.0;
+}
+
+bool X11Frame::setSize(const CRect& size)
+{
+    if (window.isGone())
+        return false;
+    window.setPlace(X11Window::bounded(window.place().x, window.place().y, size.right - size.left,
+                                       size.bottom - size.top));
+    return true;
+}
+
+bool X11Frame::getSize(CRect& size) const
+{
+    size = CRect(0.0, 0.0, window.place().width, window.place().height);
+    return !window.isGone();
+}
+
+X11Reply<xcb_query_pointer_reply_t> X11Frame::pointer() const
+{
+    if (window.isGone())
+        return nullptr;
+    const auto asked = xcb_query_pointer(server->xcb(), window.id());
+    return X11Reply<xcb_query_pointer_reply_t>{xcb_query_pointer_reply(server->xcb(), asked, nullptr)};
+}
+
+bool X11Frame::getCurrentMousePosition(CPoint& position) const
+{
+    const auto reply = pointer();
+    if (reply == nullptr || !reply->same_screen)
+        return false;
+    position = placeOf(reply->win_x, reply->win_y);
+    if (events.isConnected())
+        events.getFrame()->convertWorldToPlugin(position);
+    return true;
+}
+
+bool X11Frame::getCurrentMouseButtons(long& word) const
+{
+    const auto reply = pointer();
+    if (reply == nullptr)
+        return false;
+    word = mouseWordOfState(reply->mask);
+    return true;
+}
+
+bool X11Frame::setMouseCursor(CCursorType type)
+{
+    window.setCursor(server->cursor(type));
+    return !window.isGone();
+}
+
+void* X11Frame::getSystemWindow() const
+{
+    return static_cast<IBlitTarget*>(const_cast<X11Frame*>(this));
+}
+
+bool X11Frame::invalidRect(const CRect&)
+{
+    if (!isOpen() || events.getFrame()->getFrameBitmap() == nullptr)
+        return false;
+    IOSBitmap& picture = *events.getFrame()->getFrameBitmap();
+    CRect target(0.0, 0.0, picture.getWidth(), picture.getHeight());
+    events.getFrame()->convertPluginToWorld(target);
+    picture.drawToContext(getSystemWindow(), &target, nullptr);
+    return true;
+}
+
+void X11Frame::blit(const BlitPicture& picture, const CRect& target)
+{
+    surface.show(
+        window, picture,
+        X11Window::bounded(target.left, target.top, target.right - target.left, target.bottom - target.top));
+}
+
+IOSTextEdit* X11Frame::createPlatformTextEdit(CFrame*, ITextEditCallback* callback, CView*)
+{
+    if (!isOpen() || callback == nullptr)
+        return nullptr;
+    return new X11TextEdit(*this, *callback);
+}
+
+void X11Frame::endTextEdit(const X11TextEdit& gone)
+{
+    if (field != &gone)
+        return;
+    field = nullptr;
+    if (shared != nullptr)
+        shared->forgetAsker();
+}
+
+IOptionMenu* X11Frame::createOptionMenu(CFrame*)
+{
+    return new X11OptionMenu(*this);
+}
+
+bool X11Frame::beginMenu(X11OptionMenu& opened)
+{
+    if (menu != nullptr || !isOpen())
+        return false;
+    menu = &opened;
+    return true;
+}
+
+bool X11Frame::beginPanel()
+{
+    if (isBlocked || !isOpen())
+        return false;
+    return isBlocked = true;
+}
+
+IFileSelector* X11Frame::createFileSelector(CFrame*)
+{
+    return new X11FileSelector(*this);
+}
+
+X11Clipboard& X11Frame::clipboard()
+{
+    if (shared == nullptr)
+        shared = std::make_unique<X11Clipboard>(server);
+    return *shared;
+}
+}

@@ -1,0 +1,69 @@
+// The pop-up menu: a stack of open panels, and what the mouse and keys do to it.
+//
+// While it is open it takes the mouse and the keyboard for itself, and runs the toolkit's timers and its own
+// connection's events on a run loop of its own; the host's loop stands. It closes without a choice when the
+// user clicks beside it or presses escape, and when its frame or the frame's window goes away.
+#pragma once
+
+#include "Tovrane/IOptionMenu.h"
+#include "Tovrane/Kept.h"
+#include "Tovrane/platform/x11/X11Frame.h"
+#include "Tovrane/platform/x11/X11MenuPanel.h"
+
+#include <memory>
+#include <vector>
+
+namespace Tovra
+{
+// [window thread]
+class X11OptionMenu : public IOptionMenu, private X11EventSink
+{
+public:
+    explicit X11OptionMenu(X11Frame& frame) : owner(&frame) {}
+
+    MenuChoice openMenu(IMenu& menu) override;
+
+    // Closes it without a choice. The frame calls it, also when it goes away.
+    void cancel()
+    {
+        choice = {};
+        isDone = true;
+    }
+
+protected:
+    ~X11OptionMenu() override = default;
+
+private:
+    void handleEvent(std::uint8_t type, const xcb_generic_event_t& event) override;
+    X11EventSink& sink() { return *this; }
+    bool takeInput();
+    void run();
+    void tick();
+
+    void moved(int x, int y);
+    void pressed(int button, int x, int y);
+    void released(int button, int x, int y);
+    void keyPressed(const TovraKeyCode& code);
+    void stepTo(int row);
+    void hover(std::size_t level, int row);
+
+    int levelAt(int x, int y) const; // -1 for none
+    X11MenuPanel& deepest() { return *panels.back(); }
+    void openBelow(std::size_t level);
+    void closeBelow(std::size_t level);
+    void choose(std::size_t level);
+
+    const Kept<X11Frame> owner;
+    std::shared_ptr<X11Connection> server;
+    double scale = 1.0;
+    std::vector<std::unique_ptr<X11MenuPanel>> panels;
+    MenuChoice choice;
+    bool isDone = true;
+    bool wasPressed = false; // since it opened: the click that opened it may still be held
+    bool hasMoved = false;
+    int openedX = 0, openedY = 0;
+    int mouseX = 0, mouseY = 0;
+    std::size_t waitingLevel = 0; // whose marked row gets its submenu opened, or its neighbour's closed
+    int waitingTicks = 0;         // 0: none
+};
+}

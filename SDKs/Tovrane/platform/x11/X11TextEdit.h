@@ -1,0 +1,78 @@
+// The live text field: a child window over the frame, drawn by the toolkit.
+//
+// Besides the keys that EditLine knows: control with A, C, X and V, shift with insert, double and triple
+// clicks, dragging, and the middle button for what was selected last, here or elsewhere. Keys come from the
+// frame's window, which keeps the focus.
+#pragma once
+
+#include "Tovrane/CColor.h"
+#include "Tovrane/IOSTextEdit.h"
+#include "Tovrane/RunLoop.h"
+#include "Tovrane/platform/x11/EditLine.h"
+#include "Tovrane/platform/x11/X11Canvas.h"
+#include "Tovrane/platform/x11/X11Frame.h"
+
+#include <memory>
+#include <vector>
+
+namespace Tovra
+{
+class ITextEditCallback;
+
+// [window thread]
+class X11TextEdit : public IOSTextEdit, private X11EventSink
+{
+public:
+    X11TextEdit(X11Frame& frame, ITextEditCallback& callback);
+    ~X11TextEdit() override;
+
+    const char* getText() override;
+    bool setText(const char* text) override;
+    bool updateSize() override;
+    long onKeyDown(TovraKeyCode& code) override;
+
+    // A key of the frame's window with the text that it types. kKeyConsumed: the field may be gone.
+    long keyDown(const TovraKeyCode& code, const std::string& typed);
+    // Whether the frame's window has the keyboard: the caret shows it.
+    void setFocused(bool isFocused);
+    // The frame goes: nothing is shown or told to the callback any more.
+    void disconnect();
+
+private:
+    void handleEvent(std::uint8_t type, const xcb_generic_event_t& event) override;
+    void pressed(const xcb_button_press_event_t& event);
+    void dragged(int x);
+    bool command(const TovraKeyCode& code);
+    bool navigate(const TovraKeyCode& code);
+    bool edit(const TovraKeyCode& code, const std::string& typed);
+    void copy();
+    void paste(X11Clipboard::Which from);
+    void offerSelection();
+
+    void changed();
+    void paint();
+    void keepCaretInSight(const std::vector<double>& edges);
+    // Where each character begins, by bytes, in pixels from the text's start; inside one, its start's.
+    std::vector<double> measure();
+    std::size_t positionAt(int x);
+
+    Kept<X11Frame> owner; // null once disconnected
+    ITextEditCallback* callback;
+    EditLine line{std::size_t(textSize - 1)};
+    X11Canvas canvas;
+    X11Window window;
+    RepeatingTimer blink;
+    CColor back;
+    CColor font;
+    double fontSize = 12.0;
+    double clippedLeft = 0.0; // pixels of the field to the left and above of what is seen
+    double clippedTop = 0.0;
+    double fieldWidth = 1.0;
+    double fieldHeight = 1.0;
+    double scrolled = 0.0;
+    bool isCaretOn = true;
+    bool isFocused = true;
+    bool isDragging = false;
+    ClickCounter clicks;
+};
+}

@@ -1,0 +1,127 @@
+// What keys do to the live text field, and its clipboard.
+#include "Tovrane/ITextEditCallback.h"
+#include "Tovrane/platform/x11/X11TextEdit.h"
+
+namespace Tovra
+{
+long X11TextEdit::onKeyDown(TovraKeyCode& code)
+{
+    std::string typed;
+    if (code.virtualKey >= kVirtualKeypad0 && code.virtualKey < kVirtualKeypadMultiply)
+        typed = char('0' + (code.virtualKey - kVirtualKeypad0));
+    else if (code.virtualKey == kVirtualSpace)
+        typed = " ";
+    else
+        typed = utf8OfCharacter(code.character);
+    return keyDown(code, typed);
+}
+
+long X11TextEdit::keyDown(const TovraKeyCode& code, const std::string& typed)
+{
+    if (callback == nullptr)
+        return kKeyNotHandled;
+    const Kept<X11Frame> alive(owner);
+    if (callback->textEditOnKeyDown(code) == kKeyConsumed)
+        return kKeyConsumed;
+    if (alive->activeTextEdit() != this)
+        return kKeyConsumed; // gone meanwhile
+    const bool ends = code.virtualKey == kVirtualReturn || code.virtualKey == kVirtualKeypadEnter ||
+                      code.virtualKey == kVirtualEscape;
+    if (ends)
+    {
+        callback->textEditLooseFocus(code.virtualKey != kVirtualEscape); // mostly the end of this
+        return kKeyConsumed;
+    }
+    if (!command(code) && !navigate(code) && !edit(code, typed))
+        return kKeyNotHandled;
+    changed();
+    return kKeyConsumed;
+}
+
+// What control, or shift with insert and delete, does.
+bool X11TextEdit::command(const TovraKeyCode& code)
+{
+    const bool isControl = (code.modifiers & (kKeyControl | kKeyCommand)) != 0;
+    const bool isShift = (code.modifiers & kKeyShift) != 0;
+    const auto key = isControl ? (code.character | 0x20) : 0; // lower case
+    const bool isInsert = code.virtualKey == kVirtualInsert;
+    const bool isCut = key == 'x' || (code.virtualKey == kVirtualDelete && isShift && !isControl);
+    if (key == 'a')
+    {
+        line.selectAll();
+        offerSelection();
+    }
+    else if (key == 'c' || (isInsert && isControl) || isCut)
+    {
+        copy();
+        if (isCut && line.hasSelection())
+            line.erase(EditLine::character, true);
+    }
+    else if (key == 'v' || (isInsert && isShift))
+        paste(X11Clipboard::copied);
+    else
+        return false;
+    return true;
+}
+
+bool X11TextEdit::navigate(const TovraKeyCode& code)
+{
+    const bool extend = (code.modifiers & kKeyShift) != 0;
+    const auto step =
+        (code.modifiers & (kKeyControl | kKeyCommand)) != 0 ? EditLine::word : EditLine::character;
+    switch (code.virtualKey)
+    {
+    case kVirtualLeft:
+    case kVirtualRight:
+        line.move(step, code.virtualKey == kVirtualRight, extend);
+        break;
+    case kVirtualUp:
+    case kVirtualHome:
+        line.move(EditLine::wholeLine, false, extend);
+        break;
+    case kVirtualDown:
+    case kVirtualEnd:
+        line.move(EditLine::wholeLine, true, extend);
+        break;
+    default:
+        return false;
+    }
+    if (extend)
+        offerSelection();
+    return true;
+}
+
+bool X11TextEdit::edit(const TovraKeyCode& code, const std::string& typed)
+{
+    const unsigned commands = code.modifiers & (kKeyControl | kKeyCommand);
+    if (code.virtualKey == kVirtualBackspace || code.virtualKey == kVirtualDelete)
+        line.erase(commands != 0 ? EditLine::word : EditLine::character, code.virtualKey == kVirtualDelete);
+    else if (typed.empty() || commands != 0)
+        return false;
+    else
+        line.insert(typed);
+    return true;
+}
+
+void X11TextEdit::copy()
+{
+    if (line.hasSelection())
+        owner->clipboard().offer(X11Clipboard::copied, line.selected());
+}
+
+void X11TextEdit::offerSelection()
+{
+    if (line.hasSelection())
+        owner->clipboard().offer(X11Clipboard::selection, line.selected());
+}
+
+void X11TextEdit::paste(X11Clipboard::Which from)
+{
+    owner->clipboard().ask(from,
+                           [this](const std::string& text)
+                           {
+                               line.insert(text);
+                               changed();
+                           });
+}
+}

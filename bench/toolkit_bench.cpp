@@ -1,0 +1,199 @@
+// What a full paint of an editor's frame costs, and its parts, beside a plain fill and a plain copy of the
+// same picture in the same run.
+#include "Tovrane/CBitmap.h"
+#include "Tovrane/CDrawContext.h"
+#include "Tovrane/CDrawPath.h"
+#include "Tovrane/CFontDesc.h"
+#include "Tovrane/CFrame.h"
+#include "Tovrane/CMACBitmap.h"
+#include "Tovrane/PelmoAGG.h"
+
+#include <algorithm>
+#include <benchmark/benchmark.h>
+#include <cmath>
+#include <cstring>
+#include <map>
+#include <string>
+#include <vector>
+
+using namespace Tovra;
+
+namespace
+{
+constexpr int width = 600;
+constexpr int height = 350;
+constexpr int textLines = 40;
+constexpr int shapes = 30;
+constexpr int bandPoints = 550;
+
+// An opaque picture with a little going on in it.
+class Background
+{
+public:
+    Background() : bitmap(new CBitmap("", false))
+    {
+        memory.setSize(width, height);
+        PelmoAGG renderer;
+        renderer.attach(memory.getPixelPtr(), width, height, memory.getRowBytes());
+        renderer.fillLinearGradient(0, 0, 0, height, {60, 64, 72, 255}, {28, 30, 34, 255}, 1.0);
+        renderer.rectangle(0, 0, width, height);
+        bitmap->attachImg(&memory);
+    }
+    ~Background() { bitmap->forget(); }
+
+    CMACBitmap memory;
+    CBitmap* bitmap;
+};
+
+Background& background()
+{
+    static Background one;
+    return one;
+}
+
+void drawTexts(CDrawContext& context)
+{
+    context.setFont(kNormalFont, 12.0, 0);
+    context.setFontColor(kWhiteCColor);
+    for (int i = 0; i < textLines; ++i)
+    {
+        const double x = 10 + i % 4 * 145, y = 10 + i / 4 * 22;
+        context.drawString("Release 125.0 ms", {x, y, x + 140, y + 18}, true, CHoriTxtAlign(i % 3));
+    }
+}
+
+void drawShapes(CDrawContext& context)
+{
+    context.setFrameColor({245, 166, 66, 255});
+    context.setFillColor({84, 176, 214, 160});
+    context.setLineWidth(1.5);
+    for (int i = 0; i < shapes; ++i)
+    {
+        const double x = 10 + i % 10 * 58, y = 20 + i / 10 * 110;
+        const CRect rect(x, y, x + 50, y + 60);
+        const auto style = CDrawStyle(i % 3);
+        if (i % 4 == 0)
+            context.drawRect(rect, style);
+        else if (i % 4 == 1)
+            context.drawRoundRect(rect, 8.0f, style);
+        else if (i % 4 == 2)
+            context.drawEllipse(rect, style);
+        else
+            context.drawArc(rect, 135.0f, 270.0f, style);
+    }
+}
+
+void drawBand(CDrawContext& context)
+{
+    context.getAGGRenderer()->fillLinearGradient(0, 230, 0, 340, {245, 166, 66, 230}, {200, 90, 60, 130},
+                                                 {60, 40, 60, 40});
+    CDrawPath path(&context);
+    path.moveTo(25.0f, 340.0f);
+    for (int i = 0; i < bandPoints; ++i)
+        path.lineTo(25.0f + float(i), 260.0f + 30.0f * std::sin(float(i) * 0.05f));
+    path.lineTo(25.0f + bandPoints, 340.0f);
+    path.closePath();
+    path.finish(kFilled, false);
+}
+
+void drawBackground(CDrawContext& context)
+{
+    background().bitmap->draw(&context, {0, 0, width, height}, {0, 0});
+}
+
+using Part = void (*)(CDrawContext&);
+
+class Parts : public CView
+{
+public:
+    explicit Parts(std::vector<Part> drawn) : CView({0, 0, width, height}), parts(std::move(drawn)) {}
+
+    void draw(CDrawContext* context) override
+    {
+        for (Part part : parts)
+            part(*context);
+        setDirty(false);
+    }
+
+private:
+    std::vector<Part> parts;
+};
+
+void paint(benchmark::State& state, const std::vector<Part>& parts)
+{
+    const auto frame = new CFrame(CRect(0, 0, width, height), nullptr, nullptr);
+    frame->setTransparency(true); // the parts are all there is
+    frame->addView(new Parts(parts));
+    frame->idle();
+    for (auto _ : state)
+    {
+        frame->setDirty(true);
+        frame->idle();
+        benchmark::ClobberMemory();
+    }
+    frame->close();
+    frame->forget();
+}
+
+void fillPlainly(benchmark::State& state)
+{
+    std::vector<std::uint32_t> picture(size_t(width) * height);
+    for (auto _ : state)
+    {
+        std::fill(picture.begin(), picture.end(), 0xFF203040u);
+        benchmark::ClobberMemory();
+    }
+}
+
+void copyPlainly(benchmark::State& state)
+{
+    std::vector<std::uint32_t> from(size_t(width) * height, 7), to(from.size());
+    for (auto _ : state)
+    {
+        std::memcpy(to.data(), from.data(), from.size() * sizeof from[0]);
+        benchmark::ClobberMemory();
+    }
+}
+
+// Prints the usual table and collects it, for the ratios at the end.
+class RatioReporter : public benchmark::ConsoleReporter
+{
+public:
+    void ReportRuns(const std::vector<Run>& runs) override
+    {
+        ConsoleReporter::ReportRuns(runs);
+        for (const Run& run : runs)
+            if (run.aggregate_name == "median" || run.repetitions == 1)
+                microseconds[run.run_name.function_name] = run.GetAdjustedCPUTime() / 1e3;
+    }
+
+    void printRatios()
+    {
+        std::printf("\n| case | microseconds | to a fill | to a copy |\n| --- | --- | --- | --- |\n");
+        for (const auto& [name, cost] : microseconds)
+            std::printf("| %s | %.1f | %.2f | %.2f |\n", name.c_str(), cost, cost / microseconds["ref: fill"],
+                        cost / microseconds["ref: copy"]);
+    }
+
+private:
+    std::map<std::string, double> microseconds;
+};
+}
+
+int main(int argc, char** argv)
+{
+    benchmark::RegisterBenchmark("ref: fill", fillPlainly);
+    benchmark::RegisterBenchmark("ref: copy", copyPlainly);
+    const auto add = [](const char* name, std::vector<Part> parts)
+    { benchmark::RegisterBenchmark(name, [parts](benchmark::State& state) { paint(state, parts); }); };
+    add("full paint", {drawBackground, drawTexts, drawShapes, drawBand});
+    add("background", {drawBackground});
+    add("40 texts", {drawTexts});
+    add("30 shapes", {drawShapes});
+    add("gradient band", {drawBand});
+    add("nothing", {});
+    benchmark::Initialize(&argc, argv);
+    RatioReporter reporter;
+    benchmark::RunSpecifiedBenchmarks(&reporter);
+    reporter.printRatios();
+}

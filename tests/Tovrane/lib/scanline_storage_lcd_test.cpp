@@ -1,0 +1,146 @@
+#include "Tovrane/lib/ren_rgba_lcd.h"
+#include "Tovrane/lib/scanline_storage_lcd.h"
+
+#include <agg_renderer_base.h>
+#include <array>
+#include <gtest/gtest.h>
+#include <map>
+#include <vector>
+
+using Covers = std::vector<agg::int8u>;
+
+namespace
+{
+struct Span
+{
+    int x;
+    Covers covers;
+
+    bool operator==(const Span&) const = default;
+};
+
+void PrintTo(const Span& span, std::ostream* out)
+{
+    *out << "at " << span.x << " "
+         << testing::PrintToString(std::vector<int>(span.covers.begin(), span.covers.end()));
+}
+
+const agg::lcd_distribution_lut filter(0.4, 0.2, 0.1);
+
+// What the font cache would hold of one row.
+Covers filtered(int y, const std::vector<Span>& spans)
+{
+    agg::scanline_u8 row;
+    row.reset(spans.front().x, spans.back().x + int(spans.back().covers.size()));
+    for (const Span& span : spans)
+        row.add_cells(span.x, unsigned(span.covers.size()), span.covers.data());
+    row.finalize(y);
+    agg::scanline_storage_lcd storage(filter);
+    storage.prepare();
+    storage.render(row);
+    Covers bytes(storage.byte_size());
+    storage.serialize(bytes.data());
+    return bytes;
+}
+
+// As a renderer reads it back.
+std::map<int, std::vector<Span>> rows(const Covers& bytes)
+{
+    std::map<int, std::vector<Span>> found;
+    agg::serialized_scanlines_adaptor_aa8 adaptor(bytes.data(), unsigned(bytes.size()), 0.0, 0.0);
+    agg::serialized_scanlines_adaptor_aa8::embedded_scanline row;
+    for (bool more = adaptor.rewind_scanlines() && adaptor.sweep_scanline(row); more;
+         more = adaptor.sweep_scanline(row))
+    {
+        auto span = row.begin();
+        for (unsigned left = row.num_spans(); left > 0; --left)
+        {
+            found[row.y()].push_back({span->x, Covers(span->covers, span->covers + span->len)});
+            if (left > 1)
+                ++span;
+        }
+    }
+    return found;
+}
+}
+
+TEST(scanline_storage_lcd, CutsTwoFifthsAFifthAndATenthOfEveryCover)
+{
+    for (unsigned cover = 0; cover < 256; ++cover)
+    {
+        EXPECT_EQ(filter.primary(cover), cover * 2 / 5);
+        EXPECT_EQ(filter.secondary(cover), cover / 5);
+        EXPECT_EQ(filter.tertiary(cover), cover / 10);
+    }
+    const agg::lcd_distribution_lut doubled(0.8, 0.4, 0.2); // only the ratio counts
+    EXPECT_EQ(doubled.primary(255), 102u);
+    EXPECT_EQ(doubled.tertiary(255), 25u);
+}
+
+TEST(scanline_storage_lcd, SpreadsCoverOverFiveThirds)
+{
+    const struct
+    {
+        const char* what;
+        std::vector<Span> in, out;
+    } cases[] = {
+        {"a single third", {{10, {255}}}, {{8, {25, 51, 102, 51, 25}}}},
+        {"left of the origin", {{-1, {100}}}, {{-3, {10, 20, 40, 20, 10}}}},
+        {"an edge", {{3, {255, 255, 255, 255, 255}}}, {{1, {25, 76, 178, 229, 254, 229, 178, 76, 25}}}},
+        {"two spans that meet", {{10, {255}}, {12, {255}}}, {{8, {25, 51, 127, 102, 127, 51, 25}}}},
+        {"two spans apart", {{0, {255}}, {6, {10}}}, {{-2, {25, 51, 102, 51, 25}}, {4, {1, 2, 4, 2, 1}}}},
+        {"too weak for its neighbours", {{0, {4}}}, {{0, {1}}}},
+    };
+    for (const auto& c : cases)
+        EXPECT_EQ(rows(filtered(7, c.in))[7], c.out) << c.what;
+    EXPECT_TRUE(rows(filtered(7, {{0, {2}}})).empty()) << "too weak at all";
+}
+
+TEST(ren_rgba_lcd, BlendsEachThirdIntoTheByteThatItStandsFor)
+{
+    // Two pixels of blue, green, red, alpha; thirds 0 to 5.
+    const struct
+    {
+        const char* what;
+        Covers covers;
+        int x;
+        unsigned alpha;
+        std::array<int, 8> out;
+    } cases[] = {
+        {"all", {255, 255, 255, 255, 255, 255}, 0, 255, {200, 100, 50, 7, 200, 100, 50, 7}},
+        {"across a pixel's edge", {255, 255}, 2, 255, {10, 10, 50, 7, 200, 10, 10, 7}},
+        {"none", {0, 0, 0, 0, 0, 0}, 0, 255, {10, 10, 10, 7, 10, 10, 10, 7}},
+        {"half of one", {128}, 4, 255, {10, 10, 10, 7, 10, 55, 10, 7}},
+        {"a half colour", {255}, 4, 128, {10, 10, 10, 7, 10, 55, 10, 7}},
+        {"a quarter by both", {128}, 0, 128, {58, 10, 10, 7, 10, 10, 10, 7}},
+        {"clipped on both sides",
+         {255, 255, 255, 255, 255, 255, 255, 255, 255, 255},
+         -2,
+         255,
+         {200, 100, 50, 7, 200, 100, 50, 7}},
+    };
+    for (const auto& c : cases)
+    {
+        std::array<agg::int8u, 8> pixels = {10, 10, 10, 7, 10, 10, 10, 7};
+        agg::row_accessor<agg::int8u> buffer(pixels.data(), 2, 1, 8);
+        agg::ren_rgba_lcd thirds(buffer);
+        agg::renderer_base<agg::ren_rgba_lcd> renderer(thirds);
+        const agg::rgba8 color(50, 100, 200, c.alpha);
+        renderer.blend_solid_hspan(c.x, 0, int(c.covers.size()), color, c.covers.data());
+        EXPECT_EQ((std::array<int, 8>{pixels[0], pixels[1], pixels[2], pixels[3], pixels[4], pixels[5],
+                                      pixels[6], pixels[7]}),
+                  c.out)
+            << c.what;
+    }
+}
+
+TEST(ren_rgba_lcd, FillsRunsOfOneCoverWithinItsClip)
+{
+    std::array<agg::int8u, 8> pixels{};
+    agg::row_accessor<agg::int8u> buffer(pixels.data(), 2, 1, 8);
+    agg::ren_rgba_lcd thirds(buffer);
+    agg::renderer_base<agg::ren_rgba_lcd> renderer(thirds);
+    renderer.clip_box(1, 0, 3, 0);
+    renderer.blend_hline(-100, 0, 100, agg::rgba8(255, 255, 255), 255);
+    EXPECT_EQ(pixels, (std::array<agg::int8u, 8>{0, 255, 255, 0, 255, 0, 0, 0}));
+}

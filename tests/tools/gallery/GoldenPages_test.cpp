@@ -1,0 +1,82 @@
+#include "Tovrane/IOSBitmap.h"
+#include "gallery/GalleryPage.h"
+#include "support/Golden.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <ostream>
+#include <vector>
+
+static PictureMemory memoryOf(Tovra::IOSBitmap& bitmap)
+{
+    return {bitmap.getPixelPtr(), bitmap.getWidth(), bitmap.getHeight(), bitmap.getRowBytes()};
+}
+
+namespace Gallery
+{
+static void PrintTo(const Page& page, std::ostream* out)
+{
+    *out << page.name;
+}
+}
+
+class GoldenPages : public testing::TestWithParam<Gallery::Page>
+{
+};
+
+TEST_P(GoldenPages, LookAsTheyDid)
+{
+    Gallery::Show show(GetParam());
+    EXPECT_TRUE(looksLikeGolden(memoryOf(show.picture()), std::string("gallery-") + GetParam().name));
+}
+
+// Whatever part is painted anew, the picture stays as it is.
+TEST_P(GoldenPages, StayTheSameWhenPartsArePaintedAgain)
+{
+    Gallery::Show show(GetParam());
+    const PictureMemory memory = memoryOf(show.picture());
+    const auto bytes = [&memory] {
+        return std::vector<unsigned char>(memory.pixels,
+                                          memory.pixels + long(memory.height) * memory.rowBytes);
+    };
+    const std::vector<unsigned char> whole = bytes();
+    const auto change = [&]
+    {
+        int largest = 0;
+        for (size_t i = 0; i < whole.size(); ++i)
+            largest = std::max(largest, std::abs(memory.pixels[i] - whole[i]));
+        return largest;
+    };
+    show.frame().setDirty(true);
+    show.picture();
+    EXPECT_EQ(change(), 0);
+    for (const Tovra::CRect& part : {Tovra::CRect(0, 0, 640, 420), Tovra::CRect(0, 57, 640, 231)})
+    {
+        show.frame().addDirtyRect(part);
+        show.picture();
+        EXPECT_LE(change(), 4) << "from " << part.top; // edges that are cut there round otherwise
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Gallery, GoldenPages, testing::ValuesIn(Gallery::pages()),
+                         [](const auto& page) { return std::string(page.param.name); });
+
+TEST(PictureComparison, FindsASinglePixelAndAMissingPicture)
+{
+    if (std::getenv("LODEX_GOLDEN"))
+        GTEST_SKIP() << "pictures are being renewed";
+    Gallery::Show show(Gallery::pages().front());
+    PictureMemory memory = memoryOf(show.picture());
+    std::vector<unsigned char> bytes(memory.pixels, memory.pixels + long(memory.height) * memory.rowBytes);
+    memory.pixels = bytes.data();
+    unsigned char& one = bytes[size_t(memory.rowBytes) * 10 + 401]; // of the plain ground
+    const std::string name = std::string("gallery-") + Gallery::pages().front().name;
+    one = static_cast<unsigned char>(one + 2);
+    EXPECT_TRUE(looksLikeGolden(memory, name));
+    one = static_cast<unsigned char>(one + 1);
+    EXPECT_FALSE(looksLikeGolden(memory, name));
+    EXPECT_TRUE(looksLikeGolden(memory, name, {.channel = 2, .pixels = 1}));
+    memory.height -= 1;
+    EXPECT_FALSE(looksLikeGolden(memory, name));
+    EXPECT_FALSE(looksLikeGolden(memory, "a picture that nobody keeps"));
+}

@@ -1,0 +1,126 @@
+#include "Tovrane/IOSTextEdit.h"
+#include "Tovrane/ITextEditCallback.h"
+#include "Tovrane/platform/x11/X11OptionMenu.h"
+#include "windows/PlainMenu.h"
+#include "windows/WindowTest.h"
+
+#include <filesystem>
+#include <fstream>
+#include <malloc.h>
+#include <xcb/res.h>
+
+using namespace Tovra;
+
+namespace
+{
+class Callback : public ITextEditCallback
+{
+public:
+    CColor textEditGetBackColor() const override { return kBlackCColor; }
+    CColor textEditGetFontColor() const override { return kWhiteCColor; }
+    CRect textEditGetSize() const override { return {10.0, 10.0, 110.0, 30.0}; }
+    CRect textEditGetVisibleSize() const override { return textEditGetSize(); }
+    void textEditLooseFocus(bool) override {}
+    long textEditOnKeyDown(const TovraKeyCode&) override { return kKeyNotHandled; }
+    void convertPluginToWorld(CRect&) const override {}
+};
+
+class LeaksTest : public WindowTest
+{
+protected:
+    // A frame with a text field and a menu that a timer closes again.
+    void openAndClose()
+    {
+        openFrame();
+        PlainMenu menu;
+        menu.add("One", 0);
+        menu.addSubmenu("Two").add("Three", 0);
+        {
+            Callback callback;
+            const std::unique_ptr<IOSTextEdit> field(window().createPlatformTextEdit(frame, &callback, view));
+            field->setText("text");
+            window().clipboard().offer(X11Clipboard::copied, "text");
+            const auto popUp =
+                Kept<X11OptionMenu>::adopt(dynamic_cast<X11OptionMenu*>(window().createOptionMenu(frame)));
+            RepeatingTimer close;
+            close.start(1, [&] { popUp->cancel(); });
+            popUp->openMenu(menu);
+            window().setMouseCursor(kCursorHand);
+        }
+        closeFrame();
+    }
+
+    // All that all clients have on the server.
+    std::size_t serverResources() const
+    {
+        xcb_connection_t* c = observer->xcb();
+        const X11Reply<xcb_res_query_clients_reply_t> clients{
+            xcb_res_query_clients_reply(c, xcb_res_query_clients(c), nullptr)};
+        std::size_t total = std::size_t(xcb_res_query_clients_clients_length(clients.get()));
+        for (auto client = xcb_res_query_clients_clients_iterator(clients.get()); client.rem > 0;
+             xcb_res_client_next(&client))
+        {
+            const auto asked = xcb_res_query_client_resources(c, client.data->resource_base);
+            const X11Reply<xcb_res_query_client_resources_reply_t> resources{
+                xcb_res_query_client_resources_reply(c, asked, nullptr)};
+            for (auto type = xcb_res_query_client_resources_types_iterator(resources.get()); type.rem > 0;
+                 xcb_res_type_next(&type))
+                total += type.data->count;
+        }
+        return total;
+    }
+
+    static std::size_t descriptors()
+    {
+        using Walk = std::filesystem::directory_iterator;
+        return std::size_t(std::distance(Walk("/proc/self/fd"), Walk()));
+    }
+    static std::size_t sharedSegments()
+    {
+        std::ifstream list("/proc/sysvipc/shm");
+        const std::string pid = " " + std::to_string(getpid()) + " ";
+        std::size_t count = 0;
+        for (std::string line; std::getline(list, line);)
+            count += line.find(pid) != std::string::npos ? 1 : 0;
+        return count;
+    }
+    static std::size_t heap() { return mallinfo2().uordblks; }
+};
+}
+
+TEST_F(LeaksTest, NothingIsLeftOfTwoHundredOpenings)
+{
+    constexpr int openings = 200;
+    for (int i = 0; i < 2 * openings; ++i) // the allocator's own stores are filled by then, too
+    {
+        openAndClose();
+        log.clear();
+    }
+    EXPECT_TRUE(until([this] { return serverResources() > 0; }));
+    const std::size_t resources = serverResources();
+    const std::size_t files = descriptors();
+    const std::size_t segments = sharedSegments();
+    const std::size_t memory = heap();
+    for (int i = 0; i < openings; ++i)
+    {
+        openAndClose();
+        log.clear();
+    }
+    EXPECT_TRUE(until([&] { return serverResources() <= resources; }))
+        << serverResources() << " of " << resources;
+    EXPECT_EQ(descriptors(), files);
+    EXPECT_EQ(sharedSegments(), segments);
+    EXPECT_LT(heap(), memory + 128 * openings) << "more than 128 bytes an opening";
+}
+
+TEST_F(LeaksTest, TheCountersCount)
+{
+    openFrame();
+    const std::size_t resources = serverResources();
+    const std::size_t files = descriptors();
+    const auto another = X11Connection::open();
+    another->cursor(kCursorHand);
+    another->sync();
+    EXPECT_GT(serverResources(), resources);
+    EXPECT_EQ(descriptors(), files + 1);
+}

@@ -1,0 +1,202 @@
+#include "windows/WindowTest.h"
+
+#include "Tovrane/CDragContainer.h"
+#include "Tovrane/CDrawContext.h"
+#include "Tovrane/platform/x11/ChildProcess.h"
+#include "support/Png.h"
+
+#include <chrono>
+#include <fstream>
+#include <sstream>
+
+using namespace Tovra;
+
+namespace
+{
+std::string described(const char* word, const TovraKeyCode& code)
+{
+    std::ostringstream text;
+    text << word << ' ';
+    if (code.character > 0x20 && code.character < 0x7f)
+        text << char(code.character);
+    else
+        text << code.character;
+    text << ' ' << int(code.virtualKey) << ' ' << int(code.modifiers);
+    return text.str();
+}
+
+std::string described(CDragContainer& drag)
+{
+    std::ostringstream text;
+    text << drag.getCount();
+    long size = 0;
+    long type = 0;
+    for (void* item = drag.first(size, type); item != nullptr; item = drag.next(size, type))
+        text << ' ' << type << ':' << std::string(static_cast<char*>(item), std::size_t(size));
+    return text.str();
+}
+}
+
+UserView::UserView(Log& written, const CRect& rect) : Recording(written, "view", rect), log(written) {}
+
+void UserView::draw(CDrawContext* context)
+{
+    const CRect& all = getViewSize();
+    const double middle = all.left + all.getWidth() / 2.0;
+    context->setFillColor(kRedCColor);
+    context->drawRect(CRect(all.left, all.top, middle, all.bottom), kFilled);
+    context->setFillColor(kBlueCColor);
+    context->drawRect(CRect(middle, all.top, all.right, all.bottom), kFilled);
+    setDirty(false);
+}
+
+long UserView::onKeyDown(TovraKeyCode& code)
+{
+    log.push_back(described("key", code));
+    return keyAnswer;
+}
+
+long UserView::onKeyUp(TovraKeyCode& code)
+{
+    log.push_back(described("up", code));
+    return keyAnswer;
+}
+
+void UserView::onDragEnter(CDragContainer* drag, const CPoint& where)
+{
+    Recording::onDragEnter(drag, where);
+    log.push_back("content " + described(*drag));
+}
+
+bool UserView::onDrop(CDragContainer* drag, const CPoint& where)
+{
+    Recording::onDrop(drag, where);
+    log.push_back("dropped " + described(*drag));
+    return takesDrops;
+}
+
+WindowTest::WindowTest()
+{
+    RunLoop::enter(loop);
+    useX11Frames();
+    observer = X11Connection::open();
+    host = std::make_unique<HostWindow>();
+    if (observer == nullptr || !until([this] { return host->window() != 0; }))
+        throw std::runtime_error("no X server, or no host's window: see script/test_windows");
+}
+
+WindowTest::~WindowTest()
+{
+    closeFrame();
+    IFrame::setPlatformFactory(nullptr);
+}
+
+void WindowTest::openFrame()
+{
+    const CRect all(0.0, 0.0, width, height);
+    frame = new CFrame(all, host->parent(), nullptr);
+    view = new UserView(log, all);
+    view->answers = {{"down", kMouseHandled}, {"wheel", 1}};
+    frame->addView(view);
+    frame->setFocusView(view);
+    frame->idle();
+    idle.start(20, [this] { frame->idle(); });
+    settle();
+}
+
+void WindowTest::closeFrame()
+{
+    idle.stop();
+    if (frame == nullptr)
+        return;
+    frame->close();
+    frame->forget();
+    frame = nullptr;
+    view = nullptr;
+}
+
+bool WindowTest::until(const std::function<bool()>& isSo)
+{
+    using clock = std::chrono::steady_clock;
+    const auto end = clock::now() + std::chrono::seconds(10);
+    while (!isSo())
+    {
+        if (clock::now() > end)
+            return false;
+        loop.runOnce(5);
+        host->read();
+    }
+    return true;
+}
+
+void WindowTest::settle()
+{
+    observer->sync();
+    window().sharedConnection()->sync();
+    window().sharedConnection()->dispatch();
+}
+
+std::string WindowTest::run(const std::string& words)
+{
+    std::istringstream parts(words);
+    std::vector<std::string> command;
+    for (std::string word; parts >> word;)
+        command.push_back(word);
+    ChildProcess child;
+    if (!child.start(command, {}) || !until([&] { return !child.isRunning(); }) || !child.succeeded())
+        ADD_FAILURE() << words << " failed";
+    return child.output();
+}
+
+void WindowTest::click(int x, int y, int button)
+{
+    moveTo(x, y);
+    user("click " + std::to_string(button));
+}
+
+void WindowTest::takeKeyboard()
+{
+    click(10, 10);
+    EXPECT_TRUE(until(
+        [this]
+        {
+            xcb_connection_t* c = observer->xcb();
+            const X11Reply<xcb_get_input_focus_reply_t> reply{
+                xcb_get_input_focus_reply(c, xcb_get_input_focus(c), nullptr)};
+            return reply && reply->focus == window().windowId();
+        }));
+}
+
+bool WindowTest::saw(const std::string& entry) const
+{
+    return std::find(log.begin(), log.end(), entry) != log.end();
+}
+
+std::uint32_t WindowTest::pixel(int x, int y) const
+{
+    xcb_connection_t* c = observer->xcb();
+    const auto asked = xcb_get_image(c, XCB_IMAGE_FORMAT_Z_PIXMAP, observer->screen().root,
+                                     std::int16_t(left + x), std::int16_t(top + y), 1, 1, ~0u);
+    const X11Reply<xcb_get_image_reply_t> image{xcb_get_image_reply(c, asked, nullptr)};
+    if (image == nullptr)
+        return ~0u;
+    return *reinterpret_cast<const std::uint32_t*>(xcb_get_image_data(image.get())) & 0xffffffu;
+}
+
+void WindowTest::photograph(const std::string& name) const
+{
+    constexpr unsigned w = 640;
+    constexpr unsigned h = 480;
+    xcb_connection_t* c = observer->xcb();
+    const auto asked = xcb_get_image(c, XCB_IMAGE_FORMAT_Z_PIXMAP, observer->screen().root, 0, 0, w, h, ~0u);
+    const X11Reply<xcb_get_image_reply_t> image{xcb_get_image_reply(c, asked, nullptr)};
+    const char* folder = std::getenv("LODEX_PHOTOGRAPHS");
+    if (image == nullptr || folder == nullptr)
+        return;
+    std::vector<unsigned char> samples;
+    const unsigned char* data = xcb_get_image_data(image.get());
+    for (unsigned i = 0; i < w * h; ++i)
+        samples.insert(samples.end(), {data[i * 4 + 2], data[i * 4 + 1], data[i * 4]});
+    const std::string png = Png{w, h, PNG_COLOR_TYPE_RGB, samples};
+    std::ofstream(std::string(folder) + "/" + name + ".png", std::ios::binary) << png;
+}

@@ -1,0 +1,83 @@
+// A frame in a window of another process, on a real X server, with a user who moves the mouse and types.
+//
+// until() runs the loop until something is so; ten seconds without that are a failure, and nothing else looks
+// at the time.
+#pragma once
+
+#include "Tovrane/CFrame.h"
+#include "Tovrane/PollRunLoop.h"
+#include "Tovrane/RecordingView.h"
+#include "Tovrane/platform/x11/X11Frame.h"
+#include "windows/HostWindow.h"
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+
+// Writes keys and drags down in more detail: "key a 0 1" is character, virtual key and modifiers.
+class UserView : public Recording<Tovra::CView>
+{
+public:
+    UserView(Log& written, const Tovra::CRect& rect);
+
+    // Left half red, right half blue.
+    void draw(Tovra::CDrawContext* context) override;
+    long onKeyDown(Tovra::TovraKeyCode& code) override;
+    long onKeyUp(Tovra::TovraKeyCode& code) override;
+    void onDragEnter(Tovra::CDragContainer* drag, const Tovra::CPoint& where) override;
+    bool onDrop(Tovra::CDragContainer* drag, const Tovra::CPoint& where) override;
+
+    long keyAnswer = Tovra::kKeyConsumed;
+    bool takesDrops = true;
+
+private:
+    Log& log;
+};
+
+class WindowTest : public testing::Test
+{
+protected:
+    static constexpr int width = 300;
+    static constexpr int height = 200;
+    // Of the host's window on the screen.
+    static constexpr int left = 100;
+    static constexpr int top = 80;
+
+    WindowTest();
+    ~WindowTest() override;
+
+    // Opens a frame with one view all over it.
+    void openFrame();
+    void closeFrame();
+    Tovra::X11Frame& window() const { return *dynamic_cast<Tovra::X11Frame*>(frame->getOSFrame()); }
+
+    bool until(const std::function<bool()>& isSo);
+    // Runs what is waiting, until the server has nothing more to say.
+    void settle();
+    // A program and its words, parted by spaces; what it wrote. The loop runs meanwhile.
+    std::string run(const std::string& words);
+    // xdotool, with places relative to the frame.
+    void user(const std::string& words) { run("xdotool " + words); }
+    void moveTo(int x, int y)
+    {
+        user("mousemove " + std::to_string(left + x) + " " + std::to_string(top + y));
+    }
+    void click(int x, int y, int button = 1);
+    // Clicks the frame and waits until keys go there.
+    void takeKeyboard();
+    bool saw(const std::string& entry) const;
+
+    // What the screen shows, relative to the frame: 0xRRGGBB.
+    std::uint32_t pixel(int x, int y) const;
+    // Writes a part of the screen to a picture beside the tests, to look at.
+    void photograph(const std::string& name) const;
+
+    Tovra::PollRunLoop loop;
+    std::unique_ptr<HostWindow> host;
+    std::shared_ptr<Tovra::X11Connection> observer; // somebody else's eyes
+    Log log;
+    Tovra::CFrame* frame = nullptr;
+    UserView* view = nullptr; // the frame's
+    Tovra::RepeatingTimer idle;
+};

@@ -1,0 +1,260 @@
+#include "windows/WindowTest.h"
+
+#include <xcb/xcb.h>
+
+using namespace Tovra;
+using testing::AllOf;
+using testing::Contains;
+using testing::ElementsAre;
+using testing::Not;
+
+namespace
+{
+class X11FrameTest : public WindowTest
+{
+protected:
+    X11FrameTest() { openFrame(); }
+
+    // What the user's words bring, up to the entry that ends them.
+    Log after(const std::string& words, const std::string& last)
+    {
+        log.clear();
+        user(words);
+        EXPECT_TRUE(until([&] { return saw(last); })) << words;
+        return taken(log);
+    }
+    X11Place placeOnScreen()
+    {
+        xcb_connection_t* c = observer->xcb();
+        const X11Reply<xcb_get_geometry_reply_t> reply{
+            xcb_get_geometry_reply(c, xcb_get_geometry(c, window().windowId()), nullptr)};
+        return reply ? X11Place{reply->x, reply->y, reply->width, reply->height} : X11Place{};
+    }
+};
+}
+
+TEST_F(X11FrameTest, ShowsItsPictureWhereverItIsUncovered)
+{
+    EXPECT_TRUE(until([this] { return pixel(10, 10) == 0xff0000 && pixel(290, 190) == 0x0000ff; }));
+    EXPECT_EQ(pixel(149, 100), 0xff0000u);
+    EXPECT_EQ(pixel(150, 100), 0x0000ffu);
+    // Somebody else's window over a part of it, and away again.
+    {
+        struct : X11EventSink
+        {
+            void handleEvent(std::uint8_t, const xcb_generic_event_t&) override {}
+        } nobody;
+        X11Window cover(observer, nobody, X11Window::popUp, 0, {left + 100, top + 50, 100, 60});
+        cover.show();
+        EXPECT_TRUE(until([this] { return pixel(120, 70) == 0; }));
+    }
+    EXPECT_TRUE(until([this] { return pixel(120, 70) == 0xff0000 && pixel(180, 70) == 0x0000ff; }));
+}
+
+TEST_F(X11FrameTest, HandsOnWhatTheMouseDoes)
+{
+    moveTo(20, 30);
+    EXPECT_TRUE(until([this] { return saw("view move 20,30 0"); }));
+    const struct
+    {
+        const char* words;
+        std::vector<std::string> seen;
+    } cases[] = {
+        {"click 1", {"view down 20,30 2", "view up 20,30 2"}},
+        {"click --repeat 2 --delay 20 3", {"view down 20,30 8", "view down 20,30 1032", "view up 20,30 8"}},
+        {"click 2", {"view down 20,30 4", "view up 20,30 4"}},
+        {"click 8", {"view down 20,30 4", "view up 20,30 4"}},
+        {"click 9", {"view down 20,30 256", "view up 20,30 256"}},
+        {"click 4", {"view axisY", "view wheel 20,30 1"}},
+        {"click 5", {"view wheel 20,30 -1"}},
+        {"click 6", {"view axisX", "view wheel 20,30 1"}},
+        {"click 7", {"view wheel 20,30 -1"}},
+        {"keydown shift click 1 keyup shift", {"view down 20,30 18", "view up 20,30 18"}},
+        {"keydown alt click 3 keyup alt", {"view down 20,30 72", "view up 20,30 72"}},
+        {"keydown ctrl click 1 keyup ctrl", {"view down 20,30 8"}},
+        {"mousemove 150 130 mousedown 1 mousemove 155 135 mouseup 1",
+         {"view down 50,50 2", "view move 55,55 2", "view up 55,55 2"}},
+    };
+    for (const auto& one : cases)
+    {
+        SCOPED_TRACE(one.words);
+        const Log seen = after(one.words, one.seen.back());
+        for (const std::string& entry : one.seen)
+            EXPECT_THAT(seen, Contains(entry));
+        for (const std::string& entry : seen)
+            EXPECT_FALSE(entry.starts_with("view up") && entry.ends_with(std::to_string(1026)))
+                << "a release is no double click";
+    }
+}
+
+TEST_F(X11FrameTest, TellsWhereTheMouseIsAndWhatItHolds)
+{
+    moveTo(40, 50);
+    user("mousedown 3 keydown shift");
+    CPoint where;
+    long held = 0;
+    EXPECT_TRUE(window().getCurrentMousePosition(where));
+    EXPECT_EQ(where, CPoint(40.0, 50.0));
+    EXPECT_TRUE(window().getCurrentMouseButtons(held));
+    EXPECT_EQ(held, kButtonRight | kModShift);
+    user("mouseup 3 keyup shift");
+    EXPECT_TRUE(window().getGlobalPosition(where));
+    EXPECT_EQ(where, CPoint(left, top));
+}
+
+TEST_F(X11FrameTest, TypesOnceItWasClicked)
+{
+    takeKeyboard();
+    const struct
+    {
+        const char* key;
+        std::string down;
+    } cases[] = {
+        {"a", "key a 0 0"},           {"shift+b", "key B 0 1"},      {"Tab", "key 0 2 0"},
+        {"Return", "key 0 4 0"},      {"F5", "key 0 44 0"},          {"KP_Enter", "key 0 19 0"},
+        {"ctrl+c", "key c 0 8"},      {"alt+x", "key x 0 2"},        {"super+q", "key q 0 4"},
+        {"space", "key 0 7 0"},       {"adiaeresis", "key 228 0 0"}, {"Page_Up", "key 0 15 0"},
+        {"EuroSign", "key 8364 0 0"},
+    };
+    for (const auto& one : cases)
+        EXPECT_THAT(after(std::string("key ") + one.key, one.down), Contains(one.down));
+    EXPECT_THAT(after("key w", "up w 0 0"), ElementsAre("key w 0 0", "up w 0 0"));
+}
+
+TEST_F(X11FrameTest, PutsDeadKeysAndLettersTogether)
+{
+    takeKeyboard();
+    // The keys of a layout that has them, so that the server's layout stays as it is meanwhile.
+    run("setxkbmap us -variant intl");
+    EXPECT_THAT(after("key dead_acute key e", "key 233 0 0"), Not(Contains("key e 0 0")));
+    EXPECT_THAT(after("key dead_diaeresis key u", "key 252 0 0"), Not(Contains("key u 0 0")));
+    run("setxkbmap us");
+}
+
+TEST_F(X11FrameTest, LeavesKeysThatNobodyWantsToTheHost)
+{
+    takeKeyboard();
+    user("key a");
+    EXPECT_TRUE(until([this] { return saw("up a 0 0"); }));
+    view->keyAnswer = kKeyNotHandled;
+    user("key b");
+    EXPECT_TRUE(until([this] { return host->lines.size() >= 2; }));
+    EXPECT_THAT(host->lines, ElementsAre("press 56", "release 56"));
+}
+
+TEST_F(X11FrameTest, SpeaksXEmbedWithAHostThatDoes)
+{
+    const std::string me = std::to_string(window().windowId());
+    host->command("embed " + me);
+    EXPECT_TRUE(until([this] { return host->count("done") == 1; }));
+    click(10, 10);
+    EXPECT_TRUE(until([this] { return host->count("xembed 3") == 1; })) << "asks for the focus";
+    view->keyAnswer = kKeyNotHandled;
+    host->command("key " + me + " 23"); // Tab
+    EXPECT_TRUE(until([this] { return host->count("xembed 6") == 1; })) << "next";
+    host->command("key " + me + " 38"); // a
+    EXPECT_TRUE(until([this] { return saw("key a 0 0"); }));
+    settle();
+    EXPECT_EQ(host->count("press 38"), 0u) << "a key that the host sent does not go back to it";
+}
+
+TEST_F(X11FrameTest, TakesTheSizeThatIsAskedFor)
+{
+    const struct
+    {
+        CRect asked;
+        int w, h;
+    } cases[] = {{{0.0, 0.0, 350.0, 250.0}, 350, 250},
+                 {{5.0, 5.0, 105.0, 65.0}, 100, 60},
+                 {{0.0, 0.0, -5.0, 0.0}, 1, 1},
+                 {{0.0, 0.0, 1.0e9, std::nan("")}, 32767, 1}};
+    for (const auto& one : cases)
+    {
+        EXPECT_TRUE(window().setSize(one.asked));
+        CRect size;
+        settle();
+        EXPECT_TRUE(window().getSize(size));
+        EXPECT_EQ(size, CRect(0.0, 0.0, one.w, one.h));
+        EXPECT_EQ(placeOnScreen(), (X11Place{0, 0, one.w, one.h}));
+    }
+}
+
+TEST_F(X11FrameTest, ChangesItsCursor)
+{
+    for (const int type : {0, 2, 3, 4, 8, 9, 77})
+        EXPECT_TRUE(window().setMouseCursor(CCursorType(type)));
+    for (const int type : {2, 3, 4, 8, 9})
+        EXPECT_NE(window().sharedConnection()->cursor(type), window().sharedConnection()->cursor(0)) << type;
+}
+
+TEST_F(X11FrameTest, SurvivesItsParent)
+{
+    host->command("destroy");
+    EXPECT_TRUE(until([this] { return !window().isOpen(); }));
+    CRect size;
+    CPoint point;
+    long held = 0;
+    EXPECT_FALSE(window().getSize(size));
+    EXPECT_FALSE(window().setSize(CRect(0.0, 0.0, 10.0, 10.0)));
+    EXPECT_FALSE(window().getGlobalPosition(point));
+    EXPECT_FALSE(window().getCurrentMouseButtons(held));
+    EXPECT_FALSE(window().setMouseCursor(kCursorHand));
+    EXPECT_EQ(window().createPlatformTextEdit(frame, nullptr, view), nullptr);
+    view->setDirty(true);
+    frame->idle();
+}
+
+TEST_F(X11FrameTest, SurvivesTheServerCuttingItOff)
+{
+    xcb_kill_client(observer->xcb(), window().windowId());
+    observer->flush();
+    EXPECT_TRUE(until([this] { return !window().sharedConnection()->isAlive(); }));
+    view->setDirty(true);
+    frame->idle();
+    CPoint point;
+    EXPECT_FALSE(window().getCurrentMousePosition(point));
+}
+
+TEST_F(X11FrameTest, MayBeClosedByItsOwnClick)
+{
+    view->reaction = [this](const std::string& word)
+    {
+        if (word == "down")
+            closeFrame();
+    };
+    click(10, 10);
+    EXPECT_TRUE(until([this] { return frame == nullptr; }));
+}
+
+TEST_F(X11FrameTest, IsMadeForAWindowOfThisServerAlone)
+{
+    const CRect size(0.0, 0.0, 10.0, 10.0);
+    EXPECT_EQ(X11Frame::create(frame, size, nullptr), nullptr);
+    EXPECT_EQ(X11Frame::create(frame, size, reinterpret_cast<void*>(0x7fffffff)), nullptr);
+    EXPECT_EQ(X11Frame::create(frame, size, reinterpret_cast<void*>(~std::uintptr_t(0))), nullptr);
+}
+
+TEST_F(X11FrameTest, IsFittedWhenItsPlaceIsOfAnotherSize)
+{
+    const std::uint32_t pixels[] = {0xff0000, 0x00ff00, 0x0000ff, 0xffffff};
+    const BlitPicture picture{reinterpret_cast<const unsigned char*>(pixels), 2, 2, 8, false};
+    idle.stop();
+    for (const auto transport : {X11Surface::sharedIfPossible, X11Surface::sent})
+    {
+        X11Surface surface(window().sharedConnection(), transport);
+        struct : X11EventSink
+        {
+            void handleEvent(std::uint8_t, const xcb_generic_event_t&) override {}
+        } nobody;
+        X11Window over(window().sharedConnection(), nobody, X11Window::child, window().windowId(),
+                       {0, 0, 300, 200});
+        over.show();
+        surface.show(over, picture, {10, 20, 280, 160});
+        EXPECT_EQ(surface.isShared(), transport == X11Surface::sharedIfPossible);
+        EXPECT_TRUE(until([&] { return pixel(11, 21) == 0xff0000; }));
+        EXPECT_EQ(pixel(288, 21), 0x00ff00u);
+        EXPECT_EQ(pixel(11, 178), 0x0000ffu);
+        EXPECT_EQ(pixel(288, 178), 0xffffffu);
+        EXPECT_EQ(pixel(5, 5), 0u) << "around it";
+    }
+}

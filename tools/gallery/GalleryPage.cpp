@@ -1,0 +1,45 @@
+#include "gallery/GalleryPage.h"
+
+#include "Tovrane/IOSBitmap.h"
+#include "gallery/Sketch.h"
+
+namespace Gallery
+{
+const std::vector<Page>& pages()
+{
+    static const std::vector<Page> all = {
+        {"shapes", "Shapes and lines", fillShapes},
+        {"texts", "Text", fillTexts},
+        {"gradients", "Gradients", fillGradients},
+        {"blends", "Blend modes", fillBlends},
+        {"pictures", "Pictures, filters and blur", fillPictures},
+        {"views", "Nested and clipped views", fillViews},
+        {"menus", "Menus", fillMenus},
+    };
+    return all;
+}
+
+Show::Show(const Page& page, void* parent)
+    : shown(new Tovra::CFrame(Tovra::CRect(0.0, 0.0, pageWidth, pageHeight), parent, nullptr))
+{
+    shown->setBackgroundColor(ground);
+    page.fill(*shown);
+    shown->addView(
+        new Sketch(Tovra::CRect(0.0, 0.0, pageWidth, 34.0),
+                   [title = page.title](Tovra::CDrawContext& context) {
+                       drawText(context, title, {16, 8, 500, 30}, Tovra::kTextLeft, accent, 15.0, 1);
+                   }));
+}
+
+Show::~Show()
+{
+    shown->close();
+    shown->forget();
+}
+
+Tovra::IOSBitmap& Show::picture()
+{
+    shown->idle();
+    return *shown->getFrameBitmap();
+}
+}

@@ -1,0 +1,52 @@
+// The pages of the gallery: everything that the toolkit draws, for the eye and for the golden pictures.
+//
+// The program shows or saves them; tests compare them with tests/golden. A page is a tree of views in a frame
+// of its own size. [window thread]
+#pragma once
+
+#include "Tovrane/CFrame.h"
+
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace Gallery
+{
+constexpr double pageWidth = 640.0;
+constexpr double pageHeight = 420.0;
+
+struct Page
+{
+    const char* name;  // of its golden picture
+    const char* title; // shown on it
+    void (*fill)(Tovra::CFrame& frame);
+};
+
+const std::vector<Page>& pages();
+
+// A frame that shows a page. parent is a window's, or null: then only the picture is drawn.
+class Show
+{
+public:
+    explicit Show(const Page& page, void* parent = nullptr);
+    ~Show();
+    Show(const Show&) = delete;
+    Show& operator=(const Show&) = delete;
+
+    Tovra::CFrame& frame() { return *shown; }
+    // Paints what is not painted yet.
+    Tovra::IOSBitmap& picture();
+
+private:
+    Tovra::CFrame* shown;
+};
+
+// The pages by file.
+void fillShapes(Tovra::CFrame& frame);
+void fillTexts(Tovra::CFrame& frame);
+void fillGradients(Tovra::CFrame& frame);
+void fillBlends(Tovra::CFrame& frame);
+void fillPictures(Tovra::CFrame& frame);
+void fillViews(Tovra::CFrame& frame);
+void fillMenus(Tovra::CFrame& frame);
+}

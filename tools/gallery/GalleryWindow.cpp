@@ -1,0 +1,73 @@
+#include "gallery/GalleryWindow.h"
+
+#include "Tovrane/PollRunLoop.h"
+#include "Tovrane/platform/x11/X11Frame.h"
+#include "Tovrane/platform/x11/X11TopLevel.h"
+#include "gallery/GalleryPage.h"
+
+#include <functional>
+
+namespace Gallery
+{
+namespace
+{
+constexpr int idleMilliseconds = 25;
+
+// Lies over a page and takes its clicks.
+class PageCorner : public Tovra::CView
+{
+public:
+    PageCorner(const Tovra::CRect& rect, std::function<void()> onTurn) : CView(rect), turn(std::move(onTurn))
+    {
+    }
+
+    void draw(Tovra::CDrawContext*) override { setDirty(false); }
+    Tovra::MouseEventResult onMouseDown(Tovra::CPoint&, const long&) override
+    {
+        turn();
+        return Tovra::kMouseHandledNoMoves;
+    }
+    Tovra::CView* newCopy() const override { return new PageCorner(*this); }
+
+private:
+    std::function<void()> turn;
+};
+}
+
+bool showWindow(std::size_t firstPage)
+{
+    Tovra::PollRunLoop loop;
+    Tovra::RunLoop::enter(loop);
+    Tovra::useX11Frames();
+    const auto window = Tovra::X11TopLevel::open("Gallery", int(pageWidth), int(pageHeight));
+    if (window == nullptr)
+        return false;
+    window->onClose = [&] { loop.stop(); };
+
+    std::size_t page = firstPage;
+    std::unique_ptr<Show> show;
+    bool isTurned = true; // the page goes outside of its own click
+    Tovra::RepeatingTimer idle;
+    idle.start(idleMilliseconds,
+               [&]
+               {
+                   if (!window->isOpen())
+                       loop.stop();
+                   if (isTurned)
+                   {
+                       show.reset();
+                       show = std::make_unique<Show>(pages()[page % pages().size()], window->parent());
+                       show->frame().addView(new PageCorner(show->frame().getViewSize(),
+                                                            [&]
+                                                            {
+                                                                ++page;
+                                                                isTurned = true;
+                                                            }));
+                       isTurned = false;
+                   }
+                   show->frame().idle();
+               });
+    loop.run();
+    return true;
+}
+}

@@ -1,0 +1,11 @@
+// The gallery on the desktop: a click turns the page.
+#pragma once
+
+#include <cstddef>
+
+namespace Gallery
+{
+// [window thread]  Returns when the user has closed the window. False, and nothing happened, without a
+// display.
+bool showWindow(std::size_t firstPage);
+}

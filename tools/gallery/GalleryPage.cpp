@@ -14,7 +14,7 @@ const std::vector<Page>& pages()
         {"blends", "Blend modes", fillBlends},
         {"pictures", "Pictures, filters and blur", fillPictures},
         {"views", "Nested and clipped views", fillViews},
-        {"menus", "Menus", fillMenus},
+        {"menus", "Menus and text fields", fillMenus},
     };
     return all;
 }

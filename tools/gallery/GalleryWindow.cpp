@@ -12,12 +12,13 @@ namespace Gallery
 namespace
 {
 constexpr int idleMilliseconds = 25;
+constexpr double titleHeight = 34.0;
 
-// Lies over a page and takes its clicks.
-class PageCorner : public Tovra::CView
+// Lies over a page's title and takes its clicks.
+class PageTitle : public Tovra::CView
 {
 public:
-    PageCorner(const Tovra::CRect& rect, std::function<void()> onTurn) : CView(rect), turn(std::move(onTurn))
+    PageTitle(const Tovra::CRect& rect, std::function<void()> onTurn) : CView(rect), turn(std::move(onTurn))
     {
     }
 
@@ -27,7 +28,7 @@ public:
         turn();
         return Tovra::kMouseHandledNoMoves;
     }
-    Tovra::CView* newCopy() const override { return new PageCorner(*this); }
+    Tovra::CView* newCopy() const override { return new PageTitle(*this); }
 
 private:
     std::function<void()> turn;
@@ -57,12 +58,12 @@ bool showWindow(std::size_t firstPage)
                    {
                        show.reset();
                        show = std::make_unique<Show>(pages()[page % pages().size()], window->parent());
-                       show->frame().addView(new PageCorner(show->frame().getViewSize(),
-                                                            [&]
-                                                            {
-                                                                ++page;
-                                                                isTurned = true;
-                                                            }));
+                       show->frame().addView(new PageTitle(Tovra::CRect(0.0, 0.0, pageWidth, titleHeight),
+                                                           [&]
+                                                           {
+                                                               ++page;
+                                                               isTurned = true;
+                                                           }));
                        isTurned = false;
                    }
                    show->frame().idle();

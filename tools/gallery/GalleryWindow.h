@@ -1,4 +1,4 @@
-// The gallery on the desktop: a click turns the page.
+// The gallery on the desktop: a click on the title turns the page.
 #pragma once
 
 #include <cstddef>

@@ -1,8 +1,10 @@
 #include "Tovrane/CMenuItem.h"
 #include "Tovrane/IMenu.h"
 #include "Tovrane/Kept.h"
+#include "Tovrane/platform/x11/EditLinePainter.h"
 #include "Tovrane/platform/x11/MenuPainter.h"
 #include "gallery/GalleryPage.h"
+#include "gallery/LiveViews.h"
 #include "gallery/Sketch.h"
 
 #include <memory>
@@ -16,7 +18,7 @@ namespace
 class Menu : public CBaseObject, public IMenu
 {
 public:
-    explicit Menu(long digits = 0) : prefixDigits(digits) {}
+    explicit Menu(long digits = 0, CPoint place = {}) : prefixDigits(digits), position(place) {}
     ~Menu() override
     {
         for (CMenuItem* item : items)
@@ -35,12 +37,13 @@ public:
         return index >= 0 && index < getNbEntries() ? items[size_t(index)] : nullptr;
     }
     long getPrefixNumbers() const override { return prefixDigits; }
-    CPoint getMenuPosition() const override { return {}; }
+    CPoint getMenuPosition() const override { return position; }
     CBaseObject* countedObject() override { return this; }
 
 private:
     std::vector<CMenuItem*> items;
     long prefixDigits;
+    CPoint position;
 };
 
 void fillPresets(Menu& menu)
@@ -84,12 +87,78 @@ Sketch* menuView(const CRect& rect, void (*fill)(Menu&), long digits, int marked
                           menu->forget();
                       });
 }
+
+enum class FieldState
+{
+    caret,
+    selection,
+    unfocused,
+    scrolled
+};
+
+void drawField(CDrawContext& context, const CRect& rect, FieldState state)
+{
+    EditLine line(255);
+    line.setText(state == FieldState::scrolled ? "a name that is too long for its field, seen from its end"
+                                               : "Off-beat breath");
+    if (state == FieldState::caret || state == FieldState::scrolled)
+        line.moveTo(line.text().size(), false);
+    else
+        line.selectWord(10);
+    EditLinePainter painter;
+    painter.back = panel;
+    painter.font = ink;
+    painter.isFocused = state != FieldState::unfocused;
+    painter.setField(rect.getWidth(), rect.getHeight());
+    painter.draw(context, line);
+}
+
+// A frame's text fields have windows of their own, and so their clip here.
+class FieldView : public Sketch
+{
+public:
+    FieldView(const CRect& rect, FieldState state)
+        : Sketch(rect,
+                 [rect, state](CDrawContext& context) {
+                     drawField(context, {0, 0, rect.getWidth(), rect.getHeight()}, state);
+                 })
+    {
+    }
+};
+
+void addFields(CFrame& frame)
+{
+    struct Row
+    {
+        const char* caption;
+        FieldState state;
+    };
+    constexpr Row rows[] = {{"while typing", FieldState::caret},
+                            {"selected", FieldState::selection},
+                            {"without the keyboard", FieldState::unfocused},
+                            {"longer than its field", FieldState::scrolled}};
+    double y = 262.0;
+    for (const Row& row : rows)
+    {
+        frame.addView(new FieldView({30, y, 230, y + 20}, row.state));
+        frame.addView(new Sketch({244, y, 420, y + 20},
+                                 [caption = row.caption](CDrawContext& context) {
+                                     drawCaption(context, caption, {0, 0, 176, 20});
+                                 }));
+        y += 30.0;
+    }
+}
 }
 
 void fillMenus(CFrame& frame)
 {
-    frame.addView(menuView({30, 60, 280, 400}, fillPresets, 0, 4));
-    frame.addView(menuView({320, 60, 460, 400}, fillTimes, 0, -1));
-    frame.addView(menuView({480, 60, 632, 400}, fillTimes, 2, 3));
+    frame.addView(menuView({30, 60, 280, 250}, fillPresets, 0, 4));
+    frame.addView(menuView({320, 60, 460, 250}, fillTimes, 0, -1));
+    frame.addView(menuView({480, 60, 632, 250}, fillTimes, 2, 3));
+    addFields(frame);
+    const auto menu = new Menu(0, {440, 290});
+    fillPresets(*menu);
+    frame.addView(new MenuButton({440, 262, 610, 290}, *menu));
+    frame.addView(new FieldButton({440, 302, 610, 330}, "click to type"));
 }
 }

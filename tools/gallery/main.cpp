@@ -36,8 +36,9 @@ int main(int argc, char** argv)
         "Everything that the toolkit draws, page by page.\nExample: tovra_gallery --png out.png --page 3");
     std::string path;
     size_t page = 0;
-    app.add_option("--png", path,
-                   "the file to write; without it a window opens, in which a click turns the page");
+    app.add_option(
+        "--png", path,
+        "the file to write; without it a window opens, in which a click on the title turns the page");
     app.add_option("--page", page,
                    "one page of the file, or the window's first; without it all of them, below one another")
         ->check(CLI::Range(size_t(1), count));

@@ -5,15 +5,13 @@
 // frame's window, which keeps the focus.
 #pragma once
 
-#include "Tovrane/CColor.h"
 #include "Tovrane/IOSTextEdit.h"
 #include "Tovrane/RunLoop.h"
-#include "Tovrane/platform/x11/EditLine.h"
+#include "Tovrane/platform/x11/EditLinePainter.h"
 #include "Tovrane/platform/x11/X11Canvas.h"
 #include "Tovrane/platform/x11/X11Frame.h"
 
 #include <memory>
-#include <vector>
 
 namespace Tovra
 {
@@ -51,9 +49,6 @@ private:
 
     void changed();
     void paint();
-    void keepCaretInSight(const std::vector<double>& edges);
-    // Where each character begins, by bytes, in pixels from the text's start; inside one, its start's.
-    std::vector<double> measure();
     std::size_t positionAt(int x);
 
     Kept<X11Frame> owner; // null once disconnected
@@ -62,16 +57,7 @@ private:
     X11Canvas canvas;
     X11Window window;
     RepeatingTimer blink;
-    CColor back;
-    CColor font;
-    double fontSize = 12.0;
-    double clippedLeft = 0.0; // pixels of the field to the left and above of what is seen
-    double clippedTop = 0.0;
-    double fieldWidth = 1.0;
-    double fieldHeight = 1.0;
-    double scrolled = 0.0;
-    bool isCaretOn = true;
-    bool isFocused = true;
+    EditLinePainter painter;
     bool isDragging = false;
     ClickCounter clicks;
 };

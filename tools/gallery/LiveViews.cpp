@@ -1,0 +1,94 @@
+#include "gallery/LiveViews.h"
+
+#include "Tovrane/CFrame.h"
+#include "Tovrane/IOptionMenu.h"
+#include "gallery/Sketch.h"
+
+using namespace Tovra;
+
+namespace Gallery
+{
+static void drawButton(CDrawContext& context, const CRect& rect, const std::string& text)
+{
+    drawPanel(context, rect);
+    drawText(context, text, {rect.left + 9, rect.top, rect.right - 9, rect.bottom + 1});
+}
+
+MenuButton::MenuButton(const CRect& rect, IMenu& shown) : CView(rect), menu(shown) {}
+
+MenuButton::~MenuButton()
+{
+    menu.countedObject()->forget();
+}
+
+void MenuButton::draw(CDrawContext* context)
+{
+    drawButton(*context, size, chosen);
+    setDirty(false);
+}
+
+MouseEventResult MenuButton::onMouseDown(CPoint&, const long&)
+{
+    const Kept<MenuButton> self(this);
+    if (IOptionMenu* const open = getFrame()->createOptionMenu())
+    {
+        const MenuChoice choice = open->openMenu(menu);
+        if (choice.menu)
+            chosen = shownTitle(*choice.menu, choice.index);
+        open->forget();
+    }
+    setDirty(true);
+    return kMouseHandledNoMoves;
+}
+
+FieldButton::FieldButton(const CRect& rect, std::string shown) : CView(rect), text(std::move(shown)) {}
+
+void FieldButton::draw(CDrawContext* context)
+{
+    drawButton(*context, size, text);
+    setDirty(false);
+}
+
+MouseEventResult FieldButton::onMouseDown(CPoint&, const long&)
+{
+    if (!field)
+        field.reset(getFrame()->createOSTextEdit(this, this));
+    if (field)
+        field->setText(text.c_str());
+    return kMouseHandledNoMoves;
+}
+
+bool FieldButton::removed(CView* parent)
+{
+    field.reset();
+    return CView::removed(parent);
+}
+
+CColor FieldButton::textEditGetBackColor() const
+{
+    return ground;
+}
+
+CColor FieldButton::textEditGetFontColor() const
+{
+    return ink;
+}
+
+CRect FieldButton::textEditGetSize() const
+{
+    return {size.left + 1, size.top + 4, size.right - 1, size.bottom - 4};
+}
+
+void FieldButton::textEditLooseFocus(bool byReturn)
+{
+    if (byReturn)
+        text = field->getText();
+    field.reset();
+    setDirty(true);
+}
+
+void FieldButton::convertPluginToWorld(CRect& rect) const
+{
+    getFrame()->convertPluginToWorld(rect);
+}
+}

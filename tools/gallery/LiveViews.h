@@ -1,0 +1,57 @@
+// Views of the gallery that do something in a window: one opens a menu, one a text field. Without a window
+// they show how they look at rest.
+#pragma once
+
+#include "Tovrane/CView.h"
+#include "Tovrane/IMenu.h"
+#include "Tovrane/IOSTextEdit.h"
+#include "Tovrane/ITextEditCallback.h"
+
+#include <memory>
+#include <string>
+
+namespace Gallery
+{
+// [window thread]  A click opens the menu below it; the title of what was chosen is shown then.
+class MenuButton : public Tovra::CView
+{
+public:
+    // Takes over the reference to the menu's object.
+    MenuButton(const Tovra::CRect& rect, Tovra::IMenu& menu);
+    ~MenuButton() override;
+    MenuButton(const MenuButton&) = delete;
+
+    void draw(Tovra::CDrawContext* context) override;
+    Tovra::MouseEventResult onMouseDown(Tovra::CPoint& where, const long& buttons) override;
+    CView* newCopy() const override { return nullptr; }
+
+private:
+    Tovra::IMenu& menu;
+    std::string chosen = "click for a menu";
+};
+
+// [window thread]  A click opens a text field in its place.
+class FieldButton : public Tovra::CView, private Tovra::ITextEditCallback
+{
+public:
+    FieldButton(const Tovra::CRect& rect, std::string text);
+    FieldButton(const FieldButton&) = delete;
+
+    void draw(Tovra::CDrawContext* context) override;
+    Tovra::MouseEventResult onMouseDown(Tovra::CPoint& where, const long& buttons) override;
+    bool removed(CView* parent) override;
+    CView* newCopy() const override { return nullptr; }
+
+private:
+    Tovra::CColor textEditGetBackColor() const override;
+    Tovra::CColor textEditGetFontColor() const override;
+    Tovra::CRect textEditGetSize() const override;
+    Tovra::CRect textEditGetVisibleSize() const override { return textEditGetSize(); }
+    void textEditLooseFocus(bool byReturn) override;
+    long textEditOnKeyDown(const Tovra::TovraKeyCode&) override { return Tovra::kKeyNotHandled; }
+    void convertPluginToWorld(Tovra::CRect& rect) const override;
+
+    std::string text;
+    std::unique_ptr<Tovra::IOSTextEdit> field; // while one types
+};
+}

@@ -135,6 +135,20 @@ void paint(benchmark::State& state, const std::vector<Part>& parts)
     frame->forget();
 }
 
+// A tick of the host with nothing to draw, over as many views as an editor has.
+void idleTick(benchmark::State& state)
+{
+    constexpr int views = 80;
+    const auto frame = new CFrame(CRect(0, 0, width, height), nullptr, nullptr);
+    for (int i = 0; i < views; ++i)
+        frame->addView(new Parts({}));
+    frame->idle();
+    for (auto _ : state)
+        frame->idle();
+    frame->close();
+    frame->forget();
+}
+
 void fillPlainly(benchmark::State& state)
 {
     std::vector<std::uint32_t> picture(size_t(width) * height);
@@ -192,6 +206,7 @@ int main(int argc, char** argv)
     add("30 shapes", {drawShapes});
     add("gradient band", {drawBand});
     add("nothing", {});
+    benchmark::RegisterBenchmark("idle tick", idleTick);
     benchmark::Initialize(&argc, argv);
     RatioReporter reporter;
     benchmark::RunSpecifiedBenchmarks(&reporter);

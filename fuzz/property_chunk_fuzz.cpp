@@ -1,22 +1,13 @@
 // Any bytes as a parameter chunk: whatever they are, every value stays a number inside its range, and
 // what is saved afterwards loads to the same values.
 #include "Orbel/CPropertyManager.h"
+#include "Require.h"
 #include "parameters/DKS.h"
 
 #include <bit>
-#include <cstdio>
-#include <cstdlib>
 
 namespace
 {
-void require(bool promise, const char* words, const Orbel::ParameterProperty& property)
-{
-    if (promise)
-        return;
-    std::fprintf(stderr, "%s: %s, value %g\n", property.getID(), words, double(property.getCurrentValue()));
-    std::abort();
-}
-
 void createAll(Orbel::CPropertyManager& manager)
 {
     for (const Orbel::ParameterPropertySetup& row : DKS::ps_plain)
@@ -34,7 +25,7 @@ void requireInRange(const Orbel::CPropertyManager& manager)
         const float value = property.getCurrentValue();
         const bool inside = (property.getMin() <= value && value <= property.getMax()) ||
                             (property.getMax() <= value && value <= property.getMin());
-        require(inside, "out of its range", property); // and not a NaN, which lies in none
+        require(inside, "a value is in its range"); // and not a NaN, which lies in none
     }
 }
 
@@ -48,7 +39,7 @@ void requireSameAfterReload(Orbel::CPropertyManager& manager)
     for (int i = 0; i < manager.getPropertyCount(); ++i)
         require(std::bit_cast<unsigned>(manager.getProperty(i)->getCurrentValue()) ==
                     std::bit_cast<unsigned>(other.getProperty(i)->getCurrentValue()),
-                "not what was saved", *manager.getProperty(i));
+                "what is saved loads to the same");
 }
 }
 

@@ -5,8 +5,6 @@
 #include "Orbel/ResourceStore.h"
 #include "Require.h"
 
-#include <algorithm>
-
 namespace
 {
 constexpr const char* names[] = {"initPreset", "a", ""};

@@ -2,26 +2,20 @@
 //
 // Whatever comes: every value is a number within its range, the time base is one, the name has an end, and
 // what is saved then loads to the same and saves to the same bytes.
+#include "Require.h"
 #include "effect/CQDT_DKS_Single.h"
 #include "parameters/TimeAdjust.h"
 
 #include <cmath>
 #include <cstdint>
-#include <cstdlib>
 #include <cstring>
 #include <string>
-
-static void require(bool condition)
-{
-    if (!condition)
-        std::abort();
-}
 
 static std::string save(CQDT_DKS_Single& effect)
 {
     char* chunk = nullptr;
     const long size = effect.getDataChunk(&chunk);
-    require(chunk && size > 0);
+    require(chunk && size > 0, "there is a state");
     return {chunk, size_t(size)};
 }
 
@@ -31,12 +25,13 @@ static void checkValues(CQDT_DKS_Single& effect)
     {
         const Orbel::ParameterProperty& property = *effect.getParameterPropertyByID(id);
         const float value = property.getCurrentValue();
-        require(std::isfinite(value) && value >= property.getMin() && value <= property.getMax());
+        require(std::isfinite(value) && value >= property.getMin() && value <= property.getMax(),
+                "a value is in its range");
     }
-    require(isTimeBase(effect.getTimeAdjust()));
+    require(isTimeBase(effect.getTimeAdjust()), "the time base is one");
     char name[256];
     effect.getProgramName(name);
-    require(std::strlen(name) <= 28);
+    require(std::strlen(name) <= 28, "a name has its end");
 }
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
@@ -53,6 +48,6 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
     effect.setDataChunk(first.data(), long(first.size()));
     std::string second = save(effect);
     effect.setDataChunk(second.data(), long(second.size()));
-    require(save(effect) == second);
+    require(save(effect) == second, "what is saved loads and saves to the same");
     return 0;
 }

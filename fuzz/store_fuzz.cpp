@@ -5,7 +5,6 @@
 #include "Orbel/Packing.h"
 #include "Require.h"
 
-#include <algorithm>
 #include <cstring>
 
 namespace

@@ -164,6 +164,7 @@ private:
     CPoint lastMousePosition{-1.0, -1.0};
     long lastMouseButtons = 0;
     CView* topView = nullptr;
+    unsigned appliedMarks = 0; // of countMarks
     Core::Threads::CriticalSection drawLock;
 };
 }

@@ -9,7 +9,11 @@ namespace Tovra
 void CFrame::idle()
 {
     const Kept<CFrame> self(this);
-    applyMarks();
+    if (const unsigned marks = countMarks(); marks != appliedMarks)
+    {
+        appliedMarks = marks;
+        applyMarks();
+    }
     platformFrame->paint();
 }
 

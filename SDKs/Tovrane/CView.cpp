@@ -10,6 +10,14 @@ namespace Tovra
 {
 const char* const kMsgCheckIfViewContainer = "kMsgCheckIfViewContainer";
 
+// Of all views, so that a frame with nothing to make up for needn't walk over its own.
+static std::atomic<unsigned> marksSoFar = 0;
+
+unsigned CView::countMarks()
+{
+    return marksSoFar.load(std::memory_order_acquire);
+}
+
 CView::CView(const CRect& rect) : size(rect), mouseableArea(rect), ownThread(std::this_thread::get_id()) {}
 
 CView::CView(const CView& other)
@@ -69,7 +77,10 @@ void CView::setDirty(bool flag)
     if (isOnOwnThread())
         addDirtyRect();
     else
+    {
         marked.store(true, std::memory_order_release);
+        marksSoFar.fetch_add(1, std::memory_order_release);
+    }
 }
 
 void CView::addDirtyRect()

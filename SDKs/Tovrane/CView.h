@@ -137,6 +137,8 @@ public:
 
     // Makes up for setDirty off the window thread, here and in all views within. The frame calls it.
     virtual void applyMarks();
+    // How often that happened so far, in all views of the process; wraps.
+    static unsigned countMarks();
 
 protected:
     // On the thread to which the view belongs: that which made it, or attached it since.

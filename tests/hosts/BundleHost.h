@@ -4,7 +4,6 @@
 #include "pluginterfaces/vst/ivstaudioprocessor.h"
 #include "pluginterfaces/vst/ivsteditcontroller.h"
 #include "pluginterfaces/vst/ivstprocesscontext.h"
-#include "pluginterfaces/vst/ivstunits.h"
 #include "public.sdk/source/common/memorystream.h"
 #include "tools/ParameterChanges.h"
 #include "tools/VST3Module.h"
@@ -16,7 +15,7 @@
 struct BundleHost
 {
     explicit BundleHost(const lodex::VST3Module& module)
-        : component(module.createEffect()), processor(component), controller(component), units(component)
+        : component(module.createEffect()), processor(component), controller(component)
     {
         component->initialize(nullptr);
         context.state = Steinberg::Vst::ProcessContext::kPlaying;
@@ -104,7 +103,6 @@ struct BundleHost
     Steinberg::IPtr<Steinberg::Vst::IComponent> component;
     Steinberg::FUnknownPtr<Steinberg::Vst::IAudioProcessor> processor;
     Steinberg::FUnknownPtr<Steinberg::Vst::IEditController> controller;
-    Steinberg::FUnknownPtr<Steinberg::Vst::IUnitInfo> units;
     lodex::ParameterChanges changes;
     Steinberg::Vst::ProcessContext context{};
     bool hasContext = true;

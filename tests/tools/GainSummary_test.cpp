@@ -1,41 +1,27 @@
 #include "tools/GainSummary.h"
 
 #include <gtest/gtest.h>
+#include <string>
+#include <utility>
 #include <vector>
-
-// Adds gains of 0 to 1 in the record's own numbers.
-static lodex::GainSummary summaryOf(const std::vector<float>& gains)
-{
-    lodex::GainSummary summary;
-    for (const float gain : gains)
-    {
-        const float record = 1.0f - gain - gain;
-        summary.add(&record, 1);
-    }
-    return summary;
-}
 
 TEST(GainSummary, CountsFallsAndNamesTheDeepest)
 {
-    const struct
-    {
-        std::vector<float> gains;
-        int ducks;
-        const char* text;
-    } cases[] = {
-        {{}, 0, "no ducks"},
-        {{1, 1, 1}, 0, "no ducks"},
-        {{1, 0.998f, 1, 0.998f}, 0, "no ducks"},               // too little to hear
-        {{1, 0.5f, 0.25f, 0.5f, 1}, 1, "1 duck, to -12.0 dB"}, // a fall in steps is one
-        {{1, 0, 0.4f, 0.1f, 0.3f}, 2, "2 ducks, the deepest to silence"},
-        {{1, 0.996f, 0.992f, 0.988f, 0.984f}, 1, "1 duck, to -0.1 dB"}, // slowly
-        {{0, 0, 0.5f, 1}, 1, "1 duck, to silence"},                     // from the start
+    const std::pair<std::vector<float>, const char*> cases[] = {
+        {{1, 0.998f, 1, 0.998f}, "no ducks"},               // too little to hear
+        {{1, 0.5f, 0.25f, 0.5f, 1}, "1 duck, to -12.0 dB"}, // a fall in steps is one
+        {{1, 0, 0.4f, 0.1f, 0.3f}, "2 ducks, the deepest to silence"},
+        {{1, 0.996f, 0.992f, 0.988f, 0.984f}, "1 duck, to -0.1 dB"}, // slowly
+        {{0, 0, 0.5f, 1}, "1 duck, to silence"},                     // from the start
     };
-    for (const auto& each : cases)
+    for (const auto& [gains, text] : cases)
     {
-        SCOPED_TRACE(testing::PrintToString(each.gains));
-        const auto summary = summaryOf(each.gains);
-        EXPECT_EQ(summary.ducks(), each.ducks);
-        EXPECT_EQ(summary.text(), each.text);
+        lodex::GainSummary summary;
+        for (const float gain : gains)
+        {
+            const float record = 1.0f - gain - gain;
+            summary.add(&record, 1);
+        }
+        EXPECT_EQ(summary.text(), text);
     }
 }

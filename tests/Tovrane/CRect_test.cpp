@@ -1,43 +1,18 @@
-#include "Tovrane/CRect.h"
+#include "Tovrane/CColor.h"
+#include "Tovrane/RecordingView.h"
 
-#include <gtest/gtest.h>
 #include <limits>
 
 using Tovra::CPoint;
 using Tovra::CRect;
 
-namespace Tovra
-{
-static void PrintTo(const CRect& rect, std::ostream* out)
-{
-    *out << rect.left << ", " << rect.top << ", " << rect.right << ", " << rect.bottom;
-}
-}
-
 constexpr double noNumber = std::numeric_limits<double>::quiet_NaN();
 
-TEST(CRect, KeepsItsCornersAndComputesItsSize)
-{
-    CRect rect(10, 20, 40, 60);
-    EXPECT_EQ(rect.center(), CPoint(25, 40));
-    EXPECT_EQ(rect.getTopRight(), CPoint(40, 20));
-    EXPECT_EQ(CRect(rect).setTopLeft({15, 5}), CRect(15, 5, 40, 60)) << "the size changes";
-    EXPECT_EQ(CRect(rect).setSize({1, 2}), CRect(10, 20, 11, 22));
-    EXPECT_EQ(CRect(rect).offset(-10, 1), CRect(0, 21, 30, 61));
-    EXPECT_EQ(CRect(rect).moveTo({-5, 0.5}), CRect(-5, 0.5, 25, 40.5)) << "the size stays";
-}
-
-TEST(CRect, HoldsItsLeftAndTopEdgesAlone)
+TEST(CRect, ChangesItsSizeWithItsCornerAndKeepsItWhenItMoves)
 {
     const CRect rect(10, 20, 40, 60);
-    const struct
-    {
-        CPoint point;
-        bool inside;
-    } cases[] = {{{10, 20}, true},  {{39.999, 59.999}, true}, {{40, 30}, false},
-                 {{30, 60}, false}, {{9.999, 30}, false},     {{noNumber, 30}, false}};
-    for (const auto& c : cases)
-        EXPECT_EQ(rect.pointInside(c.point), c.inside) << c.point.x << ", " << c.point.y;
+    EXPECT_EQ(CRect(rect).setTopLeft({15, 5}), CRect(15, 5, 40, 60));
+    EXPECT_EQ(CRect(rect).moveTo({-5, 0.5}), CRect(-5, 0.5, 25, 40.5));
 }
 
 TEST(CRect, IsEmptyWithoutAnInside)
@@ -82,4 +57,13 @@ TEST(CRect, BouncesIntoAnother)
         EXPECT_EQ(rect.bounce(other), c.shift) << testing::PrintToString(c.rect);
         EXPECT_EQ(rect, CRect(c.rect).offset(c.shift));
     }
+}
+
+TEST(CColor, LooksDarkerOnBlackByItsAlpha)
+{
+    using Tovra::CColor;
+    EXPECT_EQ(Tovra::convertCColorNoAlpha({255, 128, 1, 255}), (CColor{255, 128, 1, 255}));
+    EXPECT_EQ(Tovra::convertCColorNoAlpha({255, 100, 51, 128}), (CColor{128, 50, 25, 255}))
+        << "50.2 and 25.6";
+    EXPECT_EQ(Tovra::convertCColorNoAlpha({255, 128, 1, 0}), (CColor{0, 0, 0, 255}));
 }

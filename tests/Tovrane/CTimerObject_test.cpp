@@ -126,6 +126,9 @@ TEST_F(CTimerObjectTest, StopsThePlatformTimerWithTheLastOne)
     EXPECT_EQ(loop.periods, Calls({50, 400})) << "with the new period as the tick";
     RemoveTimerObject(&first);
     EXPECT_TRUE(first.elapsed.empty());
+    RegisterTimerObject(&first, 0, false);
+    EXPECT_EQ(loop.periods.back(), 1) << "no period is the shortest one";
+    EXPECT_FALSE(RegisterTimerObject(nullptr, 10, true));
 }
 
 TEST_F(CTimerObjectTest, TakesANewPeriodWhenItIsRegisteredAgain)
@@ -220,22 +223,10 @@ TEST_F(CTimerObjectTest, WaitsForALoopAndFollowsIt)
 
 TEST_F(CTimerObjectTest, GivesTimeInSixtiethsOfASecond)
 {
-    const struct
+    for (const auto& [microseconds, ticks] :
+         {std::pair(16666L, 0L), {16667L, 16L}, {49999L, 33L}, {50000L, 50L}, {86400000000L, 86400000L}})
     {
-        std::int64_t microseconds, ticks;
-    } cases[] = {
-        {0, 0}, {16666, 0}, {16667, 16}, {33334, 33}, {49999, 33}, {50000, 50}, {86400000000, 86400000}};
-    for (const auto& c : cases)
-    {
-        clock.now = c.microseconds;
-        EXPECT_EQ(Tovra::Tovra_getTicks(), c.ticks) << c.microseconds;
+        clock.now = microseconds;
+        EXPECT_EQ(Tovra::Tovra_getTicks(), ticks) << microseconds;
     }
-}
-
-TEST_F(CTimerObjectTest, TakesNoPeriodForTheShortestOne)
-{
-    Timed timed;
-    RegisterTimerObject(&timed, 0, false);
-    EXPECT_EQ(loop.periods, Calls({1}));
-    EXPECT_FALSE(RegisterTimerObject(nullptr, 10, true));
 }

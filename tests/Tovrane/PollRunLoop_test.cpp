@@ -3,9 +3,11 @@
 
 #include <array>
 #include <gtest/gtest.h>
+#include <memory>
 #include <string>
 #include <unistd.h>
 
+using Tovra::DescriptorWatch;
 using Tovra::PollRunLoop;
 using Tovra::RepeatingTimer;
 using Tovra::RunLoop;
@@ -52,21 +54,16 @@ protected:
     std::string calls;
 };
 
-TEST_F(PollRunLoopTest, CallsEachTimerOncePerPeriod)
+TEST_F(PollRunLoopTest, CallsEachTimerOncePerPeriodAndMakesNothingUpForMissedOnes)
 {
     log('a', 30);
     log('b', 50);
     loop.runFor(100);
     EXPECT_EQ(calls, "a30 b50 a60 a90 b100 ");
-    EXPECT_EQ(clock.milliseconds(), 100);
-}
-
-TEST_F(PollRunLoopTest, MakesNothingUpForMissedPeriods)
-{
-    log('a', 10);
-    clock.advance(35);
-    loop.runFor(20);
-    EXPECT_EQ(calls, "a35 a45 a55 ") << "one call for three and a half periods, then whole ones";
+    calls.clear();
+    clock.advance(115);
+    loop.runFor(60);
+    EXPECT_EQ(calls, "a215 b215 a245 b265 a275 ") << "one call for several periods, then whole ones";
 }
 
 TEST_F(PollRunLoopTest, LetsCallbacksStopTimersAndTheRun)
@@ -79,7 +76,6 @@ TEST_F(PollRunLoopTest, LetsCallbacksStopTimersAndTheRun)
                               if (++turns == 2)
                               {
                                   loop.stopTimer(other); // which is due at the same time
-                                  loop.stopTimer(own);
                                   loop.stopTimer(own);
                                   loop.stopTimer(12345);
                               }
@@ -194,4 +190,58 @@ TEST_F(PollRunLoopTest, ForgetsALoopThatHasGone)
     EXPECT_EQ(RunLoop::current(), nullptr);
     EXPECT_FALSE(timer.isRunning());
     EXPECT_TRUE(timer.isStarted());
+}
+
+namespace
+{
+// A pipe with something to read in it.
+class ADescriptorWatch : public testing::Test
+{
+protected:
+    ADescriptorWatch() { ready.put('x'); }
+
+    // How often a loop calls in one round.
+    int callsOf(PollRunLoop& loop)
+    {
+        calls = 0;
+        loop.runOnce(0);
+        return calls;
+    }
+
+    Pipe ready;
+    DescriptorWatch watch;
+    int calls = 0;
+};
+}
+
+TEST_F(ADescriptorWatch, GoesWithTheCurrentLoop)
+{
+    watch.start(ready.ends[0], [this] { ++calls; }); // before there is a loop
+    PollRunLoop outer;
+    EXPECT_EQ(callsOf(outer), 0);
+    RunLoop::enter(outer);
+    EXPECT_EQ(callsOf(outer), 1);
+    {
+        PollRunLoop inner;
+        RunLoop::enter(inner);
+        EXPECT_EQ(callsOf(inner), 1);
+        EXPECT_EQ(callsOf(outer), 0);
+    }
+    EXPECT_EQ(callsOf(outer), 1);
+    watch.start(ready.ends[0], [this] { watch.stop(), ++calls; });
+    EXPECT_EQ(callsOf(outer), 1);
+    EXPECT_EQ(callsOf(outer), 0);
+}
+
+TEST_F(ADescriptorWatch, OutlivesItsLoop)
+{
+    auto loop = std::make_unique<PollRunLoop>();
+    RunLoop::enter(*loop);
+    watch.start(ready.ends[0], [this] { ++calls; });
+    loop.reset();
+    watch.stop();
+    PollRunLoop next;
+    RunLoop::enter(next);
+    watch.start(ready.ends[0], [this] { ++calls; });
+    EXPECT_EQ(callsOf(next), 1);
 }

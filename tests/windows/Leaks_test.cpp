@@ -1,6 +1,6 @@
 #include "Tovrane/IOSTextEdit.h"
-#include "Tovrane/ITextEditCallback.h"
 #include "Tovrane/platform/x11/X11OptionMenu.h"
+#include "windows/FieldOwner.h"
 #include "windows/PlainMenu.h"
 #include "windows/WindowTest.h"
 
@@ -13,18 +13,6 @@ using namespace Tovra;
 
 namespace
 {
-class Callback : public ITextEditCallback
-{
-public:
-    CColor textEditGetBackColor() const override { return kBlackCColor; }
-    CColor textEditGetFontColor() const override { return kWhiteCColor; }
-    CRect textEditGetSize() const override { return {10.0, 10.0, 110.0, 30.0}; }
-    CRect textEditGetVisibleSize() const override { return textEditGetSize(); }
-    void textEditLooseFocus(bool) override {}
-    long textEditOnKeyDown(const TovraKeyCode&) override { return kKeyNotHandled; }
-    void convertPluginToWorld(CRect&) const override {}
-};
-
 class LeaksTest : public WindowTest
 {
 protected:
@@ -36,7 +24,7 @@ protected:
         menu.add("One", 0);
         menu.addSubmenu("Two").add("Three", 0);
         {
-            Callback callback;
+            FieldOwner callback;
             const std::unique_ptr<IOSTextEdit> field(window().createPlatformTextEdit(frame, &callback, view));
             field->setText("text");
             window().clipboard().offer(X11Clipboard::copied, "text");
@@ -48,6 +36,13 @@ protected:
             window().setMouseCursor(kCursorHand);
         }
         closeFrame();
+    }
+
+    void openAndClose(int times)
+    {
+        for (; times > 0; --times)
+            openAndClose();
+        log.clear();
     }
 
     // All that all clients have on the server.
@@ -91,21 +86,13 @@ protected:
 TEST_F(LeaksTest, NothingIsLeftOfTwoHundredOpenings)
 {
     constexpr int openings = 200;
-    for (int i = 0; i < 2 * openings; ++i) // the allocator's own stores are filled by then, too
-    {
-        openAndClose();
-        log.clear();
-    }
+    openAndClose(2 * openings); // the allocator's own stores are filled by then, too
     EXPECT_TRUE(until([this] { return serverResources() > 0; }));
     const std::size_t resources = serverResources();
     const std::size_t files = descriptors();
     const std::size_t segments = sharedSegments();
     const std::size_t memory = heap();
-    for (int i = 0; i < openings; ++i)
-    {
-        openAndClose();
-        log.clear();
-    }
+    openAndClose(openings);
     EXPECT_TRUE(until([&] { return serverResources() <= resources; }))
         << serverResources() << " of " << resources;
     EXPECT_EQ(descriptors(), files);

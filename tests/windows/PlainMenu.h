@@ -38,11 +38,12 @@ public:
     {
         return index >= 0 && index < getNbEntries() ? items[std::size_t(index)] : nullptr;
     }
-    long getPrefixNumbers() const override { return 0; }
+    long getPrefixNumbers() const override { return digits; }
     Tovra::CPoint getMenuPosition() const override { return position; }
     Tovra::CBaseObject* countedObject() override { return counted; }
 
     Tovra::CPoint position;
+    long digits = 0;
 
 private:
     std::vector<Tovra::CMenuItem*> items;

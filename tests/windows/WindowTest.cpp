@@ -3,10 +3,9 @@
 #include "Tovrane/CDragContainer.h"
 #include "Tovrane/CDrawContext.h"
 #include "Tovrane/platform/x11/ChildProcess.h"
-#include "support/Png.h"
 
 #include <chrono>
-#include <fstream>
+#include <iterator>
 #include <sstream>
 
 using namespace Tovra;
@@ -136,14 +135,16 @@ void WindowTest::settle()
     window().sharedConnection()->dispatch();
 }
 
+std::vector<std::string> WindowTest::wordsOf(const std::string& line)
+{
+    std::istringstream parts(line);
+    return {std::istream_iterator<std::string>(parts), {}};
+}
+
 std::string WindowTest::run(const std::string& words)
 {
-    std::istringstream parts(words);
-    std::vector<std::string> command;
-    for (std::string word; parts >> word;)
-        command.push_back(word);
     ChildProcess child;
-    if (!child.start(command, {}) || !until([&] { return !child.isRunning(); }) || !child.succeeded())
+    if (!child.start(wordsOf(words), {}) || !until([&] { return !child.isRunning(); }) || !child.succeeded())
         ADD_FAILURE() << words << " failed";
     return child.output();
 }
@@ -181,22 +182,4 @@ std::uint32_t WindowTest::pixel(int x, int y) const
     if (image == nullptr)
         return ~0u;
     return *reinterpret_cast<const std::uint32_t*>(xcb_get_image_data(image.get())) & 0xffffffu;
-}
-
-void WindowTest::photograph(const std::string& name) const
-{
-    constexpr unsigned w = 640;
-    constexpr unsigned h = 480;
-    xcb_connection_t* c = observer->xcb();
-    const auto asked = xcb_get_image(c, XCB_IMAGE_FORMAT_Z_PIXMAP, observer->screen().root, 0, 0, w, h, ~0u);
-    const X11Reply<xcb_get_image_reply_t> image{xcb_get_image_reply(c, asked, nullptr)};
-    const char* folder = std::getenv("LODEX_PHOTOGRAPHS");
-    if (image == nullptr || folder == nullptr)
-        return;
-    std::vector<unsigned char> samples;
-    const unsigned char* data = xcb_get_image_data(image.get());
-    for (unsigned i = 0; i < w * h; ++i)
-        samples.insert(samples.end(), {data[i * 4 + 2], data[i * 4 + 1], data[i * 4]});
-    const std::string png = Png{w, h, PNG_COLOR_TYPE_RGB, samples};
-    std::ofstream(std::string(folder) + "/" + name + ".png", std::ios::binary) << png;
 }

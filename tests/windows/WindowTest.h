@@ -55,6 +55,7 @@ protected:
     bool until(const std::function<bool()>& isSo);
     // Runs what is waiting, until the server has nothing more to say.
     void settle();
+    static std::vector<std::string> wordsOf(const std::string& line);
     // A program and its words, parted by spaces; what it wrote. The loop runs meanwhile.
     std::string run(const std::string& words);
     // xdotool, with places relative to the frame.
@@ -70,8 +71,6 @@ protected:
 
     // What the screen shows, relative to the frame: 0xRRGGBB.
     std::uint32_t pixel(int x, int y) const;
-    // Writes a part of the screen to a picture beside the tests, to look at.
-    void photograph(const std::string& name) const;
 
     Tovra::PollRunLoop loop;
     std::unique_ptr<HostWindow> host;

@@ -1,37 +1,12 @@
-#include "Tovrane/ITextEditCallback.h"
 #include "Tovrane/platform/x11/ChildProcess.h"
 #include "Tovrane/platform/x11/X11TextEdit.h"
+#include "windows/FieldOwner.h"
 #include "windows/WindowTest.h"
 
 using namespace Tovra;
 
 namespace
 {
-class Callback : public ITextEditCallback
-{
-public:
-    CColor textEditGetBackColor() const override { return {30, 32, 36, 0}; }
-    CColor textEditGetFontColor() const override { return {230, 232, 236, 255}; }
-    CRect textEditGetSize() const override { return size; }
-    CRect textEditGetVisibleSize() const override { return visible; }
-    void textEditLooseFocus(bool byReturn) override
-    {
-        ended = byReturn ? "return" : "escape";
-        if (onEnd)
-            onEnd();
-    }
-    long textEditOnKeyDown(const TovraKeyCode& code) override
-    {
-        return code.virtualKey == kVirtualF1 ? kKeyConsumed : kKeyNotHandled;
-    }
-    void convertPluginToWorld(CRect&) const override {}
-
-    CRect size{50.0, 40.0, 210.0, 60.0};
-    CRect visible = size;
-    std::string ended;
-    std::function<void()> onEnd;
-};
-
 class X11TextEditTest : public WindowTest
 {
 protected:
@@ -62,7 +37,7 @@ protected:
         return reply->owner;
     }
 
-    Callback callback;
+    FieldOwner callback;
     std::unique_ptr<IOSTextEdit> field;
 };
 }
@@ -139,7 +114,6 @@ TEST_F(X11TextEditTest, LiesWhereItIsToldAndShowsItsColours)
     EXPECT_TRUE(until([this] { return pixel(200, 50) == 0x1e2024; }));
     EXPECT_EQ(pixel(49, 50), 0xff0000u);
     EXPECT_EQ(pixel(211, 50), 0x0000ffu);
-    photograph("text_field");
     callback.size = CRect(100.0, 100.0, 200.0, 124.0);
     callback.visible = CRect(150.0, 100.0, 200.0, 112.0); // the upper right part
     EXPECT_TRUE(field->updateSize());

@@ -3,59 +3,31 @@
 #include "Tovrane/platform/x11/X11Keys.h"
 
 #include <gtest/gtest.h>
-#include <xkbcommon/xkbcommon-keysyms.h>
+#include <map>
+#include <sstream>
+#include <string>
+#include <xkbcommon/xkbcommon.h>
 
 using namespace Tovra;
 
 TEST(X11Keys, HaveTheNumbersThatViewsKnow)
 {
-    const struct
-    {
-        std::uint32_t symbol;
-        int number;
-    } keys[] = {
-        {XKB_KEY_BackSpace, 1},
-        {XKB_KEY_Tab, 2},
-        {XKB_KEY_ISO_Left_Tab, 2},
-        {XKB_KEY_Clear, 3},
-        {XKB_KEY_Return, 4},
-        {XKB_KEY_Pause, 5},
-        {XKB_KEY_Escape, 6},
-        {XKB_KEY_space, 7},
-        {XKB_KEY_End, 9},
-        {XKB_KEY_Home, 10},
-        {XKB_KEY_Left, 11},
-        {XKB_KEY_Up, 12},
-        {XKB_KEY_Right, 13},
-        {XKB_KEY_Down, 14},
-        {XKB_KEY_Page_Up, 15},
-        {XKB_KEY_Page_Down, 16},
-        {XKB_KEY_Select, 17},
-        {XKB_KEY_Print, 18},
-        {XKB_KEY_KP_Enter, 19},
-        {XKB_KEY_Insert, 21},
-        {XKB_KEY_Delete, 22},
-        {XKB_KEY_Help, 23},
-        {XKB_KEY_KP_0, 24},
-        {XKB_KEY_KP_9, 33},
-        {XKB_KEY_KP_Add, 35},
-        {XKB_KEY_KP_Multiply, 34},
-        {XKB_KEY_KP_Subtract, 37},
-        {XKB_KEY_KP_Decimal, 38},
-        {XKB_KEY_KP_Divide, 39},
-        {XKB_KEY_F1, 40},
-        {XKB_KEY_F12, 51},
-        {XKB_KEY_F13, 0},
-        {XKB_KEY_KP_Home, 10},
-        {XKB_KEY_KP_Down, 14},
-        {XKB_KEY_KP_Page_Down, 16},
-        {XKB_KEY_KP_Delete, 22},
-        {XKB_KEY_Shift_L, 0},
-        {XKB_KEY_a, 0},
-        {0, 0},
-    };
-    for (const auto& key : keys)
-        EXPECT_EQ(virtualKeyOfKeysym(key.symbol), key.number) << std::hex << key.symbol;
+    const auto numberOf = [](const std::string& name)
+    { return virtualKeyOfKeysym(xkb_keysym_from_name(name.c_str(), XKB_KEYSYM_NO_FLAGS)); };
+    // From 1 on, with a dash for a number without a key.
+    std::istringstream numbered("BackSpace Tab Clear Return Pause Escape space - End Home Left Up Right Down "
+                                "Page_Up Page_Down Select Print KP_Enter - Insert Delete Help "
+                                "KP_0 KP_1 KP_2 KP_3 KP_4 KP_5 KP_6 KP_7 KP_8 KP_9 KP_Multiply KP_Add - "
+                                "KP_Subtract KP_Decimal KP_Divide F1 F2 F3 F4 F5 F6 F7 F8 F9 F10 F11 F12");
+    int number = 1;
+    for (std::string name; numbered >> name; ++number)
+        EXPECT_TRUE(name == "-" || numberOf(name) == number) << name;
+    EXPECT_EQ(number, 52);
+    const std::map<std::string, int> others = {{"ISO_Left_Tab", 2},  {"KP_Home", 10},   {"KP_Down", 14},
+                                               {"KP_Page_Down", 16}, {"KP_Delete", 22}, {"F13", 0},
+                                               {"Shift_L", 0},       {"a", 0},          {"no such key", 0}};
+    for (const auto& [name, expected] : others)
+        EXPECT_EQ(numberOf(name), expected) << name;
 }
 
 TEST(X11Keys, BearEitherACharacterOrANumber)
@@ -94,8 +66,6 @@ TEST(X11Keys, KeepModifiersApart)
     }
     EXPECT_EQ(mouseWordOfState(0x100 | 0x200 | 0x400 | 1),
               kButtonLeft | kButtonMiddle | kButtonRight | kModShift);
-    EXPECT_EQ(mouseButtonOfServer(3), kButtonRight);
-    EXPECT_EQ(mouseButtonOfServer(4), 0);
     EXPECT_EQ(mouseButtonOfServer(9), kButton4);
     EXPECT_EQ(mouseButtonOfServer(10), kButton5);
 }

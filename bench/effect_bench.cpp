@@ -2,7 +2,7 @@
 // measured in the same run. Every figure of docs/performance.md comes from here.
 #include "bench/References.h"
 #include "bench/Signals.h"
-#include "effect/CQDT_DKS_Single.h"
+#include "effect/instance/CQDT_DKS_Single.h"
 
 #include <algorithm>
 #include <benchmark/benchmark.h>

@@ -1,5 +1,5 @@
 // What it costs to save and to load one state, beside the bare work of zlib on the same bytes.
-#include "effect/CQDT_DKS_Single.h"
+#include "effect/instance/CQDT_DKS_Single.h"
 
 #include <benchmark/benchmark.h>
 #include <string>

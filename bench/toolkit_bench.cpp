@@ -1,12 +1,13 @@
 // What a full paint of an editor's frame costs, and its parts, beside a plain fill and a plain copy of the
 // same picture in the same run.
-#include "Tovrane/CBitmap.h"
-#include "Tovrane/CDrawContext.h"
-#include "Tovrane/CDrawPath.h"
-#include "Tovrane/CFontDesc.h"
-#include "Tovrane/CFrame.h"
-#include "Tovrane/CMACBitmap.h"
-#include "Tovrane/PelmoAGG.h"
+#include "Tovrane/draw/CBitmap.h"
+#include "Tovrane/draw/CDrawContext.h"
+#include "Tovrane/draw/CDrawPath.h"
+#include "Tovrane/draw/CFontDesc.h"
+#include "Tovrane/draw/CMACBitmap.h"
+#include "Tovrane/draw/PelmoAGG.h"
+#include "Tovrane/platform/headless/HeadlessFrame.h"
+#include "Tovrane/views/tree/CFrame.h"
 
 #include <algorithm>
 #include <benchmark/benchmark.h>
@@ -196,6 +197,7 @@ private:
 
 int main(int argc, char** argv)
 {
+    Tovra::useHeadlessFrames();
     benchmark::RegisterBenchmark("ref: fill", fillPlainly);
     benchmark::RegisterBenchmark("ref: copy", copyPlainly);
     const auto add = [](const char* name, std::vector<Part> parts)

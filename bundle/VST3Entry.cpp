@@ -1,7 +1,7 @@
 // What a VST 3 host looks up in the bundle's object.
-#include "hostsdk_vst3/ModuleEntry.h"
+#include "HostSDK/VST3/ModuleEntry.h"
+#include "Orbel/Wrapper/VST3/VST3Factory.h"
 #include "pluginterfaces/base/ipluginbase.h"
-#include "wrapper_vst3/VST3Factory.h"
 
 #define EXPORTED extern "C" __attribute__((visibility("default")))
 

@@ -22,5 +22,5 @@ function(lodex_resources library)
   configure_file(${LODEX_RESOURCE_TEMPLATE} ${source} @ONLY)
   # The compiler does not tell that the assembler reads a file.
   set_source_files_properties(${source} PROPERTIES OBJECT_DEPENDS ${BLOCK_FILE})
-  lodex_library(${library} PREFIX resources SOURCES ${source} LINKS orbel)
+  lodex_library(${library} PREFIX resources SOURCES ${source} LINKS orbel_storage)
 endfunction()

@@ -1,6 +1,6 @@
 // Any bytes as a program file and as a bank file: what is taken lies inside what was given, and
 // what is wrapped comes back.
-#include "Orbel/CFileFormat.h"
+#include "Orbel/storage/CFileFormat.h"
 #include "Require.h"
 
 #include <string>

@@ -1,10 +1,10 @@
 // Any bytes as a preset or bank of the older product, as they stand and at the sizes of the raw forms:
 // whatever they are, what comes of them are stores of today with every parameter a number in its range, no
 // more of them than the bytes can hold, and none is an older form again.
-#include "Orbel/CPresetStore.h"
-#include "Orbel/CPropertyManager.h"
+#include "Orbel/parameters/CPropertyManager.h"
+#include "Orbel/storage/CPresetStore.h"
 #include "Require.h"
-#include "parameters/DKS.h"
+#include "effect/parameters/DKS.h"
 #include "presets/CPresetConverter_V2.h"
 #include "presets/OlderChunks.h"
 

@@ -1,11 +1,11 @@
 // Any bytes as a picture: as they are, and with the check sums of their chunks put right, so that what stands
 // in the chunks is looked at, too. What came of it is drawn in every way.
 #include "Require.h"
-#include "Tovrane/CBitmap.h"
-#include "Tovrane/CDrawContext.h"
-#include "Tovrane/CMACBitmap.h"
-#include "Tovrane/CPoint.h"
-#include "Tovrane/CRect.h"
+#include "Tovrane/base/CPoint.h"
+#include "Tovrane/base/CRect.h"
+#include "Tovrane/draw/CBitmap.h"
+#include "Tovrane/draw/CDrawContext.h"
+#include "Tovrane/draw/CMACBitmap.h"
 #include "support/PngBytes.h"
 
 #include <string>
@@ -29,7 +29,7 @@ void tryPicture(const std::string& file)
     target.setSize(16, 16);
     Tovra::PelmoAGG renderer;
     renderer.attach(target.getPixelPtr(), 16, 16, target.getRowBytes());
-    auto* const context = new Tovra::CDrawContext(nullptr, nullptr, nullptr);
+    auto* const context = new Tovra::CDrawContext();
     context->setAGGRenderer(&renderer);
     context->setClipRect(CRect(0, 0, 16, 16));
     bitmap.draw(context, CRect(-3, -3, 30, 30), CPoint(1, 2));

@@ -1,9 +1,9 @@
 // Any bytes as a file of presets, as the lodex command reads them: there is either a reason of one readable
 // line, or a preset that loads, and what is converted from it is a sound file with the same parameters.
 #include "Require.h"
-#include "tools/PresetEffect.h"
-#include "tools/Text.h"
-#include "tools/ToolError.h"
+#include "tools/common/Text.h"
+#include "tools/common/ToolError.h"
+#include "tools/preset/PresetEffect.h"
 
 #include <algorithm>
 #include <bit>

@@ -1,8 +1,8 @@
 // Any bytes as a parameter chunk: whatever they are, every value stays a number inside its range, and
 // what is saved afterwards loads to the same values.
-#include "Orbel/CPropertyManager.h"
+#include "Orbel/parameters/CPropertyManager.h"
 #include "Require.h"
-#include "parameters/DKS.h"
+#include "effect/parameters/DKS.h"
 
 #include <bit>
 

@@ -1,8 +1,8 @@
 // Any bytes as a block of resources, and as the index and the records within one, in both forms: every way to
 // fetch a resource finds the same.
 #include "CORE/ForeignData.h"
-#include "Orbel/Packing.h"
-#include "Orbel/ResourceStore.h"
+#include "Orbel/storage/Packing.h"
+#include "Orbel/storage/ResourceStore.h"
 #include "Require.h"
 
 namespace

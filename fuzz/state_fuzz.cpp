@@ -3,8 +3,8 @@
 // Whatever comes: every value is a number within its range, the time base is one, the name has an end, and
 // what is saved then loads to the same and saves to the same bytes.
 #include "Require.h"
-#include "effect/CQDT_DKS_Single.h"
-#include "parameters/TimeAdjust.h"
+#include "effect/instance/CQDT_DKS_Single.h"
+#include "effect/parameters/TimeAdjust.h"
 
 #include <cmath>
 #include <cstdint>

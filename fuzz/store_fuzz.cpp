@@ -1,8 +1,8 @@
 // Any bytes as a preset store, and as the records within one: what is taken is inside what was given, can be
 // written, and then reads the same.
 #include "CORE/ForeignData.h"
-#include "Orbel/CPresetStore.h"
-#include "Orbel/Packing.h"
+#include "Orbel/storage/CPresetStore.h"
+#include "Orbel/storage/Packing.h"
 #include "Require.h"
 
 #include <cstring>

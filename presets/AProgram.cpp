@@ -1,7 +1,7 @@
 #include "presets/AProgram.h"
 
 #include "CORE/ForeignData.h"
-#include "parameters/DKS.h"
+#include "effect/parameters/DKS.h"
 #include "presets/CPresetConverterCallback.h"
 #include "presets/OlderChunks.h"
 

@@ -2,9 +2,9 @@
 
 #include "CORE/ForeignData.h"
 #include "CORE/Numbers.h"
-#include "Orbel/CPresetStore.h"
-#include "Orbel/CPropertyManager.h"
-#include "parameters/DKS.h"
+#include "Orbel/parameters/CPropertyManager.h"
+#include "Orbel/storage/CPresetStore.h"
+#include "effect/parameters/DKS.h"
 #include "presets/AProgram.h"
 #include "presets/CPresetConverterCallback.h"
 #include "presets/OlderChunks.h"

@@ -2,9 +2,9 @@
 
 #include "CORE/File.h"
 #include "CORE/ForeignData.h"
-#include "Orbel/CFileFormat.h"
-#include "Orbel/CPresetStore.h"
-#include "Orbel/ParameterText.h"
+#include "Orbel/parameters/ParameterText.h"
+#include "Orbel/storage/CFileFormat.h"
+#include "Orbel/storage/CPresetStore.h"
 #include "Sonvex/FileNames.h"
 #include "presets/CPresetConverter_V2.h"
 #include "presets/IPresetEffect.h"

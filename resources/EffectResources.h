@@ -2,7 +2,7 @@
 // "initPreset", that of an .fxp file with the start state.
 #pragma once
 
-#include "Orbel/ResourceStore.h"
+#include "Orbel/storage/ResourceStore.h"
 
 // [any thread]
 Orbel::ResourceBlock effectResources();

@@ -2,7 +2,7 @@
 // by the names that the layout asks for, and have those fonts' widths.
 #pragma once
 
-#include "Orbel/ResourceStore.h"
+#include "Orbel/storage/ResourceStore.h"
 
 // [any thread]
 Orbel::ResourceBlock fontResources();

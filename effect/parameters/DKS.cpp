@@ -1,4 +1,4 @@
-#include "parameters/DKS.h"
+#include "effect/parameters/DKS.h"
 
 namespace DKS
 {

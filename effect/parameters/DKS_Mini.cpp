@@ -1,4 +1,4 @@
-#include "parameters/DKS_Mini.h"
+#include "effect/parameters/DKS_Mini.h"
 
 namespace DKS_Mini
 {

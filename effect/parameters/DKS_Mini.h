@@ -4,7 +4,7 @@
 // Constant after the bundle was loaded. Each row's parameter id is its index.
 #pragma once
 
-#include "Orbel/ParameterPropertySetup.h"
+#include "Orbel/parameters/ParameterPropertySetup.h"
 
 namespace DKS_Mini
 {

@@ -1,4 +1,4 @@
-#include "parameters/TimeAdjust.h"
+#include "effect/parameters/TimeAdjust.h"
 
 #include <cmath>
 

@@ -1,6 +1,6 @@
 #include "CORE/COSPreferences.h"
 #include "CORE/Threads.h"
-#include "TempFolder.h"
+#include "support/TempFolder.h"
 
 #include <gtest/gtest.h>
 

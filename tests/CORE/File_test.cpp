@@ -1,6 +1,6 @@
 #include "CORE/File.h"
 #include "CORE/FileReplacement.h"
-#include "TempFolder.h"
+#include "support/TempFolder.h"
 
 #include <csignal>
 #include <gtest/gtest.h>

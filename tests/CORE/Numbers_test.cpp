@@ -1,6 +1,6 @@
 #include "CORE/Format.h"
 #include "CORE/Numbers.h"
-#include "TempFolder.h"
+#include "support/TempFolder.h"
 
 #include <clocale>
 #include <cmath>

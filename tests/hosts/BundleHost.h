@@ -5,8 +5,8 @@
 #include "pluginterfaces/vst/ivsteditcontroller.h"
 #include "pluginterfaces/vst/ivstprocesscontext.h"
 #include "public.sdk/source/common/memorystream.h"
-#include "tools/ParameterChanges.h"
-#include "tools/VST3Module.h"
+#include "tools/render/ParameterChanges.h"
+#include "tools/render/VST3Module.h"
 
 #include <cstdint>
 #include <string>

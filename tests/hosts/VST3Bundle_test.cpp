@@ -1,6 +1,6 @@
 // The built bundle as VST 3 hosts find, play, save and restore it.
-#include "hostsdk_vst3/Text.h"
-#include "tests/hosts/BundleHost.h"
+#include "HostSDK/VST3/Text.h"
+#include "hosts/BundleHost.h"
 
 #include <cmath>
 #include <cstring>

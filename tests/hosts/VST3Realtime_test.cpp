@@ -1,6 +1,6 @@
 // What a host's audio thread may expect of the built bundle.
+#include "hosts/BundleHost.h"
 #include "support/Realtime.h"
-#include "tests/hosts/BundleHost.h"
 
 #include <gtest/gtest.h>
 

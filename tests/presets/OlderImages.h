@@ -1,7 +1,7 @@
 // Images of the older product's forms, put together field by field.
 #pragma once
 
-#include "Orbel/Bytes.h"
+#include "support/Bytes.h"
 
 #include <bit>
 #include <vector>

@@ -1,5 +1,5 @@
-#include "TempFolder.h"
 #include "presets/PresetFolder.h"
+#include "support/TempFolder.h"
 
 #include <gtest/gtest.h>
 

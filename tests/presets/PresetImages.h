@@ -2,9 +2,9 @@
 #pragma once
 
 #include "CORE/ForeignData.h"
-#include "Orbel/CPresetStore.h"
-#include "Orbel/CPropertyManager.h"
-#include "parameters/DKS_Mini.h"
+#include "Orbel/parameters/CPropertyManager.h"
+#include "Orbel/storage/CPresetStore.h"
+#include "effect/parameters/DKS_Mini.h"
 #include "presets/OlderImages.h"
 
 #include <map>

@@ -1,9 +1,9 @@
-#include "Orbel/CFileFormat.h"
+#include "Orbel/storage/CFileFormat.h"
 #include "Sonvex/MessageBox.h"
-#include "TempFolder.h"
 #include "presets/IPresetEffect.h"
 #include "presets/PresetImages.h"
 #include "presets/Single_CPresetInterface.h"
+#include "support/TempFolder.h"
 
 #include <gtest/gtest.h>
 #include <map>

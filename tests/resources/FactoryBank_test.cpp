@@ -1,10 +1,10 @@
 #include "CORE/Numbers.h"
-#include "Orbel/CFileFormat.h"
-#include "Orbel/CPresetStore.h"
-#include "Orbel/CPropertyManager.h"
-#include "pack_presets/FactoryBank.h"
-#include "parameters/DKS_Mini.h"
-#include "parameters/TimeAdjust.h"
+#include "Orbel/parameters/CPropertyManager.h"
+#include "Orbel/storage/CFileFormat.h"
+#include "Orbel/storage/CPresetStore.h"
+#include "effect/parameters/DKS_Mini.h"
+#include "effect/parameters/TimeAdjust.h"
+#include "tools/pack_presets/FactoryBank.h"
 
 #include <algorithm>
 #include <filesystem>

@@ -1,4 +1,4 @@
-#include "Orbel/ResourceStore.h"
+#include "Orbel/storage/ResourceStore.h"
 #include "resources/EffectResources.h"
 #include "resources/FontResources.h"
 

@@ -2,7 +2,7 @@
 // then so much time is over at once.
 #pragma once
 
-#include "Tovrane/Clock.h"
+#include "Tovrane/base/Clock.h"
 
 #include <poll.h>
 #include <stdexcept>

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "CORE/ForeignData.h"
-#include "Tovrane/PNGStreams.h"
+#include "Tovrane/draw/PNGStreams.h"
 
 #include <cstring>
 #include <string>

@@ -1,8 +1,8 @@
 // The view's side of a text field, which writes down how the field ended.
 #pragma once
 
-#include "Tovrane/ITextEditCallback.h"
-#include "Tovrane/TovraKeyCode.h"
+#include "Tovrane/window/ITextEditCallback.h"
+#include "Tovrane/window/TovraKeyCode.h"
 
 #include <functional>
 #include <string>

@@ -1,5 +1,5 @@
-#include "Tovrane/IOSTextEdit.h"
 #include "Tovrane/platform/x11/X11OptionMenu.h"
+#include "Tovrane/window/IOSTextEdit.h"
 #include "windows/FieldOwner.h"
 #include "windows/PlainMenu.h"
 #include "windows/WindowTest.h"

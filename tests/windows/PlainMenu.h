@@ -1,9 +1,9 @@
 // A menu that holds its entries and nothing else.
 #pragma once
 
-#include "Tovrane/CBaseObject.h"
-#include "Tovrane/CMenuItem.h"
-#include "Tovrane/IMenu.h"
+#include "Tovrane/base/CBaseObject.h"
+#include "Tovrane/views/controls/CMenuItem.h"
+#include "Tovrane/window/IMenu.h"
 
 #include <memory>
 #include <vector>

@@ -1,8 +1,8 @@
 #include "windows/WindowTest.h"
 
-#include "Tovrane/CDragContainer.h"
-#include "Tovrane/CDrawContext.h"
-#include "Tovrane/platform/x11/ChildProcess.h"
+#include "Tovrane/draw/CDrawContext.h"
+#include "Tovrane/platform/parts/ChildProcess.h"
+#include "Tovrane/window/CDragContainer.h"
 
 #include <chrono>
 #include <iterator>

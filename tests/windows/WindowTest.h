@@ -4,10 +4,10 @@
 // at the time.
 #pragma once
 
-#include "Tovrane/CFrame.h"
-#include "Tovrane/PollRunLoop.h"
-#include "Tovrane/RecordingView.h"
+#include "Tovrane/base/PollRunLoop.h"
 #include "Tovrane/platform/x11/X11Frame.h"
+#include "Tovrane/views/tree/CFrame.h"
+#include "Tovrane/views/tree/RecordingView.h"
 #include "windows/HostWindow.h"
 
 #include <functional>

@@ -1,5 +1,5 @@
 #include "Sonvex/MessageBox.h"
-#include "Tovrane/IFileSelector.h"
+#include "Tovrane/window/IFileSelector.h"
 #include "windows/WindowTest.h"
 
 #include <filesystem>

@@ -1,5 +1,5 @@
-#include "Tovrane/platform/x11/ChildProcess.h"
-#include "Tovrane/platform/x11/MenuRows.h"
+#include "Tovrane/platform/parts/ChildProcess.h"
+#include "Tovrane/platform/parts/MenuRows.h"
 #include "Tovrane/platform/x11/X11OptionMenu.h"
 #include "windows/PlainMenu.h"
 #include "windows/WindowTest.h"

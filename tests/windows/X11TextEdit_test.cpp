@@ -1,4 +1,4 @@
-#include "Tovrane/platform/x11/ChildProcess.h"
+#include "Tovrane/platform/parts/ChildProcess.h"
 #include "Tovrane/platform/x11/X11TextEdit.h"
 #include "windows/FieldOwner.h"
 #include "windows/WindowTest.h"

@@ -1,6 +1,6 @@
-#include "Tovrane/PelmoAGG.h"
-#include "gallery/GalleryPage.h"
-#include "gallery/Sketch.h"
+#include "Tovrane/draw/PelmoAGG.h"
+#include "tools/gallery/GalleryPage.h"
+#include "tools/gallery/Sketch.h"
 
 using namespace Tovra;
 

@@ -1,7 +1,7 @@
-#include "gallery/GalleryPage.h"
+#include "tools/gallery/GalleryPage.h"
 
-#include "Tovrane/IOSBitmap.h"
-#include "gallery/Sketch.h"
+#include "Tovrane/draw/IOSBitmap.h"
+#include "tools/gallery/Sketch.h"
 
 namespace Gallery
 {

@@ -4,7 +4,7 @@
 // of its own size. [window thread]
 #pragma once
 
-#include "Tovrane/CFrame.h"
+#include "Tovrane/views/tree/CFrame.h"
 
 #include <memory>
 #include <string>

@@ -1,9 +1,9 @@
-#include "gallery/GalleryWindow.h"
+#include "tools/gallery/GalleryWindow.h"
 
-#include "Tovrane/PollRunLoop.h"
+#include "Tovrane/base/PollRunLoop.h"
 #include "Tovrane/platform/x11/X11Frame.h"
 #include "Tovrane/platform/x11/X11TopLevel.h"
-#include "gallery/GalleryPage.h"
+#include "tools/gallery/GalleryPage.h"
 
 #include <functional>
 

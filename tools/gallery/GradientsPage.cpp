@@ -1,7 +1,7 @@
-#include "Tovrane/CDrawPath.h"
-#include "Tovrane/PelmoAGG.h"
-#include "gallery/GalleryPage.h"
-#include "gallery/Sketch.h"
+#include "Tovrane/draw/CDrawPath.h"
+#include "Tovrane/draw/PelmoAGG.h"
+#include "tools/gallery/GalleryPage.h"
+#include "tools/gallery/Sketch.h"
 
 #include <cmath>
 

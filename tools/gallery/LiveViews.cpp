@@ -1,8 +1,8 @@
-#include "gallery/LiveViews.h"
+#include "tools/gallery/LiveViews.h"
 
-#include "Tovrane/CFrame.h"
-#include "Tovrane/IOptionMenu.h"
-#include "gallery/Sketch.h"
+#include "Tovrane/views/tree/CFrame.h"
+#include "Tovrane/window/IOptionMenu.h"
+#include "tools/gallery/Sketch.h"
 
 using namespace Tovra;
 

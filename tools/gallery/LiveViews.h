@@ -2,10 +2,10 @@
 // they show how they look at rest.
 #pragma once
 
-#include "Tovrane/CView.h"
-#include "Tovrane/IMenu.h"
-#include "Tovrane/IOSTextEdit.h"
-#include "Tovrane/ITextEditCallback.h"
+#include "Tovrane/views/tree/CView.h"
+#include "Tovrane/window/IMenu.h"
+#include "Tovrane/window/IOSTextEdit.h"
+#include "Tovrane/window/ITextEditCallback.h"
 
 #include <memory>
 #include <string>

@@ -1,11 +1,11 @@
-#include "Tovrane/CMenuItem.h"
-#include "Tovrane/IMenu.h"
-#include "Tovrane/Kept.h"
-#include "Tovrane/platform/x11/EditLinePainter.h"
-#include "Tovrane/platform/x11/MenuPainter.h"
-#include "gallery/GalleryPage.h"
-#include "gallery/LiveViews.h"
-#include "gallery/Sketch.h"
+#include "Tovrane/base/Kept.h"
+#include "Tovrane/platform/parts/EditLinePainter.h"
+#include "Tovrane/platform/parts/MenuPainter.h"
+#include "Tovrane/views/controls/CMenuItem.h"
+#include "Tovrane/window/IMenu.h"
+#include "tools/gallery/GalleryPage.h"
+#include "tools/gallery/LiveViews.h"
+#include "tools/gallery/Sketch.h"
 
 #include <memory>
 

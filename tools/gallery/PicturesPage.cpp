@@ -1,9 +1,9 @@
-#include "Tovrane/CBitmap.h"
-#include "Tovrane/CMACBitmap.h"
-#include "Tovrane/Kept.h"
-#include "Tovrane/PelmoAGG.h"
-#include "gallery/GalleryPage.h"
-#include "gallery/Sketch.h"
+#include "Tovrane/base/Kept.h"
+#include "Tovrane/draw/CBitmap.h"
+#include "Tovrane/draw/CMACBitmap.h"
+#include "Tovrane/draw/PelmoAGG.h"
+#include "tools/gallery/GalleryPage.h"
+#include "tools/gallery/Sketch.h"
 
 #include <memory>
 

@@ -1,7 +1,7 @@
-#include "Tovrane/CDrawPath.h"
-#include "Tovrane/CViewContainer.h"
-#include "gallery/GalleryPage.h"
-#include "gallery/Sketch.h"
+#include "Tovrane/draw/CDrawPath.h"
+#include "Tovrane/views/tree/CViewContainer.h"
+#include "tools/gallery/GalleryPage.h"
+#include "tools/gallery/Sketch.h"
 
 #include <cmath>
 #include <numbers>

@@ -1,7 +1,7 @@
-#include "gallery/Sketch.h"
+#include "tools/gallery/Sketch.h"
 
-#include "Tovrane/CFontDesc.h"
-#include "Tovrane/PelmoAGG.h"
+#include "Tovrane/draw/CFontDesc.h"
+#include "Tovrane/draw/PelmoAGG.h"
 
 using namespace Tovra;
 

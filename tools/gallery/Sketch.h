@@ -1,8 +1,8 @@
 // A view that draws by a function, and what the pages of the gallery share: colours and captions.
 #pragma once
 
-#include "Tovrane/CDrawContext.h"
-#include "Tovrane/CView.h"
+#include "Tovrane/draw/CDrawContext.h"
+#include "Tovrane/views/tree/CView.h"
 
 #include <functional>
 #include <string>

@@ -1,7 +1,7 @@
-#include "Tovrane/CFontDesc.h"
-#include "Tovrane/PelmoAGG.h"
-#include "gallery/GalleryPage.h"
-#include "gallery/Sketch.h"
+#include "Tovrane/draw/CFontDesc.h"
+#include "Tovrane/draw/PelmoAGG.h"
+#include "tools/gallery/GalleryPage.h"
+#include "tools/gallery/Sketch.h"
 
 using namespace Tovra;
 

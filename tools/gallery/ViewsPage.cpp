@@ -1,6 +1,6 @@
-#include "Tovrane/CViewContainer.h"
-#include "gallery/GalleryPage.h"
-#include "gallery/Sketch.h"
+#include "Tovrane/views/tree/CViewContainer.h"
+#include "tools/gallery/GalleryPage.h"
+#include "tools/gallery/Sketch.h"
 
 using namespace Tovra;
 

@@ -1,7 +1,8 @@
 // Shows the pages of the gallery in a window, or saves them as PNG files.
-#include "Tovrane/IOSBitmap.h"
-#include "gallery/GalleryPage.h"
-#include "gallery/GalleryWindow.h"
+#include "Tovrane/draw/IOSBitmap.h"
+#include "Tovrane/platform/headless/HeadlessFrame.h"
+#include "tools/gallery/GalleryPage.h"
+#include "tools/gallery/GalleryWindow.h"
 
 #include <CLI/CLI.hpp>
 #include <cstdio>
@@ -43,6 +44,7 @@ int main(int argc, char** argv)
                    "one page of the file, or the window's first; without it all of them, below one another")
         ->check(CLI::Range(size_t(1), count));
     CLI11_PARSE(app, argc, argv);
+    Tovra::useHeadlessFrames();
 
     if (path.empty())
     {

@@ -1,11 +1,11 @@
-#include "pack_presets/FactoryBank.h"
+#include "tools/pack_presets/FactoryBank.h"
 
 #include "CORE/Numbers.h"
-#include "Orbel/CFileFormat.h"
-#include "Orbel/CPresetStore.h"
-#include "Orbel/CPropertyManager.h"
-#include "parameters/DKS_Mini.h"
-#include "parameters/TimeAdjust.h"
+#include "Orbel/parameters/CPropertyManager.h"
+#include "Orbel/storage/CFileFormat.h"
+#include "Orbel/storage/CPresetStore.h"
+#include "effect/parameters/DKS_Mini.h"
+#include "effect/parameters/TimeAdjust.h"
 
 namespace lodex
 {

@@ -4,7 +4,7 @@
 // Runs at build time, in pack_presets, and in tests. The same texts give the same bytes.
 #pragma once
 
-#include "pack_presets/PresetText.h"
+#include "tools/pack_presets/PresetText.h"
 
 #include <string>
 #include <vector>

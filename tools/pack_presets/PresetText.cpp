@@ -1,8 +1,8 @@
-#include "pack_presets/PresetText.h"
+#include "tools/pack_presets/PresetText.h"
 
-#include "Orbel/ParameterText.h"
-#include "parameters/DKS_Mini.h"
-#include "parameters/TimeAdjust.h"
+#include "Orbel/parameters/ParameterText.h"
+#include "effect/parameters/DKS_Mini.h"
+#include "effect/parameters/TimeAdjust.h"
 
 #include <algorithm>
 #include <cerrno>

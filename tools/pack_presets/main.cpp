@@ -3,7 +3,7 @@
 // Run by the build: makes the factory bank and the start state from their texts. A text with a mistake in it
 // stops the build, with its file and line.
 #include "CORE/File.h"
-#include "pack_presets/FactoryBank.h"
+#include "tools/pack_presets/FactoryBank.h"
 
 #include <iostream>
 

@@ -1,7 +1,7 @@
-#include "pack_resources/ResourcePacker.h"
+#include "tools/pack_resources/ResourcePacker.h"
 
 #include "CORE/ForeignData.h"
-#include "Orbel/Packing.h"
+#include "Orbel/storage/Packing.h"
 
 #include <fstream>
 #include <iterator>

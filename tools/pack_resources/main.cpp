@@ -1,6 +1,6 @@
 // pack_resources BLOCK NAME=FILE[:zlib|:scrambled]...
 #include "CORE/File.h"
-#include "pack_resources/ResourcePacker.h"
+#include "tools/pack_resources/ResourcePacker.h"
 
 #include <cstdio>
 #include <exception>

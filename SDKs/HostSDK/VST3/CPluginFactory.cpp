@@ -1,4 +1,4 @@
-#include "hostsdk_vst3/CPluginFactory.h"
+#include "HostSDK/VST3/CPluginFactory.h"
 
 #include <algorithm>
 #include <cstring>

@@ -1,4 +1,4 @@
-#include "hostsdk_vst3/ModuleEntry.h"
+#include "HostSDK/VST3/ModuleEntry.h"
 
 namespace Steinberg
 {

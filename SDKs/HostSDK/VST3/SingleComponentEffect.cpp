@@ -1,6 +1,6 @@
-#include "hostsdk_vst3/SingleComponentEffect.h"
+#include "HostSDK/VST3/SingleComponentEffect.h"
 
-#include "hostsdk_vst3/Text.h"
+#include "HostSDK/VST3/Text.h"
 
 namespace Steinberg::Vst
 {

@@ -1,4 +1,4 @@
-#include "hostsdk_vst3/Text.h"
+#include "HostSDK/VST3/Text.h"
 
 #include <algorithm>
 #include <codecvt>

@@ -1,7 +1,7 @@
-#include "Orbel/CPropertyManager.h"
-#include "parameters/DKS.h"
-#include "parameters/DKS_Mini.h"
-#include "parameters/TimeAdjust.h"
+#include "Orbel/parameters/CPropertyManager.h"
+#include "effect/parameters/DKS.h"
+#include "effect/parameters/DKS_Mini.h"
+#include "effect/parameters/TimeAdjust.h"
 
 #include <cctype>
 #include <gtest/gtest.h>

@@ -1,6 +1,6 @@
-#include "Tovrane/IOSBitmap.h"
-#include "gallery/GalleryPage.h"
+#include "Tovrane/draw/IOSBitmap.h"
 #include "support/Golden.h"
+#include "tools/gallery/GalleryPage.h"
 
 #include <algorithm>
 #include <cstdlib>

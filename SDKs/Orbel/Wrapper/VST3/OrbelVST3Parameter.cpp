@@ -1,8 +1,8 @@
-#include "wrapper_vst3/OrbelVST3Parameter.h"
+#include "Orbel/Wrapper/VST3/OrbelVST3Parameter.h"
 
 #include "CORE/Numbers.h"
-#include "Orbel/ParameterText.h"
-#include "hostsdk_vst3/Text.h"
+#include "HostSDK/VST3/Text.h"
+#include "Orbel/parameters/ParameterText.h"
 
 #include <cmath>
 #include <cstdio>

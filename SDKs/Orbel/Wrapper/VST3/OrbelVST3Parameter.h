@@ -6,7 +6,7 @@
 #pragma once
 
 #include "CORE/Relaxed.h"
-#include "Orbel/ParameterProperty.h"
+#include "Orbel/parameters/ParameterProperty.h"
 #include "public.sdk/source/vst/vstparameters.h"
 
 namespace Orbel

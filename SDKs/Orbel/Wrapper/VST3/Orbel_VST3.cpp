@@ -1,12 +1,12 @@
-#include "wrapper_vst3/Orbel_VST3.h"
+#include "Orbel/Wrapper/VST3/Orbel_VST3.h"
 
 #include "CORE/ForeignData.h"
 #include "CORE/Truncate.h"
+#include "HostSDK/VST3/Text.h"
+#include "Orbel/Wrapper/VST3/OrbelVST3Parameter.h"
+#include "Orbel/Wrapper/VST3/Orbel_VST3_EditorView.h"
 #include "Sonvex/String.h"
-#include "hostsdk_vst3/Text.h"
 #include "pluginterfaces/base/ibstream.h"
-#include "wrapper_vst3/OrbelVST3Parameter.h"
-#include "wrapper_vst3/Orbel_VST3_EditorView.h"
 
 #include <algorithm>
 #include <cmath>

@@ -13,9 +13,9 @@
 #pragma once
 
 #include "CORE/Relaxed.h"
-#include "Orbel/OrbelFactory.h"
-#include "Orbel/ParameterProperty.h"
-#include "hostsdk_vst3/SingleComponentEffect.h"
+#include "HostSDK/VST3/SingleComponentEffect.h"
+#include "Orbel/contract/OrbelFactory.h"
+#include "Orbel/parameters/ParameterProperty.h"
 #include "pluginterfaces/vst/ivstmidicontrollers.h"
 #include "pluginterfaces/vst/ivstparameterchanges.h"
 #include "pluginterfaces/vst/ivstunits.h"

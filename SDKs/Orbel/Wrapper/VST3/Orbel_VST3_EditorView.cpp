@@ -1,8 +1,8 @@
-#include "wrapper_vst3/Orbel_VST3_EditorView.h"
+#include "Orbel/Wrapper/VST3/Orbel_VST3_EditorView.h"
 
 #include "CORE/Truncate.h"
-#include "Orbel/IEditor.h"
-#include "wrapper_vst3/Orbel_VST3.h"
+#include "Orbel/Wrapper/VST3/Orbel_VST3.h"
+#include "Orbel/contract/IEditor.h"
 
 #include <algorithm>
 #include <cstring>

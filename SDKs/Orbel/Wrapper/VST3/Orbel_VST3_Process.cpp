@@ -1,10 +1,10 @@
 // The adapter's road of one block. [audio thread] throughout.
 #include "CORE/Truncate.h"
-#include "Orbel/TransportHelpers.h"
+#include "Orbel/Wrapper/VST3/OrbelVST3Parameter.h"
+#include "Orbel/Wrapper/VST3/Orbel_VST3.h"
+#include "Orbel/contract/TransportHelpers.h"
 #include "pluginterfaces/vst/ivstevents.h"
 #include "pluginterfaces/vst/ivstprocesscontext.h"
-#include "wrapper_vst3/OrbelVST3Parameter.h"
-#include "wrapper_vst3/Orbel_VST3.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,6 +1,6 @@
 // The adapter's lists: its unit, its programs, its MIDI controllers.
-#include "hostsdk_vst3/Text.h"
-#include "wrapper_vst3/Orbel_VST3.h"
+#include "HostSDK/VST3/Text.h"
+#include "Orbel/Wrapper/VST3/Orbel_VST3.h"
 
 #include <cstring>
 

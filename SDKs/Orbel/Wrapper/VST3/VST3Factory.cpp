@@ -1,8 +1,8 @@
-#include "wrapper_vst3/VST3Factory.h"
+#include "Orbel/Wrapper/VST3/VST3Factory.h"
 
 #include "CORE/ForeignData.h"
-#include "hostsdk_vst3/CPluginFactory.h"
-#include "wrapper_vst3/Orbel_VST3.h"
+#include "HostSDK/VST3/CPluginFactory.h"
+#include "Orbel/Wrapper/VST3/Orbel_VST3.h"
 
 #include <cstring>
 

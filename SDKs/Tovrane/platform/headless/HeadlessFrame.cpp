@@ -1,9 +1,9 @@
 #include "Tovrane/platform/headless/HeadlessFrame.h"
 
-#include "Tovrane/CFrame.h"
-#include "Tovrane/IOptionMenu.h"
-#include "Tovrane/Kept.h"
+#include "Tovrane/base/Kept.h"
 #include "Tovrane/platform/headless/HeadlessTextEdit.h"
+#include "Tovrane/views/tree/CFrame.h"
+#include "Tovrane/window/IOptionMenu.h"
 
 namespace Tovra
 {
@@ -45,6 +45,12 @@ public:
 private:
     const Kept<HeadlessFrame> frame;
 };
+}
+
+void useHeadlessFrames()
+{
+    IFrame::setFallbackFactory([](CFrame* frame, const CRect& size, void*) -> IFrame*
+                               { return new HeadlessFrame(frame, size); });
 }
 
 HeadlessFrame::HeadlessFrame(CFrame* owner, const CRect& size)

@@ -3,10 +3,10 @@
 // and events come from events(). Text fields, menus and file panels answer what was put down for them.
 #pragma once
 
-#include "Tovrane/IFileSelector.h"
-#include "Tovrane/IFrame.h"
-#include "Tovrane/IMenu.h"
-#include "Tovrane/platform/WindowEvents.h"
+#include "Tovrane/platform/parts/WindowEvents.h"
+#include "Tovrane/window/IFileSelector.h"
+#include "Tovrane/window/IFrame.h"
+#include "Tovrane/window/IMenu.h"
 
 #include <functional>
 #include <string>
@@ -15,6 +15,10 @@
 namespace Tovra
 {
 class HeadlessTextEdit;
+
+// [window thread]  From here on a frame for which no window system answers is a headless one. Called before
+// the first CFrame is made.
+void useHeadlessFrames();
 
 class HeadlessFrame : public IFrame
 {

@@ -1,6 +1,6 @@
 #include "Tovrane/platform/headless/HeadlessTextEdit.h"
 
-#include "Tovrane/ITextEditCallback.h"
+#include "Tovrane/window/ITextEditCallback.h"
 
 namespace Tovra
 {

@@ -1,10 +1,10 @@
 // The text field of a headless frame: a text, and a user who types it.
 #pragma once
 
-#include "Tovrane/CRect.h"
-#include "Tovrane/IOSTextEdit.h"
-#include "Tovrane/Kept.h"
+#include "Tovrane/base/CRect.h"
+#include "Tovrane/base/Kept.h"
 #include "Tovrane/platform/headless/HeadlessFrame.h"
+#include "Tovrane/window/IOSTextEdit.h"
 
 #include <string>
 

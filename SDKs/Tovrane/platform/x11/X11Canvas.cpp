@@ -3,7 +3,7 @@
 namespace Tovra
 {
 X11Canvas::X11Canvas(std::shared_ptr<X11Connection> server)
-    : drawing(new CDrawContext(nullptr, nullptr, nullptr)), surface(std::move(server))
+    : drawing(new CDrawContext()), surface(std::move(server))
 {
 }
 

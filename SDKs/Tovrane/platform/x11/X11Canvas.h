@@ -1,9 +1,9 @@
 // A picture of the toolkit's own for a small window: a menu, a text field.
 #pragma once
 
-#include "Tovrane/CDrawContext.h"
-#include "Tovrane/CMACBitmap.h"
-#include "Tovrane/PelmoAGG.h"
+#include "Tovrane/draw/CDrawContext.h"
+#include "Tovrane/draw/CMACBitmap.h"
+#include "Tovrane/draw/PelmoAGG.h"
 #include "Tovrane/platform/x11/X11Surface.h"
 
 namespace Tovra

@@ -8,7 +8,7 @@
 // All of it is [window thread]. Keep it by shared_ptr: a dispatched event may close the frame that owns it.
 #pragma once
 
-#include "Tovrane/RunLoop.h"
+#include "Tovrane/base/RunLoop.h"
 #include "Tovrane/platform/x11/X11Atoms.h"
 #include "Tovrane/platform/x11/X11Cursors.h"
 #include "Tovrane/platform/x11/X11EventSink.h"

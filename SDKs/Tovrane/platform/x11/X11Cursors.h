@@ -1,7 +1,7 @@
 // The cursors of the user's theme, loaded when first asked for.
 #pragma once
 
-#include "Tovrane/CCursorType.h"
+#include "Tovrane/window/CCursorType.h"
 
 #include <map>
 #include <xcb/xproto.h>

@@ -1,7 +1,7 @@
 #include "Tovrane/platform/x11/X11Drop.h"
 
-#include "Tovrane/platform/x11/EditLine.h"
-#include "Tovrane/platform/x11/UriList.h"
+#include "Tovrane/platform/parts/EditLine.h"
+#include "Tovrane/platform/parts/UriList.h"
 
 #include <algorithm>
 

@@ -4,10 +4,10 @@
 // A source that answers slowly, or dies, holds nobody up.
 #pragma once
 
-#include "Tovrane/CDragContainer.h"
-#include "Tovrane/Kept.h"
-#include "Tovrane/platform/WindowEvents.h"
+#include "Tovrane/base/Kept.h"
+#include "Tovrane/platform/parts/WindowEvents.h"
 #include "Tovrane/platform/x11/X11Transfer.h"
+#include "Tovrane/window/CDragContainer.h"
 
 #include <vector>
 

@@ -1,9 +1,9 @@
 #include "Tovrane/platform/x11/X11FileSelector.h"
 
 #include "Sonvex/MessageBox.h"
-#include "Tovrane/PollRunLoop.h"
-#include "Tovrane/platform/x11/ChildProcess.h"
-#include "Tovrane/platform/x11/FileDialogCommand.h"
+#include "Tovrane/base/PollRunLoop.h"
+#include "Tovrane/platform/parts/ChildProcess.h"
+#include "Tovrane/platform/parts/FileDialogCommand.h"
 
 #include <cstdlib>
 

@@ -2,8 +2,8 @@
 // connection go on. Meanwhile the frame takes no clicks and keys.
 #pragma once
 
-#include "Tovrane/IFileSelector.h"
 #include "Tovrane/platform/x11/X11Frame.h"
+#include "Tovrane/window/IFileSelector.h"
 
 namespace Tovra
 {

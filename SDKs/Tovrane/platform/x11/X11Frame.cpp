@@ -1,11 +1,11 @@
 #include "Tovrane/platform/x11/X11Frame.h"
 
-#include "Tovrane/CFrame.h"
-#include "Tovrane/IOSBitmap.h"
+#include "Tovrane/draw/IOSBitmap.h"
 #include "Tovrane/platform/x11/X11FileSelector.h"
 #include "Tovrane/platform/x11/X11Keys.h"
 #include "Tovrane/platform/x11/X11OptionMenu.h"
 #include "Tovrane/platform/x11/X11TextEdit.h"
+#include "Tovrane/views/tree/CFrame.h"
 
 #include <cstdint>
 #include <limits>

@@ -7,15 +7,15 @@
 // until the frame is closed.
 #pragma once
 
-#include "Tovrane/IBlitTarget.h"
-#include "Tovrane/IFrame.h"
-#include "Tovrane/Kept.h"
-#include "Tovrane/platform/WindowEvents.h"
-#include "Tovrane/platform/x11/ClickCounter.h"
+#include "Tovrane/base/Kept.h"
+#include "Tovrane/draw/IBlitTarget.h"
+#include "Tovrane/platform/parts/ClickCounter.h"
+#include "Tovrane/platform/parts/WindowEvents.h"
 #include "Tovrane/platform/x11/X11Clipboard.h"
 #include "Tovrane/platform/x11/X11Drop.h"
 #include "Tovrane/platform/x11/X11Surface.h"
 #include "Tovrane/platform/x11/X11Window.h"
+#include "Tovrane/window/IFrame.h"
 
 #include <memory>
 

@@ -3,7 +3,7 @@
 // Input methods that show a window of their own are not asked.
 #pragma once
 
-#include "Tovrane/TovraKeyCode.h"
+#include "Tovrane/window/TovraKeyCode.h"
 
 #include <cstdint>
 #include <memory>

@@ -1,7 +1,7 @@
 #include "Tovrane/platform/x11/X11Keys.h"
 
-#include "Tovrane/MouseEvents.h"
-#include "Tovrane/platform/WindowEvents.h"
+#include "Tovrane/platform/parts/WindowEvents.h"
+#include "Tovrane/window/MouseEvents.h"
 
 #include <xcb/xproto.h>
 #include <xkbcommon/xkbcommon-keysyms.h>

@@ -1,7 +1,7 @@
 // From the key symbols of X to the keys that views know. No server is asked: these are tables.
 #pragma once
 
-#include "Tovrane/TovraKeyCode.h"
+#include "Tovrane/window/TovraKeyCode.h"
 
 #include <cstdint>
 

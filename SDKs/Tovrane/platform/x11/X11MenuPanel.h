@@ -1,7 +1,7 @@
 // One open menu, or submenu, on the screen: a small window over all others.
 #pragma once
 
-#include "Tovrane/platform/x11/MenuPainter.h"
+#include "Tovrane/platform/parts/MenuPainter.h"
 #include "Tovrane/platform/x11/X11Canvas.h"
 
 namespace Tovra

@@ -1,6 +1,6 @@
 #include "Tovrane/platform/x11/X11OptionMenu.h"
 
-#include "Tovrane/PollRunLoop.h"
+#include "Tovrane/base/PollRunLoop.h"
 
 #include <cstdlib>
 

@@ -5,10 +5,10 @@
 // user clicks beside it or presses escape, and when its frame or the frame's window goes away.
 #pragma once
 
-#include "Tovrane/IOptionMenu.h"
-#include "Tovrane/Kept.h"
+#include "Tovrane/base/Kept.h"
 #include "Tovrane/platform/x11/X11Frame.h"
 #include "Tovrane/platform/x11/X11MenuPanel.h"
+#include "Tovrane/window/IOptionMenu.h"
 
 #include <memory>
 #include <vector>

@@ -1,6 +1,6 @@
 #include "Tovrane/platform/x11/X11Surface.h"
 
-#include "Tovrane/platform/x11/ScaledCopy.h"
+#include "Tovrane/platform/parts/ScaledCopy.h"
 
 #include <algorithm>
 #include <new>

@@ -4,7 +4,7 @@
 // Where memory cannot be shared (a server on another machine) the picture is sent in pieces instead.
 #pragma once
 
-#include "Tovrane/IBlitTarget.h"
+#include "Tovrane/draw/IBlitTarget.h"
 #include "Tovrane/platform/x11/X11Connection.h"
 #include "Tovrane/platform/x11/X11Window.h"
 

@@ -1,6 +1,6 @@
 #include "Tovrane/platform/x11/X11TextEdit.h"
 
-#include "Tovrane/ITextEditCallback.h"
+#include "Tovrane/window/ITextEditCallback.h"
 
 namespace Tovra
 {

@@ -5,11 +5,11 @@
 // frame's window, which keeps the focus.
 #pragma once
 
-#include "Tovrane/IOSTextEdit.h"
-#include "Tovrane/RunLoop.h"
-#include "Tovrane/platform/x11/EditLinePainter.h"
+#include "Tovrane/base/RunLoop.h"
+#include "Tovrane/platform/parts/EditLinePainter.h"
 #include "Tovrane/platform/x11/X11Canvas.h"
 #include "Tovrane/platform/x11/X11Frame.h"
+#include "Tovrane/window/IOSTextEdit.h"
 
 #include <memory>
 

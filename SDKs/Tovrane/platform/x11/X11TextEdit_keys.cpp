@@ -1,6 +1,6 @@
 // What keys do to the live text field, and its clipboard.
-#include "Tovrane/ITextEditCallback.h"
 #include "Tovrane/platform/x11/X11TextEdit.h"
+#include "Tovrane/window/ITextEditCallback.h"
 
 namespace Tovra
 {

@@ -1,10 +1,10 @@
-#include "Orbel/Wrapper/VST3/RecordingEffect.h"
-#include "hostsdk_vst3/Text.h"
+#include "HostSDK/VST3/Text.h"
+#include "Orbel/Wrapper/VST3/Orbel_VST3.h"
+#include "Orbel/Wrapper/VST3/Orbel_VST3_EditorView.h"
 #include "pluginterfaces/vst/ivstevents.h"
 #include "pluginterfaces/vst/ivstprocesscontext.h"
 #include "public.sdk/source/common/memorystream.h"
-#include "wrapper_vst3/Orbel_VST3.h"
-#include "wrapper_vst3/Orbel_VST3_EditorView.h"
+#include "support/RecordingEffect.h"
 
 #include <cmath>
 #include <gmock/gmock.h>

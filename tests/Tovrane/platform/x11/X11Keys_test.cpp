@@ -1,6 +1,6 @@
-#include "Tovrane/MouseEvents.h"
-#include "Tovrane/platform/x11/ClickCounter.h"
+#include "Tovrane/platform/parts/ClickCounter.h"
 #include "Tovrane/platform/x11/X11Keys.h"
+#include "Tovrane/window/MouseEvents.h"
 
 #include <gtest/gtest.h>
 #include <map>

@@ -1,0 +1,120 @@
+#include "Orbel/storage/CPresetStore.h"
+
+#include <algorithm>
+#include <cstring>
+
+namespace Orbel
+{
+namespace
+{
+using namespace std::literals;
+
+constexpr ContainerLayout storeLayout = {
+    .idSize = CPresetStore::kLongestID,
+    .fields = 24,
+    .size = 44,
+    .scrambled = false,
+    .tag = "KCnk\0"sv,
+    .nameSize = 20,
+    .recordFields = 28,
+    .recordSize = 40,
+};
+
+constexpr char nameChunk[] = "PresetName"; // the last record of a store that has a name: the name and its NUL
+constexpr char noName[] = "NoName";
+
+// A null text is none.
+std::string_view cut(const char* text, size_t length)
+{
+    return text ? std::string_view(text, strnlen(text, length)) : std::string_view();
+}
+
+template <size_t size>
+void copyText(char (&to)[size], const char* from)
+{
+    const std::string text(cut(from, size - 1)); // from may be to itself
+    std::fill(text.copy(to, size - 1) + to, to + size, '\0');
+}
+}
+
+CPresetStore::CPresetStore() : chunks(storeLayout) {}
+
+void CPresetStore::setPresetID(const char* id)
+{
+    if (id)
+        copyText(presetID, id);
+}
+
+void CPresetStore::setPresetName(const char* name)
+{
+    if (name)
+        copyText(presetName, *name ? name : noName);
+}
+
+void CPresetStore::addChunk(const char* name, const char* data, long length)
+{
+    if (name && data && length >= 0)
+        chunks.append(cut(name, storeLayout.nameSize), {data, size_t(length)});
+}
+
+void CPresetStore::addString(const Sonvex::String& name, const Sonvex::String& value)
+{
+    addChunk(name.c_str(), value.c_str(), long(value.size() + 1));
+}
+
+long CPresetStore::getPreset(char** out)
+{
+    output.clear();
+    *out = nullptr;
+    if (chunks.empty())
+        return 0;
+    if (*presetName)
+        addString(nameChunk, presetName);
+    output = chunks.image(presetID);
+    *out = output.data();
+    return long(output.size());
+}
+
+int CPresetStore::setPreset(char* data, long size)
+{
+    const size_t bytes = data && size > 0 ? size_t(size) : 0;
+    const auto result = chunks.read(presetID, {data, bytes});
+    std::vector<char>().swap(output); // only now: it may be what was read
+    takeStoredName();
+    return result;
+}
+
+void CPresetStore::takeStoredName()
+{
+    const auto stored = findChunk(nameChunk);
+    if (!stored.data())
+        return;
+    const std::string name(cut(stored.data(), stored.size()));
+    if (name.size() <= kLongestName)
+        setPresetName(name.c_str());
+}
+
+std::string_view CPresetStore::findChunk(const char* name) const
+{
+    return name ? chunks.find(cut(name, storeLayout.nameSize)) : std::string_view();
+}
+
+long CPresetStore::getChunk(const char* name, char** out) const
+{
+    const auto found = findChunk(name);
+    *out = const_cast<char*>(found.data()); // a nested store is unfolded where it stands
+    return long(found.size());
+}
+
+Sonvex::String CPresetStore::getString(const Sonvex::String& name) const
+{
+    const auto found = findChunk(name.c_str());
+    return std::string(cut(found.data(), found.size()));
+}
+
+void CPresetStore::clear()
+{
+    chunks.clear();
+    std::vector<char>().swap(output);
+}
+}

@@ -1,0 +1,15 @@
+// The toolkit's colours for the renderer. Apart from CColor.h so that AGG stays out of the views.
+#pragma once
+
+#include "Tovrane/draw/CColor.h"
+
+#include <agg_color_rgba.h>
+
+namespace Tovra
+{
+// [any thread]  The same four bytes.
+inline agg::rgba8 aggColorFromCColor(const CColor& color)
+{
+    return agg::rgba8(color.red, color.green, color.blue, color.alpha);
+}
+}

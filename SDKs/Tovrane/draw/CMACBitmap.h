@@ -1,0 +1,23 @@
+// The memory picture: the one IOSBitmap there is, on every system.
+//
+// Its pixels begin on a multiple of 16 bytes, and the picture ends where they end: there is no padding
+// between rows.
+#pragma once
+
+#include "Tovrane/draw/IOSBitmap.h"
+
+namespace Tovra
+{
+class CMACBitmap : public IOSBitmap
+{
+public:
+    CMACBitmap() = default;
+    ~CMACBitmap() override;
+
+    unsigned char* getPixelPtr() override { return pixels; }
+    bool setSize(unsigned int w, unsigned int h) override;
+    void destroy() override;
+    void drawToContext(void* context, const CRect* target, const CRect* source) override;
+    int getBitsPerPixel() const override { return 32; }
+};
+}

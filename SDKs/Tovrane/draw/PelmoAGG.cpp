@@ -1,0 +1,228 @@
+#include "Tovrane/draw/PelmoAGGPipelines.h"
+#include "Tovrane/draw/PelmoText.h"
+
+#include <cstdlib>
+
+namespace Tovra
+{
+void PelmoAGG::Image::attach(unsigned char* pixels, unsigned int width, unsigned int height, int stride)
+{
+    *this = Image();
+    const std::int64_t rowBytes = std::int64_t(width) * 4;
+    if (!pixels || width < 1 || height < 1 || width > maxSide || height > maxSide ||
+        std::abs(std::int64_t(stride)) < rowBytes)
+        return;
+    memory = pixels;
+    columns = width;
+    rows = height;
+    rowStride = stride;
+    firstRow = stride < 0 ? pixels - std::ptrdiff_t(height - 1) * stride : pixels;
+}
+
+PelmoAGG::PelmoAGG() : pipelines(std::make_unique<Pipelines>())
+{
+    lineWidth(1.0);
+    imageFilter(kFilterBilinear);
+}
+
+PelmoAGG::~PelmoAGG() = default;
+
+void PelmoAGG::attach(unsigned char* pixels, unsigned int width, unsigned int height, int stride)
+{
+    Pipelines& p = *pipelines;
+    Image& picture = p.picture;
+    picture.attach(pixels, width, height, stride);
+    p.rows.attach(picture.getPixels(), picture.getWidth(), picture.getHeight(), picture.getStride());
+    p.plain.attach(p.rows);
+    p.comp.attach(p.rows);
+    p.compPre.attach(p.rows);
+    p.pre.attach(p.rows);
+    p.lcd.attach(p.rows);
+
+    p.resetState();
+    clipBox(0.0, 0.0, picture.getWidth(), picture.getHeight());
+    lineWidth(1.0);
+    imageFilter(kFilterBilinear);
+}
+
+void PelmoAGG::attach(Image& image)
+{
+    attach(image.getPixels(), image.getWidth(), image.getHeight(), image.getStride());
+}
+
+void PelmoAGG::clipBox(double x1, double y1, double x2, double y2)
+{
+    Pipelines& p = *pipelines;
+    const double right = p.picture.getWidth();
+    const double bottom = p.picture.getHeight();
+    p.clip = {x1, y1, x2, y2};
+    p.closeClip();
+    if (right < 1.0 || !areNumbers(x1, y1, x2, y2) || x1 == x2 || y1 == y2)
+        return;
+
+    agg::rect_i box(wholePixels(x1), wholePixels(y1), wholePixels(x2), wholePixels(y2));
+    box.normalize();
+    if (!box.clip({0, 0, int(right) - 1, int(bottom) - 1}))
+        return;
+    p.clipClosed = false;
+    p.openClip(box);
+    p.rasterizer.clip_box(std::clamp(x1, 0.0, right), std::clamp(y1, 0.0, bottom), std::clamp(x2, 0.0, right),
+                          std::clamp(y2, 0.0, bottom));
+}
+
+void PelmoAGG::clipBox(double& x1, double& y1, double& x2, double& y2) const
+{
+    const agg::rect_d& clip = pipelines->clip;
+    x1 = clip.x1;
+    y1 = clip.y1;
+    x2 = clip.x2;
+    y2 = clip.y2;
+}
+
+void PelmoAGG::clearAll(unsigned int r, unsigned int g, unsigned int b, unsigned int a)
+{
+    const agg::rgba8 color = pipelines->scaledByMaster(agg::rgba8(r, g, b, a));
+    const Image& picture = pipelines->picture;
+    for (unsigned y = 0; y < picture.getHeight(); ++y)
+        pipelines->plain.pixels.copy_hline(0, int(y), picture.getWidth(), color);
+}
+
+void PelmoAGG::alignPoint(double& x, double& y) const
+{
+    x = std::floor(x) + 0.5;
+    y = std::floor(y) + 0.5;
+}
+
+void PelmoAGG::masterAlpha(double alpha)
+{
+    if (areNumbers(alpha))
+        pipelines->masterAlpha = std::clamp(alpha, 0.0, 1.0);
+}
+
+double PelmoAGG::masterAlpha() const
+{
+    return pipelines->masterAlpha;
+}
+
+void PelmoAGG::blendMode(BlendMode mode)
+{
+    if (mode < kBlendClear || mode > kBlendAlpha)
+        return;
+    pipelines->blendMode = mode;
+    if (mode == kBlendAlpha)
+        return;
+    pipelines->comp.pixels.comp_op(unsigned(mode));
+    pipelines->compPre.pixels.comp_op(unsigned(mode));
+}
+
+BlendMode PelmoAGG::blendMode() const
+{
+    return pipelines->blendMode;
+}
+
+void PelmoAGG::imageBlendMode(BlendMode mode)
+{
+    pipelines->imageBlendMode = mode;
+}
+
+BlendMode PelmoAGG::imageBlendMode() const
+{
+    return pipelines->imageBlendMode;
+}
+
+void PelmoAGG::imageBlendColor(const agg::rgba8& color)
+{
+    pipelines->imageBlendColor = color;
+}
+
+void PelmoAGG::imageBlendColor(unsigned int r, unsigned int g, unsigned int b, unsigned int a)
+{
+    imageBlendColor(agg::rgba8(r, g, b, a));
+}
+
+agg::rgba8 PelmoAGG::imageBlendColor() const
+{
+    return pipelines->imageBlendColor;
+}
+
+void PelmoAGG::imageResample(bool always)
+{
+    pipelines->imageResample = always;
+}
+
+bool PelmoAGG::imageResample() const
+{
+    return pipelines->imageResample;
+}
+
+ImageFilter PelmoAGG::imageFilter() const
+{
+    return pipelines->imageFilter;
+}
+
+void PelmoAGG::fillColor(const agg::rgba8& color)
+{
+    pipelines->fillColor = pipelines->scaledByMaster(color);
+    pipelines->fillIsGradient = false;
+}
+
+void PelmoAGG::fillColor(unsigned int r, unsigned int g, unsigned int b, unsigned int a)
+{
+    fillColor(agg::rgba8(r, g, b, a));
+}
+
+void PelmoAGG::noFill()
+{
+    fillColor(0, 0, 0, 0);
+}
+
+agg::rgba8 PelmoAGG::fillColor() const
+{
+    return pipelines->fillColor;
+}
+
+void PelmoAGG::lineColor(const agg::rgba8& color)
+{
+    pipelines->lineColor = pipelines->scaledByMaster(color);
+}
+
+void PelmoAGG::lineColor(unsigned int r, unsigned int g, unsigned int b, unsigned int a)
+{
+    lineColor(agg::rgba8(r, g, b, a));
+}
+
+void PelmoAGG::noLine()
+{
+    lineColor(0, 0, 0, 0);
+}
+
+agg::rgba8 PelmoAGG::lineColor() const
+{
+    return pipelines->lineColor;
+}
+
+PelmoAGG::Colors PelmoAGG::colors() const
+{
+    return {pipelines->fillColor, pipelines->lineColor, pipelines->fillIsGradient};
+}
+
+void PelmoAGG::colors(const Colors& saved)
+{
+    pipelines->fillColor = saved.fill;
+    pipelines->lineColor = saved.line;
+    pipelines->fillIsGradient = saved.fillIsGradient;
+}
+
+void PelmoAGG::lineWidth(double width)
+{
+    if (!areNumbers(width))
+        return;
+    pipelines->lineWidth = width;
+    pipelines->stroke.width(std::clamp(width, -widestLine, widestLine));
+}
+
+double PelmoAGG::lineWidth() const
+{
+    return pipelines->lineWidth;
+}
+}

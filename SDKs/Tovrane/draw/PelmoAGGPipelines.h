@@ -1,0 +1,132 @@
+// The inside of PelmoAGG: the pipelines from a path to pixels, and the state that chooses among them.
+#pragma once
+
+#include "Tovrane/draw/PelmoAGG.h"
+#include "Tovrane/draw/PelmoCompOps.h"
+#include "Tovrane/lib/ren_rgba_lcd.h"
+
+#include <agg_conv_curve.h>
+#include <agg_conv_stroke.h>
+#include <agg_image_filters.h>
+#include <agg_path_storage.h>
+#include <agg_pixfmt_rgba.h>
+#include <agg_rasterizer_scanline_aa.h>
+#include <agg_renderer_base.h>
+#include <agg_renderer_scanline.h>
+#include <agg_rendering_buffer.h>
+#include <agg_scanline_u.h>
+#include <agg_span_allocator.h>
+#include <agg_trans_affine.h>
+#include <algorithm>
+#include <cmath>
+
+namespace Tovra
+{
+class PelmoText;
+
+using Rows = agg::row_accessor<unsigned char>;
+using PlainPixels = agg::pixfmt_alpha_blend_rgba<agg::blender_rgba<agg::rgba8, PixelOrder>, Rows>;
+using PrePixels = agg::pixfmt_alpha_blend_rgba<agg::blender_rgba_pre<agg::rgba8, PixelOrder>, Rows>;
+using CompPixels = agg::pixfmt_custom_blend_rgba<CompOpAdaptor<false>, Rows>;
+using CompPrePixels = agg::pixfmt_custom_blend_rgba<CompOpAdaptor<true>, Rows>;
+
+// Pixels of one blending and their clip.
+template <class Pixels>
+struct PixelPath
+{
+    void attach(Rows& rows)
+    {
+        pixels.attach(rows);
+        base.attach(pixels);
+    }
+
+    Pixels pixels;
+    agg::renderer_base<Pixels> base;
+};
+
+using ColorTable = agg::pod_auto_array<agg::rgba8, 256>;
+
+// Farther out no coordinate reaches the rasteriser: there, differences of two still fit its 24.8 fixed point.
+constexpr double farthest = 1 << 21;
+constexpr double widestLine = 1 << 16;
+
+inline double pulledIn(double coordinate)
+{
+    return std::clamp(coordinate, -farthest, farthest);
+}
+
+// Cut to a whole number, of any double but those that are no numbers.
+inline int wholePixels(double coordinate)
+{
+    return int(pulledIn(coordinate));
+}
+
+template <class... Doubles>
+bool areNumbers(Doubles... values)
+{
+    return !(std::isnan(values) || ...);
+}
+
+struct PelmoAGG::Pipelines
+{
+    Pipelines();
+    ~Pipelines();
+
+    // Nothing can be drawn: no picture, or the clip is closed.
+    bool closed() const { return clipClosed; }
+    agg::rgba8 scaledByMaster(agg::rgba8 color) const;
+    void resetState();
+    void closeClip();
+    void openClip(const agg::rect_i& box);
+    void setGradient(double x1, double y1, double x2, double y2);
+
+    Image picture;
+    Rows rows;
+    PixelPath<PlainPixels> plain;
+    PixelPath<CompPixels> comp;
+    PixelPath<CompPrePixels> compPre;
+    PixelPath<PrePixels> pre;
+    PixelPath<agg::ren_rgba_lcd> lcd; // x in thirds of a pixel
+
+    agg::rasterizer_scanline_aa<agg::rasterizer_sl_clip<agg::ras_conv_int>> rasterizer;
+    agg::scanline_u8 scanline;
+    agg::span_allocator<agg::rgba8> spans;
+    agg::path_base<agg::vertex_block_storage<double, 8, 256>> path;
+    agg::conv_curve<decltype(path), agg::curve3, agg::curve4> curves{path};
+    agg::conv_stroke<decltype(curves), agg::null_markers> stroke{curves};
+
+    agg::rect_d clip;
+    agg::rect_i clipPixels; // both edges included
+    bool clipClosed = true;
+
+    double masterAlpha = 1.0;
+    BlendMode blendMode = kBlendAlpha;
+    BlendMode imageBlendMode = kBlendDst;
+    agg::rgba8 imageBlendColor;
+    bool imageResample = false;
+    ImageFilter imageFilter = kFilterNone;
+    agg::image_filter_lut filterTable;
+
+    agg::rgba8 fillColor;
+    agg::rgba8 lineColor;
+    double lineWidth = 1.0;
+    bool fillIsGradient = false;
+    ColorTable fillTable;
+    agg::trans_affine fillMatrix; // from the picture to the gradient
+    double fillDistance = 0.0;
+
+    std::unique_ptr<PelmoText> text;
+};
+
+// From the rasteriser to the picture.
+struct PelmoAGGRenderer
+{
+    // What the rasteriser holds, in one colour, by the blend mode.
+    static void render(PelmoAGG::Pipelines& agg, const agg::rgba8& color);
+    // The same in the fill's gradient.
+    static void renderWithFillType(PelmoAGG::Pipelines& agg);
+    // The same with pixels of a picture, from its own coordinates by toSource.
+    static void renderImage(PelmoAGG::Pipelines& agg, const PelmoAGG::Image& image,
+                            agg::trans_affine toSource);
+};
+}

@@ -1,0 +1,244 @@
+#include "Tovrane/draw/PelmoAGGPipelines.h"
+
+#include <bit>
+#include <cstdint>
+#include <cstring>
+#include <functional>
+
+namespace Tovra
+{
+namespace
+{
+using Byte = unsigned char;
+using Image = PelmoAGG::Image;
+
+constexpr int pixelBytes = 4;
+constexpr int alphaByte = PixelOrder::A;
+constexpr std::uint64_t alphasOfTwo = 0xFF000000FF000000;
+static_assert(std::endian::native == std::endian::little);
+
+// How an image meets the picture: all of it, faded, or by a compositing operator.
+struct Opaquely
+{
+    void operator()(Byte* to, const Byte* from) const
+    {
+        if (from[alphaByte] == 0)
+            return;
+        const int rest = 255 - from[alphaByte];
+        for (int c = 0; c < alphaByte; ++c)
+            to[c] = Byte(std::min(from[c] + ((rest * to[c]) >> 8), 255));
+        to[alphaByte] = Byte(255 - (((255 - to[alphaByte]) * rest) >> 8));
+    }
+};
+
+struct Faded
+{
+    int share; // of 256
+
+    void operator()(Byte* to, const Byte* from) const
+    {
+        const int rest = 255 - ((from[alphaByte] * share) >> 8);
+        for (int c = 0; c < alphaByte; ++c)
+            to[c] = Byte(std::min((from[c] * share + rest * to[c]) >> 8, 255));
+        to[alphaByte] = Byte(255 - (((255 - to[alphaByte]) * rest) >> 8));
+    }
+};
+
+struct Composed
+{
+    CompOp blend;
+    Byte cover;
+
+    void operator()(Byte* to, const Byte* from) const
+    {
+        blend(to, from[PixelOrder::R], from[PixelOrder::G], from[PixelOrder::B], from[alphaByte], cover);
+    }
+};
+
+template <class Blend>
+void blendRow(Byte* to, const Byte* from, int pixels, const Blend& blend)
+{
+    for (; pixels > 0; --pixels, to += pixelBytes, from += pixelBytes)
+        blend(to, from);
+}
+
+// Two pixels at once where both are opaque, which is most of an editor, or both are nothing.
+void blendRow(Byte* to, const Byte* from, int pixels, const Opaquely& blend)
+{
+    for (; pixels > 1; pixels -= 2, to += 2 * pixelBytes, from += 2 * pixelBytes)
+    {
+        std::uint64_t two;
+        std::memcpy(&two, from, sizeof two);
+        const std::uint64_t alphas = two & alphasOfTwo;
+        if (alphas == alphasOfTwo)
+            std::memcpy(to, &two, sizeof two);
+        else if (alphas != 0)
+            blendRow<Opaquely>(to, from, 2, blend);
+    }
+    blendRow<Opaquely>(to, from, pixels, blend);
+}
+
+template <class Blend>
+void blendRowFromItsEnd(Byte* to, const Byte* from, int pixels, const Blend& blend)
+{
+    while (--pixels >= 0)
+        blend(to + pixels * pixelBytes, from + pixels * pixelBytes);
+}
+
+// Which pixels of an image come to lie where.
+struct Placement
+{
+    int fromX, fromY;
+    int toX, toY;
+    int width, height;
+
+    void cutLow(int& at, int& other, int& extent, int limit) const
+    {
+        const int cut = std::max(limit - at, 0);
+        at += cut;
+        other += cut;
+        extent -= cut;
+    }
+
+    bool clipTo(const Image& image, const agg::rect_i& clip)
+    {
+        cutLow(fromX, toX, width, 0);
+        cutLow(fromY, toY, height, 0);
+        width = std::min(width, int(image.getWidth()) - fromX);
+        height = std::min(height, int(image.getHeight()) - fromY);
+        cutLow(toX, fromX, width, clip.x1);
+        cutLow(toY, fromY, height, clip.y1);
+        width = std::min(width, clip.x2 + 1 - toX);
+        height = std::min(height, clip.y2 + 1 - toY);
+        return width > 0 && height > 0;
+    }
+};
+
+struct MemoryRange
+{
+    explicit MemoryRange(const Image& image)
+        : begin(std::min(image.row(0), image.row(int(image.getHeight()) - 1))),
+          end(std::max(image.row(0), image.row(int(image.getHeight()) - 1)) + image.getWidth() * pixelBytes)
+    {
+    }
+
+    bool overlaps(const MemoryRange& other) const
+    {
+        return std::less<>()(begin, other.end) && std::less<>()(other.begin, end);
+    }
+
+    const Byte* begin;
+    const Byte* end;
+};
+
+// Within one picture no pixel may be written before it has been read: towards higher memory, the walk begins
+// at the highest.
+template <class Blend>
+void blendPlaced(const Image& picture, const Image& image, const Placement& at, const Blend& blend)
+{
+    const auto to = [&](int y) { return picture.row(at.toY + y) + at.toX * pixelBytes; };
+    const auto from = [&](int y) { return image.row(at.fromY + y) + at.fromX * pixelBytes; };
+    const bool fromTheEnd =
+        MemoryRange(picture).overlaps(MemoryRange(image)) && std::less<>()(from(0), to(0));
+    const bool lastRowFirst = fromTheEnd && picture.getStride() > 0;
+    for (int i = 0; i < at.height; ++i)
+    {
+        const int y = lastRowFirst ? at.height - 1 - i : i;
+        if (fromTheEnd)
+            blendRowFromItsEnd(to(y), from(y), at.width, blend);
+        else
+            blendRow(to(y), from(y), at.width, blend);
+    }
+}
+}
+
+void PelmoAGG::blendImage(const Image& image, double imgX1, double imgY1, double imgX2, double imgY2,
+                          double dstX, double dstY, unsigned int alpha)
+{
+    const Pipelines& p = *pipelines;
+    if (p.closed() || !image.getPixels() || !areNumbers(imgX1, imgY1, imgX2, imgY2, dstX, dstY))
+        return;
+    Placement at{wholePixels(imgX1), wholePixels(imgY1), wholePixels(dstX), wholePixels(dstY), 0, 0};
+    at.width = wholePixels(imgX2) - at.fromX + 1;
+    at.height = wholePixels(imgY2) - at.fromY + 1;
+    if (!at.clipTo(image, p.clipPixels))
+        return;
+
+    const int scaled = int(std::min(alpha, 255u) * p.masterAlpha);
+    if (p.blendMode != kBlendAlpha)
+        blendPlaced(p.picture, image, at, Composed{compOps[size_t(p.blendMode)], Byte(scaled)});
+    else if (scaled == 255)
+        blendPlaced(p.picture, image, at, Opaquely{});
+    else
+        blendPlaced(p.picture, image, at, Faded{scaled + 1});
+}
+
+void PelmoAGG::blendImage(const Image& image, double dstX, double dstY, unsigned int alpha)
+{
+    blendImage(image, 0.0, 0.0, image.getWidth() - 1.0, image.getHeight() - 1.0, dstX, dstY, alpha);
+}
+
+void PelmoAGG::imageFilter(ImageFilter filter)
+{
+    Pipelines& p = *pipelines;
+    if (filter == p.imageFilter || filter < kFilterNone || filter > kFilterBlackman)
+        return;
+    p.imageFilter = filter;
+    const auto fill = [&p](const auto& shape) { p.filterTable.calculate(shape, true); };
+    switch (filter)
+    {
+    case kFilterNone:
+        break;
+    case kFilterBilinear:
+        return fill(agg::image_filter_bilinear());
+    case kFilterHanning:
+        return fill(agg::image_filter_hanning());
+    case kFilterHermite:
+        return fill(agg::image_filter_hermite());
+    case kFilterQuadric:
+        return fill(agg::image_filter_quadric());
+    case kFilterBicubic:
+        return fill(agg::image_filter_bicubic());
+    case kFilterCatrom:
+        return fill(agg::image_filter_catrom());
+    case kFilterSpline16:
+        return fill(agg::image_filter_spline16());
+    case kFilterSpline36:
+        return fill(agg::image_filter_spline36());
+    case kFilterBlackman:
+        return fill(agg::image_filter_blackman(6.0));
+    }
+}
+
+// Beyond these a picture cannot be scaled within the spans' 24.8 fixed point.
+constexpr double smallestTarget = 1.0 / 16;
+constexpr int farthestSource = 1 << 15;
+
+void PelmoAGG::transformImage(const Image& image, int imgX1, int imgY1, int imgX2, int imgY2, double dstX1,
+                              double dstY1, double dstX2, double dstY2)
+{
+    Pipelines& p = *pipelines;
+    const auto near = [](int v) { return std::clamp(v, -farthestSource, farthestSource); };
+    if (p.closed() || !image.getPixels() || !areNumbers(dstX1, dstY1, dstX2, dstY2) ||
+        near(imgX1) == near(imgX2) || near(imgY1) == near(imgY2) ||
+        std::fabs(dstX2 - dstX1) < smallestTarget || std::fabs(dstY2 - dstY1) < smallestTarget)
+        return;
+    const double left = pulledIn(dstX1);
+    const double top = pulledIn(dstY1);
+    const double right = pulledIn(dstX2);
+    const double bottom = pulledIn(dstY2);
+    const double corners[6] = {left, top, right, top, right, bottom};
+    agg::trans_affine toSource(near(imgX1), near(imgY1), near(imgX2), near(imgY2), corners);
+    toSource.invert();
+
+    resetPath();
+    moveTo(left, top);
+    lineTo(right, top);
+    lineTo(right, bottom);
+    lineTo(left, bottom);
+    closePolygon();
+    p.rasterizer.reset();
+    p.rasterizer.add_path(p.path);
+    PelmoAGGRenderer::renderImage(p, image, toSource);
+}
+}

@@ -1,0 +1,282 @@
+#include "Tovrane/draw/PelmoText.h"
+
+#include "Tovrane/lib/font_engine_ft2_lcd.h"
+
+#include <agg_conv_transform.h>
+#include <cstdint>
+#include <cstring>
+
+namespace Tovra
+{
+namespace
+{
+constexpr double tallestFont = 1000.0;
+constexpr double smallestAngle = 1e-6;
+
+constexpr unsigned continuationBits = 6;
+constexpr unsigned replacementCharacter = 0xFFFD;
+constexpr unsigned lastCached = 0xFFFF; // the glyph cache knows two bytes
+
+// How many bytes follow the first one of a UTF-8 character; -1 for a byte that begins none.
+int bytesBehind(unsigned first)
+{
+    if (first < 0x80)
+        return 0;
+    if (first >= 0xC2 && first < 0xE0)
+        return 1;
+    if (first >= 0xE0 && first < 0xF0)
+        return 2;
+    return first >= 0xF0 && first < 0xF5 ? 3 : -1;
+}
+
+// The character at text, which moves behind it. A byte that is no UTF-8 is its own code.
+unsigned nextCharacter(const unsigned char*& text)
+{
+    const unsigned first = *text++;
+    const int more = bytesBehind(first);
+    if (more <= 0)
+        return first;
+    unsigned code = first & (0x3Fu >> more);
+    for (int i = 0; i < more; ++i)
+    {
+        if ((text[i] & 0xC0) != 0x80) // the end of the text, too
+            return first;
+        code = (code << continuationBits) | (text[i] & 0x3Fu);
+    }
+    text += more;
+    return code > lastCached ? replacementCharacter : code;
+}
+
+agg::glyph_ft2_lcd_type glyphType(FontCacheType type)
+{
+    switch (type)
+    {
+    case kFontCacheLCD:
+        return agg::glyph_ft2_lcd;
+    case kFontCacheOutline:
+        return agg::glyph_ft2_outline;
+    default:
+        return agg::glyph_ft2_gray8;
+    }
+}
+
+// What the alignment takes off a text that extends so far.
+double alignedShift(TextAlignment alignment, double extent)
+{
+    switch (alignment)
+    {
+    case kAlignRightOrTop:
+        return -extent;
+    case kAlignCenter:
+        return -extent * 0.5;
+    default:
+        return 0.0;
+    }
+}
+}
+
+struct PelmoText::Fonts
+{
+    agg::font_engine_ft2_lcd engine;
+    agg::font_cache_manager<agg::font_engine_ft2_lcd> cache{engine};
+};
+
+PelmoText::PelmoText() = default;
+PelmoText::~PelmoText() = default;
+
+void PelmoText::font(const char* name, const char* data, long length, double height, FontCacheType type,
+                     double textAngle)
+{
+    if (!name || !areNumbers(height) || !std::isfinite(textAngle))
+        return;
+    angle = textAngle;
+    if (asked.name != name)
+        asked.name = name;
+    asked.data = data;
+    asked.length = length;
+    asked.height = std::clamp(height, 0.0, tallestFont);
+    asked.type = type;
+}
+
+void PelmoText::alignment(TextAlignment x, TextAlignment y)
+{
+    alignX = x;
+    alignY = y;
+}
+
+void PelmoText::hints(TextHintsType hints)
+{
+    asked.hints = hints;
+}
+
+// What is asked for, or else the former font, size and all.
+bool PelmoText::openFont()
+{
+    if (asked == opened || asked.name.empty())
+        return hasSize;
+    if (!fonts)
+        fonts = std::make_unique<Fonts>();
+    agg::font_engine_ft2_lcd& engine = fonts->engine;
+    if (!engine.load_font(asked.name.c_str(), 0, glyphType(asked.type), asked.data, asked.length))
+    {
+        asked = opened;
+        return hasSize;
+    }
+    engine.flip_y(true);
+    engine.hinting(agg::glyph_ft2_hining(asked.hints));
+    hasSize = engine.height(asked.height);
+    opened = asked;
+    return hasSize;
+}
+
+double PelmoText::width(const char* string)
+{
+    if (!string || !openFont())
+        return 0.0;
+    auto& cache = fonts->cache;
+    cache.reset_last_glyph();
+    double x = 0.0;
+    double y = 0.0;
+    for (auto text = reinterpret_cast<const unsigned char*>(string); *text;)
+        if (const agg::glyph_cache* const glyph = cache.glyph(nextCharacter(text)))
+        {
+            cache.add_kerning(&x, &y);
+            x += glyph->advance_x;
+            y += glyph->advance_y;
+        }
+    return x;
+}
+
+void PelmoText::draw(PelmoAGG& renderer, double x, double y, const char* string, bool roundOff, double ddx,
+                     double ddy)
+{
+    if (!string || !areNumbers(x, y, ddx, ddy) || renderer.pipelines->closed() || !openFont())
+        return;
+    auto& [engine, cache] = *fonts;
+    const double height = alignedShift(alignY, engine.ascender());
+    x = pulledIn(x) + (alignX == kAlignLeftOrBottom ? 0.0 : alignedShift(alignX, width(string)));
+    y = pulledIn(y) + (engine.flip_y() ? -height : height);
+    if (roundOff)
+    {
+        x = std::trunc(x);
+        y = std::trunc(y);
+    }
+    startX = x += pulledIn(ddx);
+    startY = y += pulledIn(ddy);
+
+    cache.reset_last_glyph();
+    for (auto text = reinterpret_cast<const unsigned char*>(string); *text;)
+        if (const agg::glyph_cache* const glyph = cache.glyph(nextCharacter(text)))
+        {
+            cache.add_kerning(&x, &y);
+            drawGlyph(renderer, *glyph, x, y);
+            x += glyph->advance_x;
+            y += glyph->advance_y;
+        }
+}
+
+template <class Base, class Adaptor, class Scanline>
+static void renderGlyph(Base& base, Adaptor& glyph, Scanline& scanline, const agg::rgba8& color)
+{
+    agg::render_scanlines_aa_solid(glyph, scanline, base, color);
+}
+
+template <class Base, class Adaptor, class Scanline>
+static void renderMonoGlyph(Base& base, Adaptor& glyph, Scanline& scanline, const agg::rgba8& color)
+{
+    agg::render_scanlines_bin_solid(glyph, scanline, base, color);
+}
+
+// A blank has no scanlines, and bounds that no place can be added to.
+static bool isBlank(const agg::glyph_cache& glyph)
+{
+    struct
+    {
+        std::int32_t left, top, right, bottom;
+    } bounds;
+    if (glyph.data_type == agg::glyph_data_outline || glyph.data_size < sizeof bounds)
+        return glyph.data_size == 0;
+    std::memcpy(&bounds, glyph.data, sizeof bounds);
+    return bounds.left > bounds.right;
+}
+
+void PelmoText::drawGlyph(PelmoAGG& renderer, const agg::glyph_cache& glyph, double x, double y)
+{
+    if (isBlank(glyph))
+        return;
+    auto& cache = fonts->cache;
+    auto& p = *renderer.pipelines;
+    const bool plain = p.blendMode == kBlendAlpha;
+    const bool inThirds = glyph.data_type == agg::glyph_data_gray8 && opened.type == kFontCacheLCD;
+    cache.init_embedded_adaptors(&glyph, pulledIn(x) * (inThirds ? 3.0 : 1.0), pulledIn(y));
+    switch (glyph.data_type)
+    {
+    case agg::glyph_data_mono:
+        if (plain)
+            renderMonoGlyph(p.plain.base, cache.mono_adaptor(), cache.mono_scanline(), p.lineColor);
+        else
+            renderMonoGlyph(p.comp.base, cache.mono_adaptor(), cache.mono_scanline(), p.lineColor);
+        break;
+    case agg::glyph_data_gray8:
+        if (inThirds)
+            renderGlyph(p.lcd.base, cache.gray8_adaptor(), cache.gray8_scanline(), p.lineColor);
+        else if (plain)
+            renderGlyph(p.plain.base, cache.gray8_adaptor(), cache.gray8_scanline(), p.lineColor);
+        else
+            renderGlyph(p.comp.base, cache.gray8_adaptor(), cache.gray8_scanline(), p.lineColor);
+        break;
+    case agg::glyph_data_outline:
+        drawOutline(renderer);
+        break;
+    default:
+        break;
+    }
+}
+
+void PelmoText::drawOutline(PelmoAGG& renderer)
+{
+    agg::trans_affine rotation;
+    if (std::fabs(angle) > smallestAngle)
+    {
+        rotation *= agg::trans_affine_translation(-startX, -startY);
+        rotation *= agg::trans_affine_rotation(angle);
+        rotation *= agg::trans_affine_translation(startX, startY);
+    }
+    auto& adaptor = fonts->cache.path_adaptor();
+    agg::conv_transform<std::remove_reference_t<decltype(adaptor)>> rotated(adaptor, rotation);
+    renderer.resetPath();
+    renderer.pipelines->path.concat_path(rotated);
+    renderer.drawPath(kFillAndStroke);
+}
+
+void PelmoAGG::font(const char* name, const char* data, long length, double height, FontCacheType type,
+                    double angle)
+{
+    pipelines->text->font(name, data, length, height, type, angle);
+}
+
+void PelmoAGG::textAlignment(TextAlignment x, TextAlignment y)
+{
+    pipelines->text->alignment(x, y);
+}
+
+void PelmoAGG::textHints(TextHintsType hints)
+{
+    pipelines->text->hints(hints);
+}
+
+TextHintsType PelmoAGG::textHints() const
+{
+    return pipelines->text->hints();
+}
+
+double PelmoAGG::textWidth(const char* string)
+{
+    return pipelines->text->width(string);
+}
+
+void PelmoAGG::text(double x, double y, const char* string, bool roundOff, double ddx, double ddy)
+{
+    pipelines->text->draw(*this, x, y, string, roundOff, ddx, ddy);
+}
+}

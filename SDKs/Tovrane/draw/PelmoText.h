@@ -1,0 +1,67 @@
+// The text half of the renderer: the font that is asked for, its glyph caches, and the way from a glyph to
+// pixels.
+//
+// The font engine is made, and a face opened, when text is first measured or drawn: a bitmap's renderer never
+// needs one. Once a text's glyphs are in the cache, drawing it allocates nothing.
+#pragma once
+
+#include "Tovrane/draw/PelmoAGGPipelines.h"
+
+#include <memory>
+#include <string>
+
+namespace agg
+{
+struct glyph_cache;
+}
+
+namespace Tovra
+{
+class PelmoText
+{
+public:
+    PelmoText();
+    ~PelmoText();
+
+    void font(const char* name, const char* data, long length, double height, FontCacheType type,
+              double angle);
+    void alignment(TextAlignment x, TextAlignment y);
+    void hints(TextHintsType hints);
+    TextHintsType hints() const { return asked.hints; }
+
+    double width(const char* string);
+    // At the start of the base line, as the alignment shifts it. renderer is the one that pipelines belong
+    // to.
+    void draw(PelmoAGG& renderer, double x, double y, const char* string, bool roundOff, double ddx,
+              double ddy);
+
+private:
+    struct Fonts;
+    struct Face
+    {
+        std::string name;
+        const char* data = nullptr;
+        long length = 0;
+        double height = 0.0;
+        FontCacheType type = kFontCacheGrey;
+        TextHintsType hints = kNoHints;
+
+        bool operator==(const Face&) const = default;
+    };
+
+    bool openFont();
+    void drawGlyph(PelmoAGG& renderer, const agg::glyph_cache& glyph, double x, double y);
+    void drawOutline(PelmoAGG& renderer);
+
+    std::unique_ptr<Fonts> fonts;
+    Face asked;
+    Face opened; // without a name: none
+    bool hasSize = false;
+    double angle = 0.0;
+
+    TextAlignment alignX = kAlignLeftOrBottom;
+    TextAlignment alignY = kAlignRightOrTop;
+    double startX = 0.0; // of the text that is being drawn
+    double startY = 0.0;
+};
+}

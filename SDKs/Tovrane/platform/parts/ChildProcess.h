@@ -1,0 +1,51 @@
+// A program that runs beside this one and writes an answer. The run loop reads what it writes; nothing waits
+// for it. It inherits nothing but the environment, and ends with this object at the latest.
+#pragma once
+
+#include "Tovrane/base/RunLoop.h"
+
+#include <string>
+#include <sys/types.h>
+#include <vector>
+
+namespace Tovra
+{
+// [window thread]
+class ChildProcess
+{
+public:
+    ChildProcess() = default;
+    ~ChildProcess();
+    ChildProcess(const ChildProcess&) = delete;
+    ChildProcess& operator=(const ChildProcess&) = delete;
+
+    static constexpr std::size_t mostOutput = std::size_t(1) << 20;
+
+    // words: the program, looked for along PATH, and its arguments. environment: "NAME=value", added to that
+    // of this process. False if it could not be started. Once for each object.
+    bool start(const std::vector<std::string>& words, const std::vector<std::string>& environment);
+
+    bool isRunning() const { return process > 0; }
+    // It has ended by itself, without complaint, or nobody knows (a host that collects all of its children)
+    // but it did write something. Then output is complete.
+    bool succeeded() const;
+    const std::string& output() const { return written; }
+
+    // Whether PATH leads to a program of that name.
+    static bool isInstalled(const char* program);
+
+private:
+    void read();
+    void closeOutput();
+    void collect();
+    void kill();
+
+    pid_t process = 0;
+    int source = -1; // where it writes
+    int status = -1; // as waitpid has it; -1 unknown
+    bool isTooMuch = false;
+    std::string written;
+    DescriptorWatch watch;
+    RepeatingTimer collector;
+};
+}

@@ -1,0 +1,33 @@
+// How the desktop's own file panels are asked: the words of their command lines, and what they answer. They
+// are started as they stand here, without a shell.
+#pragma once
+
+#include "Tovrane/window/IFileSelector.h"
+
+#include <cstdint>
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace Tovra
+{
+enum class FileDialogProgram
+{
+    zenity,
+    kdialog
+};
+
+// [window thread]  The first that isInstalled says yes to; on a KDE desktop (as XDG_CURRENT_DESKTOP has it)
+// that one's own comes first.
+std::optional<FileDialogProgram> chooseFileDialog(const std::string& desktop,
+                                                  const std::function<bool(const char*)>& isInstalled);
+
+// [any thread]  The program's name and its arguments. The panel lies over the window of that number, 0 for
+// none. home is the folder for a start without one.
+std::vector<std::string> fileDialogCommand(FileDialogProgram program, const FileSelectorOptions& options,
+                                           std::uint32_t window, const std::string& home);
+
+// [any thread]  The absolute paths in what the program wrote.
+std::vector<std::string> fileDialogAnswer(FileDialogProgram program, const std::string& output);
+}

@@ -1,0 +1,267 @@
+#include "Tovrane/views/tree/CFrame.h"
+
+#include "CORE/Truncate.h"
+#include "Tovrane/draw/CDrawContext.h"
+#include "Tovrane/draw/CMACBitmap.h"
+#include "Tovrane/draw/PelmoAGG.h"
+#include "Tovrane/views/tree/IFrameEditor.h"
+#include "Tovrane/window/IFileSelector.h"
+#include "Tovrane/window/IFrame.h"
+#include "Tovrane/window/IOptionMenu.h"
+
+#include <algorithm>
+#include <cstring>
+
+namespace Tovra
+{
+CFrame::CFrame(const CRect& rect, void* window, IFrameEditor* owner)
+    : CViewContainer(rect),
+      systemWindow(window),
+      editor(owner),
+      frameBitmap(std::make_unique<CMACBitmap>()),
+      renderer(std::make_unique<PelmoAGG>())
+{
+    setAttachedFlag(true);
+    CView::setFrame(this);
+    platformFrame = Kept<IFrame>::adopt(IFrame::createPlatformFrame(this, size, systemWindow));
+    fitPicture();
+    setDirtyFlag(true);
+}
+
+// The extra reference keeps the count from reaching 0 a second time while the views let go of theirs.
+CFrame::~CFrame()
+{
+    CBaseObject::remember();
+    CFrame::setModalView(nullptr);
+    platformFrame->setMouseCursor(kCursorDefault);
+    platformFrame->clearFrame();
+    CFrame::removeAll(true);
+    platformFrame.reset();
+    CView::setFrame(nullptr);
+}
+
+void CFrame::close()
+{
+    const Kept<CFrame> self(this);
+    setModalView(nullptr);
+    removeAll(true);
+    platformFrame->clearFrame();
+}
+
+bool CFrame::isTypeOf(const char* name) const
+{
+    return (name != nullptr && std::strcmp(name, "CFrame") == 0) || CViewContainer::isTypeOf(name);
+}
+
+// The window
+
+long CFrame::getTicks() const
+{
+    return IFrame::getTicks();
+}
+
+bool CFrame::setPosition(double, double)
+{
+    return false;
+}
+
+bool CFrame::getPosition(double& x, double& y) const
+{
+    CPoint position;
+    const bool known = platformFrame->getGlobalPosition(position);
+    x = known ? position.x : 0.0;
+    y = known ? position.y : 0.0;
+    return known;
+}
+
+bool CFrame::setSize(double width, double height)
+{
+    const CRect wanted(size.left, size.top, size.left + width, size.top + height);
+    const bool done = platformFrame->setSize(wanted);
+    CViewContainer::setViewSize(size, true);
+    return done;
+}
+
+void CFrame::setViewSize(const CRect& rect, bool invalidate)
+{
+    setSize(rect.getWidth(), rect.getHeight());
+    CViewContainer::setViewSize(rect, invalidate);
+    fitPicture();
+}
+
+static unsigned pictureSide(double length)
+{
+    return Core::truncate<unsigned>(std::min(std::max(length, 1.0), CFrame::maxPictureSide));
+}
+
+// A picture of another size is a new one.
+void CFrame::fitPicture()
+{
+    const unsigned width = pictureSide(size.getWidth());
+    const unsigned height = pictureSide(size.getHeight());
+    if (frameBitmap->getWidth() == width && frameBitmap->getHeight() == height)
+        return;
+    const Core::Threads::SectionGuard guard(drawLock);
+    frameBitmap->setSize(width, height);
+    renderer->attach(frameBitmap->getPixelPtr(), frameBitmap->getWidth(), frameBitmap->getHeight(),
+                     frameBitmap->getRowBytes());
+    setDirtyFlag(true);
+}
+
+bool CFrame::getSize(CRect* rect) const
+{
+    return rect != nullptr && platformFrame->getSize(*rect);
+}
+
+bool CFrame::getSize(CRect& rect) const
+{
+    return platformFrame->getSize(rect);
+}
+
+bool CFrame::getCurrentMouseLocation(CPoint& where) const
+{
+    return platformFrame->getCurrentMousePosition(where);
+}
+
+long CFrame::getCurrentMouseButtons() const
+{
+    long buttons = 0;
+    return platformFrame->getCurrentMouseButtons(buttons) ? buttons : lastMouseButtons;
+}
+
+bool CFrame::setCursor(CCursorType type)
+{
+    return platformFrame->setMouseCursor(type);
+}
+
+IOptionMenu* CFrame::createOptionMenu()
+{
+    return platformFrame->createOptionMenu(this);
+}
+
+IOSTextEdit* CFrame::createOSTextEdit(ITextEditCallback* callback, CView* view)
+{
+    return platformFrame->createPlatformTextEdit(this, callback, view);
+}
+
+IFileSelector* CFrame::createFileSelector()
+{
+    return platformFrame->createFileSelector(this);
+}
+
+CDrawContext* CFrame::createDrawContext()
+{
+    return new CDrawContext({renderer.get(), frameBitmap.get(), size}, platformFrame->getSystemWindow());
+}
+
+// The editor
+
+void CFrame::beginEdit(Orbel::ParameterProperty* property)
+{
+    if (editor != nullptr && property != nullptr)
+        editor->beginEdit(property);
+}
+
+void CFrame::endEdit(Orbel::ParameterProperty* property)
+{
+    if (editor != nullptr && property != nullptr)
+        editor->endEdit(property);
+}
+
+void CFrame::performEdit(Orbel::ParameterProperty* property)
+{
+    if (editor != nullptr && property != nullptr)
+        editor->performEdit(property);
+}
+
+double CFrame::getEffectTempo() const
+{
+    return editor != nullptr ? editor->getEffectTempo() : -1.0;
+}
+
+void CFrame::convertWorldToPlugin(CPoint& point) const
+{
+    if (editor != nullptr)
+        editor->convertWorldToPlugin(point);
+}
+
+void CFrame::convertPluginToWorld(CPoint& point) const
+{
+    if (editor != nullptr)
+        editor->convertPluginToWorld(point);
+}
+
+void CFrame::convertPluginToWorld(CRect& rect) const
+{
+    if (editor != nullptr)
+        editor->convertPluginToWorld(rect);
+}
+
+// The tree
+
+bool CFrame::addView(CView* view)
+{
+    const bool added = CViewContainer::addView(view);
+    bringViewToFront(topView);
+    return added;
+}
+
+bool CFrame::addView(CView* view, const CRect& area, bool takesMouse)
+{
+    const bool added = CViewContainer::addView(view, area, takesMouse);
+    bringViewToFront(topView);
+    return added;
+}
+
+bool CFrame::addView(CView* view, CView* before)
+{
+    const bool added = CViewContainer::addView(view, before);
+    bringViewToFront(topView);
+    return added;
+}
+
+bool CFrame::removeView(CView* view, const bool& withForget)
+{
+    if (modalView.get() == view)
+        modalView.reset();
+    return CViewContainer::removeView(view, withForget);
+}
+
+bool CFrame::removeAll(const bool& withForget)
+{
+    modalView.reset();
+    focusView.reset();
+    setMouseOverChild(nullptr);
+    return CViewContainer::removeAll(withForget);
+}
+
+void CFrame::onViewRemoved(CView* view)
+{
+    if (getMouseOverChild() == view)
+        setMouseOverChild(nullptr);
+    if (focusView.get() == view)
+        focusView.reset();
+}
+
+bool CFrame::setModalView(CView* view)
+{
+    if (view == nullptr)
+    {
+        if (isChild(modalView.get()))
+            removeView(modalView.get(), false);
+        modalView.reset();
+        return true;
+    }
+    if (modalView || !addView(view))
+        return false;
+    modalView.reset(view);
+    return true;
+}
+
+void CFrame::localRectToFrameRect(CView* view, CRect& rect) const
+{
+    for (const CView* above = view->getParentView(); above != nullptr && above != this;
+         above = above->getParentView())
+        rect.offset(above->getViewSize().getTopLeft());
+}
+}

@@ -1,0 +1,228 @@
+// How a frame takes the events of its window, ahead of what every container does with them.
+#include "Tovrane/views/tree/CFrame.h"
+#include "Tovrane/views/tree/ChildWalk.h"
+
+namespace Tovra
+{
+// A click with control is one with the right button, one with command one with the middle button. Nothing
+// else of the word is left then.
+static long normalisedButtons(long buttons)
+{
+    if ((buttons & kButtonLeft) == 0)
+        return buttons;
+    if ((buttons & kModControl) != 0)
+        return kButtonRight;
+    return (buttons & kModCommand) != 0 ? kButtonMiddle : buttons;
+}
+
+void CFrame::noteMouse(const CPoint& where, long buttons)
+{
+    lastMousePosition = where;
+    lastMouseButtons = buttons;
+}
+
+MouseEventResult CFrame::onMouseDown(CPoint& where, const long& pressed)
+{
+    const Kept<CFrame> self(this);
+    const long buttons = normalisedButtons(pressed);
+    noteMouse(where, buttons);
+    setMouseDownChild(nullptr);
+    if (focusView)
+        dropFocusOutside(where, buttons);
+    return modalView ? clickModalView(where, buttons) : CViewContainer::onMouseDown(where, buttons);
+}
+
+void CFrame::dropFocusOutside(const CPoint& where, const long& buttons)
+{
+    CPoint local = where;
+    focusView->frameToLocal(local);
+    if (focusView->hitTest(local, buttons))
+        return;
+    setFocusView(nullptr);
+
+    const Kept<CView> child(getMouseDownChild());
+    if (!child || getViewAt(where, true) == child.get())
+        return;
+    CPoint point = where;
+    child->onMouseExited(point, buttons);
+    setMouseDownChild(nullptr);
+}
+
+MouseEventResult CFrame::clickModalView(CPoint& where, const long& buttons)
+{
+    const Kept<CView> modal = modalView;
+    CPoint point = where;
+    if (!modal->hitTest(where, buttons) || modal->onMouseDown(point, buttons) != kMouseHandled)
+        return kMouseUnhandled;
+    setMouseDownChild(modal.get());
+    return kMouseHandled;
+}
+
+MouseEventResult CFrame::onMouseUp(CPoint& where, const long& buttons)
+{
+    const Kept<CFrame> self(this);
+    noteMouse(where, buttons);
+    const Kept<CView> child(getMouseDownChild());
+    CPoint point = where;
+    if (child && !child->getViewSize().pointInside(where))
+        child->onMouseExited(point, buttons);
+    return CViewContainer::onMouseUp(where, buttons);
+}
+
+MouseEventResult CFrame::onMouseMoved(CPoint& where, const long& buttons)
+{
+    const Kept<CFrame> self(this);
+    noteMouse(where, buttons);
+    const Kept<CView> modal = modalView;
+    CPoint point = where;
+    return modal ? modal->onMouseMoved(point, buttons) : CViewContainer::onMouseMoved(where, buttons);
+}
+
+MouseEventResult CFrame::onMouseExited(CPoint& where, const long& buttons)
+{
+    CViewContainer::onMouseExited(where, buttons);
+    return kMouseHandled;
+}
+
+// The wheel does not ask isWheelActive of the frame's own children.
+template <typename Call>
+bool CFrame::wheelTo(const CPoint& where, const long& buttons, Call call)
+{
+    const Kept<CFrame> self(this);
+    noteMouse(where, buttons);
+    const auto takes = [&](CView* view)
+    {
+        if (!takesMouseAt(view, where, buttons) || !call(view))
+            return false;
+        setMouseDownChild(view);
+        return true;
+    };
+    const Kept<CView> modal = modalView;
+    if (modal)
+        return takes(modal.get());
+    ChildWalk walk(*this, ChildWalk::fromAbove);
+    while (CView* child = walk.next())
+        if (takes(child))
+            return true;
+    return false;
+}
+
+bool CFrame::onWheel(const CPoint& where, const float& distance, const long& buttons)
+{
+    return wheelTo(where, buttons, [&](CView* view) { return view->onWheel(where, distance, buttons); });
+}
+
+bool CFrame::onWheel(const CPoint& where, const CMouseWheelAxis& axis, const float& distance,
+                     const long& buttons)
+{
+    return wheelTo(where, buttons,
+                   [&](CView* view) { return view->onWheel(where, axis, distance, buttons); });
+}
+
+// Keys and focus
+
+long CFrame::onKeyDown(TovraKeyCode& code)
+{
+    const Kept<CFrame> self(this);
+    for (const Kept<CView>* first : {&focusView, &modalView})
+    {
+        const Kept<CView> view = *first;
+        const long answer = view ? view->onKeyDown(code) : kKeyNotHandled;
+        if (answer != kKeyNotHandled)
+            return answer;
+    }
+    const long answer = CViewContainer::onKeyDown(code);
+    if (answer != kKeyNotHandled || code.virtualKey != kVirtualTab)
+        return answer;
+    const Kept<CView> old = focusView;
+    return advanceNextFocusView(old.get(), (code.modifiers & kKeyShift) != 0) ? kKeyConsumed : kKeyNotHandled;
+}
+
+long CFrame::onKeyUp(TovraKeyCode& code)
+{
+    const Kept<CFrame> self(this);
+    for (const Kept<CView>* first : {&focusView, &modalView})
+    {
+        const Kept<CView> view = *first;
+        const long answer = view ? view->onKeyUp(code) : kKeyNotHandled;
+        if (answer != kKeyNotHandled)
+            return answer;
+    }
+    return kKeyNotHandled;
+}
+
+namespace
+{
+// One for all frames of the process.
+bool isFocusChanging = false;
+
+struct FocusChange
+{
+    FocusChange() { isFocusChanging = true; }
+    ~FocusChange() { isFocusChanging = false; }
+};
+}
+
+static void redrawIfFocusWanted(CView& view)
+{
+    if (view.wantsFocus())
+        view.setDirty(true);
+}
+
+void CFrame::setFocusView(CView* view)
+{
+    if (view == focusView.get() || isFocusChanging)
+        return;
+    const Kept<CFrame> self(this);
+    const FocusChange guard;
+    const Kept<CView> old = focusView;
+    focusView.reset(view);
+    if (view != nullptr)
+        redrawIfFocusWanted(*view);
+    if (old)
+    {
+        redrawIfFocusWanted(*old.get());
+        old->looseFocus();
+    }
+}
+
+bool CFrame::advanceNextFocusView(CView* old, bool reverse)
+{
+    const Kept<CFrame> self(this);
+    if (const Kept<CView> modal = modalView)
+    {
+        if (CViewContainer* container = of(modal.get()))
+            return container->advanceNextFocusView(old, reverse);
+        if (old == modal.get())
+            return false;
+        setFocusView(modal.get());
+        return true;
+    }
+    const Kept<CView> start(old != nullptr ? old : focusView.get());
+    if (!start)
+        return CViewContainer::advanceNextFocusView(nullptr, reverse);
+    return isChild(start.get()) ? advanceFromChild(start.get(), reverse)
+                                : advanceFromDepth(start.get(), reverse);
+}
+
+bool CFrame::advanceFromChild(CView* child, bool reverse)
+{
+    if (CViewContainer::advanceNextFocusView(child, reverse))
+        return true;
+    setFocusView(nullptr);
+    return false;
+}
+
+// Each container on the way up goes on behind the child that was left.
+bool CFrame::advanceFromDepth(CView* old, bool reverse)
+{
+    CView* below = old;
+    while (CViewContainer* above = of(below->getParentView()))
+    {
+        if (above->advanceNextFocusView(below, reverse))
+            return true;
+        below = above;
+    }
+    return CViewContainer::advanceNextFocusView(old, reverse);
+}
+}

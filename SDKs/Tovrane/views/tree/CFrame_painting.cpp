@@ -1,0 +1,107 @@
+// How a frame gathers what is dirty, and draws it.
+#include "Tovrane/draw/CDrawContext.h"
+#include "Tovrane/draw/PelmoAGG.h"
+#include "Tovrane/views/tree/CFrame.h"
+#include "Tovrane/window/IFrame.h"
+
+namespace Tovra
+{
+void CFrame::idle()
+{
+    const Kept<CFrame> self(this);
+    if (const unsigned marks = countMarks(); marks != appliedMarks)
+    {
+        appliedMarks = marks;
+        applyMarks();
+    }
+    paint();
+}
+
+void CFrame::paint()
+{
+    const auto context = Kept<CDrawContext>::adopt(createDrawContext());
+    draw(context.get());
+}
+
+static bool contains(const CRect& outer, const CRect& inner)
+{
+    return outer.left <= inner.left && outer.top <= inner.top && outer.right >= inner.right &&
+           outer.bottom >= inner.bottom;
+}
+
+void CFrame::addDirtyRect(const CRect& rect, CView*)
+{
+    if (dirtyRects.size() >= CDirtyRectHelper::initialCapacity)
+    {
+        setDirty(true);
+        return;
+    }
+    for (std::int32_t i = 0; i < dirtyRects.size(); ++i)
+        if (contains(dirtyRects[i], rect))
+            return;
+    dirtyRects.push_back(rect);
+}
+
+void CFrame::draw(CDrawContext* context)
+{
+    const Kept<CFrame> self(this);
+    if (drawDirty(context))
+        invalidRect(size);
+}
+
+bool CFrame::drawDirty(CDrawContext* context)
+{
+    const Core::Threads::SectionGuard guard(drawLock);
+    PelmoAGG* const shared = context != nullptr ? context->getAGGRenderer() : renderer.get();
+    if (shared != nullptr)
+        shared->masterAlpha(1.0);
+
+    const bool isAll = isDirty();
+    if (isAll)
+    {
+        setDirty(false);
+        drawRects.clear();
+        drawRects.push_back(size);
+    }
+    else
+        drawRects.copyFrom(dirtyRects);
+    dirtyRects.clear();
+
+    bool drawn = isAll;
+    for (std::int32_t i = 0; i < drawRects.size(); ++i)
+        drawn |= drawPart(context, drawRects[i]);
+    if (context != nullptr)
+        context->resetClipRect();
+    return drawn;
+}
+
+bool CFrame::drawPart(CDrawContext* given, CRect rect)
+{
+    if (!(rect.getWidth() > 0.0) || !(rect.getHeight() > 0.0))
+        return false;
+    const Kept<CDrawContext> context =
+        given != nullptr ? Kept<CDrawContext>(given) : Kept<CDrawContext>::adopt(createDrawContext());
+    const CRect savedClip = context->getClipRect();
+    CRect clip = savedClip;
+    context->setClipRect(clip.bound(rect));
+    CViewContainer::drawRect(context.get(), rect);
+    context->setClipRect(savedClip);
+    return true;
+}
+
+void CFrame::drawRect(CDrawContext* context, const CRect& update)
+{
+    drawPart(context, update);
+}
+
+void CFrame::invalidRect(CRect)
+{
+    platformFrame->invalidRect(size);
+}
+
+void CFrame::invalid()
+{
+    invalidRect(size);
+    setDirty(false);
+}
+}

@@ -1,0 +1,172 @@
+// The effect: ducks a stereo bus on every beat of the host, or on another note value.
+//
+// Host adapters make it and drive it through OrbelOS. Each block it reads the host's musical position,
+// works out how many samples lie ahead of the next trigger, arms the ducker, delays the audio by the
+// length of the ducker's pre-fade, and ducks it:
+//
+//     input -> busPreDuck -> delay -> busOutput -> CBusSidechainFx -> output
+//
+// The host's position is the only trigger: no filter stands in the path, MIDI is not read, and neither
+// is the second input bus, which is declared for the hosts' side-chain routing. The delay is not
+// reported to the host, bypassed or not, so that the groove stays where it was.
+//
+// Threads: processAudio on the audio thread, which allocates nothing and takes no lock in a block of the
+// announced size. Parameters are written, and parameterChanged runs, on any thread. setSampleRate,
+// setBlockSize and reset come while audio stands. Names and state belong to the window thread.
+#pragma once
+
+#include "CORE/CString.h"
+#include "CORE/Relaxed.h"
+#include "DSP/cpuControl.h"
+#include "Orbel/contract/ISamplerEffect.h"
+#include "Orbel/contract/OrbelOS.h"
+#include "Orbel/parameters/CPropertyManager.h"
+#include "Orbel/parameters/ParameterProperty.h"
+#include "Orbel/parameters/ParameterText.h"
+#include "Orbel/storage/CPresetStore.h"
+#include "effect/engine/CBusSidechainFx.h"
+#include "effect/engine/StereoDelayLine.h"
+#include "effect/instance/IEffectEditor.h"
+#include "presets/IPresetEffect.h"
+
+#include <memory>
+#include <string>
+#include <vector>
+
+class Single_CPresetInterface;
+
+class CQDT_DKS_Single : public Orbel::OrbelOS, public Orbel::ISamplerEffect, public IPresetEffect
+{
+public:
+    // hostCallback is not owned and may be null. The effect is complete: it can process once setBlockSize
+    // ran.
+    explicit CQDT_DKS_Single(Orbel::OrbelCallback* hostCallback);
+    ~CQDT_DKS_Single() override;
+
+    // [any thread]
+    void parameterChanged(Orbel::ParameterProperty* property) override;
+
+    // Hosts see the ten automatable parameters, by index; lookups by id go over all fifteen.
+    int getParameterCount() override;
+    Orbel::ParameterProperty* getParameterProperty(int index) override;
+    Orbel::ParameterProperty* getParameterProperty_automateable(int index) override;
+    Orbel::ParameterProperty* getParameterPropertyByID(int id) override;
+    Orbel::ParameterProperty* getParameterProperty(const char* idText) override;
+
+    // There is one program, whatever the index: the preset that is loaded. Names in, without the number
+    // that a preset file's name begins with; names out, of at most 28 characters.
+    void setProgram(int) override {}
+    void setProgramName(const char* name) override { setPresetName(name); }
+    bool getProgramName(char* text) override;
+    bool getProgramNameIndexed(int, char* text) override { return getProgramName(text); }
+    void setPresetName(const char* name) override;
+
+    // [audio stopped] Hertz above 0, and samples. What is not above 0 is not taken.
+    void setSampleRate(float rate) override;
+    void setBlockSize(long samples) override;
+    // [audio stopped] Clears audio, envelope and countdowns; parameters stay.
+    void reset() override;
+
+    // [audio thread] The first input bus to the first output bus, which may share memory. A block above the
+    // announced size is worked all the same, but allocates. Bypassed, the audio is still delayed, and all
+    // countdowns stand.
+    void processAudio(Orbel::AudioBusInformation& info) override;
+
+    // [any thread] The interval between triggers in beats: one of gTimeAdjustMultiplier.
+    void setTimeAdjust(float beats);
+    float getTimeAdjust() const { return timeAdjust; }
+
+    // [window thread] State: one chunk for a host's project and for a preset's file, which differ by the type
+    // set before. getDataChunk's bytes stay good until the next call of it or of setDataChunk; its result is
+    // their size. setDataChunk takes every form that this effect or its forerunners wrote, and puts every
+    // parameter to its default where it can't take any of it; below 10 bytes it does nothing.
+    enum PresetType : int
+    {
+        hostState = 0,
+        presetFile = 1 // without the system settings: sense, envelope hold, click filter, scaling, shift
+    };
+    void setPresetType(int type) override { presetType = type; }
+    long getDataChunk(char** out) override;
+    void setDataChunk(char* data, long size) override;
+    // The current preset of a bank.
+    void loadPresetFromBankChunk(const char* data, long size);
+    // The start state; audio falls silent at its next block.
+    void initPreset();
+
+    // [window thread] The library of presets on disk, made when it is first asked for.
+    Single_CPresetInterface& getPresetInterface();
+    // Its folder, with "/" as separators and at its end; the user's choice is kept for all instances.
+    const char* getPresetFolder();
+    void setPresetFolder(const char* folder);
+    // Writes the factory presets into the library's folder.
+    void restoreBank();
+
+    // [any thread] Moves the three envelope times so that their sum stays, after parameter id changed; with
+    // an id of -1 it only writes them again. Ends a time of loading.
+    void updateEnvelopeTimes(int id);
+
+    // [audio thread] For each sample of the last block 1 - 2 x gain, as CBusSidechainFx writes it; -1 while
+    // bypassed. Null before setBlockSize.
+    const float* getGainRecord() const { return busGainRecord.left; }
+
+    // [window thread] The editor's window; without an editor nothing happens.
+    void getEditorSize(Tovra::CRect& rectangle) override;
+    void open_editor(void* parentWindow) override;
+    void close_editor() override;
+
+private:
+    static constexpr int numLinkedValues = 7; // parameter ids 0 to 6
+
+    void createProperties();
+    void createEditor();
+    void notifyTimes();
+
+    void updateClickFilter();
+    void updateTempo(float tempo);
+    void storeDuckerValue(int duckerParameter, const Orbel::ParameterProperty& property);
+    void linkToAttack(float attack, float& hold, float& release);
+    void shortenRelease(float& release, float by);
+
+    void readChunk(const char* data, long size, int depth);
+    void readOlderForm(const char* data, long size, int depth);
+    void readPreset();
+    void readParameters(const Orbel::CPresetStore& store, const std::vector<long>& ignored);
+    void readSystemSettings(const Orbel::CPresetStore& store);
+    unsigned long getSystemChunk(char** chunk);
+    void storeTimeAdjust(float beats);
+
+    void reserveBlock(long frames);
+    void takeTempo(float hostTempo);
+    long samplesToTrigger(const Orbel::CHostTimeInfo& time);
+    void armTrigger(const Orbel::CHostTimeInfo& time);
+    void duck(Orbel::AudioBusInformation& info);
+    void passThrough(Orbel::AudioBusInformation& info);
+
+    IEffectEditor* editorRef = nullptr; // the same object as the base's editor, or null
+    Orbel::CPropertyManager propertyManager;
+    CBusSidechainFx ducker;
+    StereoDelayLine delayLine;
+    cpuControl cpuMode;
+
+    Orbel::AudioStereoBus busPreDuck; // the input after the delay
+    Orbel::AudioStereoBus busOutput;  // the result, ducked in place
+    Orbel::AudioStereoBus busGainRecord;
+
+    Core::Relaxed<bool> linkTimes = true;
+    Core::Relaxed<bool> resetPending = false;                       // by the window, for the audio thread
+    Core::Relaxed<bool> loading = false;                            // parameter changes don't move each other
+    Core::Relaxed<float> lastParameterValues[numLinkedValues] = {}; // after each change's compensation
+    Core::Relaxed<long> clickFilterSamples = 200;                   // pre-fade length at 44100 Hz
+    Core::Relaxed<float> triggerShift = 0.0f;                       // half beats, earlier if positive
+    Core::Relaxed<long> triggerShiftSamples = 0;
+    Core::Relaxed<float> timeAdjust = 1.0f; // interval between triggers in beats
+    Orbel::BPMTimeContext timeContext;      // what the texts of the times depend on, and the tempo in force
+
+    Core::CStringBufferd<Orbel::kParameterTextSize> presetName;
+    Orbel::CPresetStore presetStore; // its id is that of a preset from the start
+    int presetType = hostState;
+    std::string factoryBank; // the image of a bank file, once the library is there
+    std::unique_ptr<Single_CPresetInterface> presetInterface;
+    std::string presetFolder;                    // empty until it is asked for
+    Orbel::ParameterProperty presetNameProperty; // a text, the preset's name: its listeners hear of a new one
+};

@@ -1,0 +1,58 @@
+// What this bundle holds: one effect.
+#include "Orbel/contract/OrbelFactory.h"
+#include "Orbel/storage/CFileFormat.h"
+#include "effect/instance/CQDT_DKS_Single.h"
+
+#include <atomic>
+
+static constexpr Orbel::OrbelFX_Description lodex = {
+    .id = {'Z', 'R', 'T', 'Q'},
+    .name = "QDT Lodex",
+    .product = "Torvane Workbench",
+    .vendor = "Torvane",
+    .numStereoInputs = 1,
+    .numStereoOutputs = 1,
+    .numPrograms = 32,
+    .versionString = "3.0.4",
+    .type = Orbel::OrbelFX_Description::effect,
+    .sidechainFlag = true,
+    .version = 0x30004,
+    .midiChannels = 1,
+};
+
+static std::atomic<EditorFactory> editorFactory = nullptr;
+
+void setEditorFactory(EditorFactory factory)
+{
+    editorFactory = factory;
+}
+
+EditorFactory getEditorFactory()
+{
+    return editorFactory;
+}
+
+void getOrbelPluginList(Orbel::OrbelPluginList& list)
+{
+    list = Orbel::OrbelPluginList();
+    list.push_back(lodex);
+}
+
+Orbel::OrbelPluginList* getOrbelPluginListPTR()
+{
+    static Orbel::OrbelPluginList gList = []
+    {
+        Orbel::OrbelPluginList list;
+        getOrbelPluginList(list);
+        return list;
+    }();
+    return &gList;
+}
+
+Orbel::OrbelOS* createOrbelInstance(Orbel::OrbelCallback* callback, unsigned long)
+{
+    constexpr int formatID = 'Q' << 24 | 'D' << 16 | 'K' << 8 | 'C';
+    Orbel::kPresetFormatFXP->setPluginID(formatID);
+    Orbel::kPresetFormatFXB->setPluginID(formatID);
+    return new CQDT_DKS_Single(callback);
+}

@@ -1,0 +1,149 @@
+#include "Orbel/parameters/ParameterProperty.h"
+
+#include <functional>
+#include <gtest/gtest.h>
+#include <limits>
+#include <utility>
+#include <vector>
+
+using Orbel::ParameterProperty;
+
+namespace
+{
+constexpr float infinity = std::numeric_limits<float>::infinity();
+constexpr float notANumber = std::numeric_limits<float>::quiet_NaN();
+
+// Keeps the value that it was told of.
+struct Hearer : Orbel::ParameterChangeListener
+{
+    void parameterChanged(ParameterProperty* property) override
+    {
+        heard.push_back(property->getCurrentValue());
+    }
+
+    std::vector<float> take() { return std::exchange(heard, {}); }
+
+    std::vector<float> heard;
+};
+
+using Values = std::vector<float>;
+
+Orbel::ParameterPropertySetup row(float minimum, float maximum, float value, float curve = 0.0f)
+{
+    Orbel::ParameterPropertySetup setup;
+    setup.minimum = minimum;
+    setup.maximum = maximum;
+    setup.value = setup.defaultValue = value;
+    setup.curve = curve;
+    return setup;
+}
+}
+
+TEST(ParameterProperty, ClampsToItsRangeAlsoWhenThatIsReversed)
+{
+    struct Case
+    {
+        float minimum, maximum, written, kept;
+    };
+    for (const Case& c : {Case{0, 10, 11, 10}, Case{0, 10, -1, 0}, Case{0, 10, 4, 4}, Case{10, 0, 11, 10},
+                          Case{10, 0, -1, 0}, Case{10, 0, 4, 4}, Case{0, 10, infinity, 10},
+                          Case{10, 0, infinity, 10}, Case{0, 10, -infinity, 0}, Case{5, 5, 7, 5}})
+    {
+        SCOPED_TRACE(testing::Message() << c.written << " in " << c.minimum << " to " << c.maximum);
+        const auto setup = row(c.minimum, c.maximum, c.minimum);
+        ParameterProperty p;
+        p.setup(&setup);
+        p.setValue(c.written);
+        EXPECT_EQ(p.getCurrentValue(), c.kept);
+        p.setDefaultValue(c.written);
+        EXPECT_EQ(p.getDefaultValue(), c.kept);
+    }
+}
+
+TEST(ParameterProperty, TheCurveBendsTheTravel)
+{
+    struct Case
+    {
+        float curve, position, value;
+    };
+    // By hand, over 100 to 200: (1 + a) x / (1 + a x) with a = -c, or 1 - (1 + c) t / (c t + 1), t = 1 - x.
+    for (const Case& c : {Case{0, 0.25f, 125}, Case{0.5f, 0.5f, 140}, Case{-0.5f, 0.5f, 160},
+                          Case{3, 0.5f, 120}, Case{-3, 0.5f, 180}, Case{25, 0, 100}, Case{25, 1, 200}})
+    {
+        SCOPED_TRACE(testing::Message() << "curve " << c.curve << " at " << c.position);
+        const auto setup = row(100, 200, 100, c.curve);
+        ParameterProperty p;
+        p.setup(&setup);
+        EXPECT_FLOAT_EQ(float(p.denormalize(c.position)), c.value);
+        p.setNormalized(c.position);
+        EXPECT_FLOAT_EQ(p.getCurrentValue(), c.value);
+        for (int i = 0; i <= 64; ++i)
+            EXPECT_NEAR(p.normalize(p.denormalize(i / 64.0)), i / 64.0, 4e-6);
+    }
+}
+
+TEST(ParameterProperty, WritesClampThePositionAndTheMapsDoNot)
+{
+    const auto setup = row(0, 10, 0);
+    ParameterProperty p;
+    p.setup(&setup);
+    p.setValue_Normalized(1.5f);
+    EXPECT_EQ(p.getCurrentValue(), 10.0f);
+    EXPECT_FLOAT_EQ(float(p.denormalize(1.5)), 15.0f);
+    EXPECT_FLOAT_EQ(float(p.normalize(-5.0)), -0.5f);
+    p.setCurve(infinity); // now the map gives no number
+    p.setValue_Normalized(0.5f);
+    EXPECT_EQ(p.getCurrentValue(), 10.0f);
+}
+
+TEST(ParameterProperty, EveryWriteIsToldAndTheWriterIsNot)
+{
+    ParameterProperty p;
+    Hearer first, second;
+    p.AddListener(&first, true);
+    p.AddListener(&first, true); // in the list once, called twice
+    EXPECT_EQ(first.take(), Values({0, 0}));
+    p.AddListener(&second, false);
+    p.AddListener(nullptr, true);
+
+    p.setValue(0.5f);
+    p.setValue(0.5f);
+    p.setValue(&first, 0.25f);
+    p.setValue_Normalized(&first, 0.75f);
+    p.setValueToDefault();
+    p.setMax(2.0f); // moves no value
+    EXPECT_EQ(first.take(), Values({0.5f, 0.5f, 0}));
+    EXPECT_EQ(second.take(), Values({0.5f, 0.5f, 0.25f, 0.75f, 0}));
+    p.setMin(0.25f);
+    EXPECT_EQ(first.take(), Values({0.25f}));
+}
+
+TEST(ParameterProperty, NothingTakesANaN)
+{
+    const std::vector<std::function<void(ParameterProperty&)>> writes = {
+        [](auto& p) { p.setValue(notANumber); },
+        [](auto& p) { p.setValue(nullptr, notANumber); },
+        [](auto& p) { p.setValue_Normalized(notANumber); },
+        [](auto& p) { p.setValue_Normalized(nullptr, notANumber); },
+        [](auto& p) { p.setNormalized(notANumber); },
+        [](auto& p) { p.setValue("nan"); },
+        [](auto& p) { p.setValue(static_cast<const char*>(nullptr)); },
+        [](auto& p) { p.setDefaultValue(notANumber); },
+        [](auto& p) { p.setMin(notANumber); },
+        [](auto& p) { p.setMax(notANumber); },
+        [](auto& p) { p.setCurve(notANumber); },
+    };
+    for (size_t i = 0; i < writes.size(); ++i)
+    {
+        SCOPED_TRACE(i);
+        const auto setup = row(-1, 1, 0.5f, 0.25f);
+        ParameterProperty p;
+        Hearer hearer;
+        p.setup(&setup);
+        p.AddListener(&hearer, false);
+        writes[i](p);
+        EXPECT_EQ(hearer.take(), Values());
+        EXPECT_EQ(Values({p.getMin(), p.getMax(), p.getCurrentValue(), p.getDefaultValue(), p.getCurve()}),
+                  Values({-1, 1, 0.5f, 0.5f, 0.25f}));
+    }
+}

@@ -1,0 +1,247 @@
+#include "Tovrane/base/PollRunLoop.h"
+#include "support/ManualClock.h"
+
+#include <array>
+#include <gtest/gtest.h>
+#include <memory>
+#include <string>
+#include <unistd.h>
+
+using Tovra::DescriptorWatch;
+using Tovra::PollRunLoop;
+using Tovra::RepeatingTimer;
+using Tovra::RunLoop;
+
+namespace
+{
+class Pipe
+{
+public:
+    Pipe()
+    {
+        if (pipe(ends.data()) != 0)
+            throw std::runtime_error("no pipe");
+    }
+    ~Pipe()
+    {
+        close(ends[0]);
+        close(ends[1]);
+    }
+    void put(char c) const { EXPECT_EQ(write(ends[1], &c, 1), 1); }
+    char get() const
+    {
+        char c = 0;
+        EXPECT_EQ(read(ends[0], &c, 1), 1);
+        return c;
+    }
+
+    std::array<int, 2> ends{};
+};
+}
+
+class PollRunLoopTest : public testing::Test
+{
+protected:
+    // A timer that writes down when it is called.
+    RunLoop::TimerId log(char name, int period)
+    {
+        return loop.startTimer(period,
+                               [this, name] { calls += name + std::to_string(clock.milliseconds()) + ' '; });
+    }
+
+    ManualClock clock;
+    PollRunLoop loop;
+    std::string calls;
+};
+
+TEST_F(PollRunLoopTest, CallsEachTimerOncePerPeriodAndMakesNothingUpForMissedOnes)
+{
+    log('a', 30);
+    log('b', 50);
+    loop.runFor(100);
+    EXPECT_EQ(calls, "a30 b50 a60 a90 b100 ");
+    calls.clear();
+    clock.advance(115);
+    loop.runFor(60);
+    EXPECT_EQ(calls, "a215 b215 a245 b265 a275 ") << "one call for several periods, then whole ones";
+}
+
+TEST_F(PollRunLoopTest, LetsCallbacksStopTimersAndTheRun)
+{
+    RunLoop::TimerId own = 0, other = 0;
+    int turns = 0;
+    own = loop.startTimer(5,
+                          [&]
+                          {
+                              if (++turns == 2)
+                              {
+                                  loop.stopTimer(other); // which is due at the same time
+                                  loop.stopTimer(own);
+                                  loop.stopTimer(12345);
+                              }
+                          });
+    other = log('b', 10);
+    loop.startTimer(40, [&] { loop.stop(); });
+    log('c', 40);
+    loop.run();
+    EXPECT_EQ(turns, 2);
+    EXPECT_EQ(calls, "") << "b was stopped, and c is due behind the stop of the run";
+    EXPECT_EQ(clock.milliseconds(), 40);
+    loop.runFor(39);
+    EXPECT_EQ(calls, "c40 ") << "a stop holds for one run";
+}
+
+TEST_F(PollRunLoopTest, ReturnsWhenThereIsNothingToWaitFor)
+{
+    loop.run();
+    EXPECT_FALSE(loop.runOnce(-1));
+    loop.stop();
+    log('a', 10);
+    loop.run();
+    EXPECT_EQ(calls, "") << "stopped before it began";
+}
+
+TEST_F(PollRunLoopTest, TellsOfDescriptorsAheadOfTime)
+{
+    Pipe first, second;
+    RunLoop::WatchId secondWatch = 0;
+    loop.watch(first.ends[0],
+               [&]
+               {
+                   calls += first.get();
+                   loop.unwatch(secondWatch); // is ready, too
+               });
+    secondWatch = loop.watch(second.ends[0], [&] { calls += second.get(); });
+    EXPECT_EQ(loop.watch(-1, [] {}), 0u);
+
+    EXPECT_FALSE(loop.runOnce(7));
+    EXPECT_EQ(clock.milliseconds(), 7);
+    first.put('x');
+    second.put('y');
+    EXPECT_TRUE(loop.runOnce(1000));
+    EXPECT_EQ(clock.milliseconds(), 7);
+    EXPECT_EQ(calls, "x");
+    EXPECT_FALSE(loop.runOnce(0));
+    EXPECT_EQ(calls, "x");
+}
+
+TEST_F(PollRunLoopTest, GivesUpAClosedDescriptor)
+{
+    const int closed = dup(0);
+    loop.watch(closed, [&] { calls += '!'; });
+    close(closed);
+    loop.run();
+    EXPECT_EQ(calls, "");
+}
+
+TEST_F(PollRunLoopTest, CarriesTimersThatFollowTheCurrentLoop)
+{
+    RepeatingTimer timer;
+    timer.start(10, [this] { calls += 't'; });
+    EXPECT_FALSE(timer.isRunning());
+    EXPECT_EQ(RunLoop::current(), nullptr);
+    {
+        PollRunLoop inner;
+        RunLoop::enter(loop);
+        RunLoop::enter(inner);
+        loop.runFor(10);
+        EXPECT_EQ(calls, "");
+        inner.runFor(5);
+        EXPECT_EQ(calls, "t");
+        RunLoop::enter(loop); // to the front again
+        EXPECT_EQ(RunLoop::current(), &loop);
+        inner.runFor(10);
+        EXPECT_EQ(calls, "t");
+        RunLoop::enter(inner);
+    }
+    EXPECT_EQ(RunLoop::current(), &loop);
+    loop.runFor(10);
+    EXPECT_EQ(calls, "tt");
+    timer.start(5,
+                [&]
+                {
+                    timer.start(20, [this] { calls += 'n'; }); // while it runs itself
+                    calls += 'o';
+                });
+    loop.runFor(25);
+    EXPECT_EQ(calls, "tton");
+    timer.stop();
+    loop.runFor(100);
+    EXPECT_EQ(calls, "tton");
+}
+
+// A loop that ends without a word takes its timers along, and nobody asks it for anything any more.
+TEST_F(PollRunLoopTest, ForgetsALoopThatHasGone)
+{
+    struct Careless : RunLoop
+    {
+        TimerId startTimer(int, Callback) override { return 7; }
+        void stopTimer(TimerId) override { ADD_FAILURE(); }
+        WatchId watch(int, Callback) override { return 0; }
+        void unwatch(WatchId) override {}
+    };
+    RepeatingTimer timer;
+    {
+        Careless careless;
+        RunLoop::enter(careless);
+        timer.start(10, [] {});
+        EXPECT_TRUE(timer.isRunning());
+    }
+    EXPECT_EQ(RunLoop::current(), nullptr);
+    EXPECT_FALSE(timer.isRunning());
+    EXPECT_TRUE(timer.isStarted());
+}
+
+namespace
+{
+// A pipe with something to read in it.
+class ADescriptorWatch : public testing::Test
+{
+protected:
+    ADescriptorWatch() { ready.put('x'); }
+
+    // How often a loop calls in one round.
+    int callsOf(PollRunLoop& loop)
+    {
+        calls = 0;
+        loop.runOnce(0);
+        return calls;
+    }
+
+    Pipe ready;
+    DescriptorWatch watch;
+    int calls = 0;
+};
+}
+
+TEST_F(ADescriptorWatch, GoesWithTheCurrentLoop)
+{
+    watch.start(ready.ends[0], [this] { ++calls; }); // before there is a loop
+    PollRunLoop outer;
+    EXPECT_EQ(callsOf(outer), 0);
+    RunLoop::enter(outer);
+    EXPECT_EQ(callsOf(outer), 1);
+    {
+        PollRunLoop inner;
+        RunLoop::enter(inner);
+        EXPECT_EQ(callsOf(inner), 1);
+        EXPECT_EQ(callsOf(outer), 0);
+    }
+    EXPECT_EQ(callsOf(outer), 1);
+    watch.start(ready.ends[0], [this] { watch.stop(), ++calls; });
+    EXPECT_EQ(callsOf(outer), 1);
+    EXPECT_EQ(callsOf(outer), 0);
+}
+
+TEST_F(ADescriptorWatch, OutlivesItsLoop)
+{
+    auto loop = std::make_unique<PollRunLoop>();
+    RunLoop::enter(*loop);
+    watch.start(ready.ends[0], [this] { ++calls; });
+    loop.reset();
+    watch.stop();
+    PollRunLoop next;
+    RunLoop::enter(next);
+    watch.start(ready.ends[0], [this] { ++calls; });
+    EXPECT_EQ(callsOf(next), 1);
+}

@@ -1,1 +1,0 @@
-#include "Orbel/OrbelOS.h"

@@ -1,0 +1,1 @@
+// The tests of the layers put an include in front of this.

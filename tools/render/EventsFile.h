@@ -1,0 +1,41 @@
+// The events of a render: what happens at which frame, one event a line.
+//
+//   at SAMPLE set ID VALUE        at SAMPLE play 0|1         at SAMPLE timebase NAME
+//   at SAMPLE tempo BPM           at SAMPLE ppq POSITION     # a comment, also behind an event
+//
+// The lines are sorted by SAMPLE; those of one SAMPLE happen in their order.
+#pragma once
+
+#include "tools/render/RenderEngine.h"
+
+#include <istream>
+#include <string>
+#include <vector>
+
+namespace lodex
+{
+struct Event
+{
+    enum class Kind
+    {
+        set,
+        tempo,
+        play,
+        ppq,
+        timeBase
+    };
+
+    int64_t sample = 0; // frame of the file
+    Kind kind = Kind::set;
+    int parameter = 0;  // of a set: index of RenderEngine::parameters()
+    double value = 0.0; // in the parameter's unit, beats a minute, 0 or 1, quarter notes, beats
+};
+
+// The events of a stream. A ToolError names the line by name, the text before the line number, and says
+// what was expected there.
+std::vector<Event> parseEvents(std::istream& text, const std::string& name,
+                               const std::vector<ParameterInfo>& parameters);
+
+// The events of a file of at most 64 MiB.
+std::vector<Event> readEventsFile(const std::string& path, const std::vector<ParameterInfo>& parameters);
+}

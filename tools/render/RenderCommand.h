@@ -1,0 +1,13 @@
+// "lodex render": ducks an audio file.
+#pragma once
+
+#include "tools/render/RenderOptions.h"
+
+namespace lodex
+{
+// Adds the command; it runs when the command line that app parses asks for it.
+void addRenderCommand(CLI::App& app);
+
+// Writes the files that options ask for, all or, on a ToolError, none of them.
+void render(const RenderOptions& options);
+}

@@ -24,6 +24,11 @@ public:
     // [any thread]
     operator T() const { return load(); }
     T load() const { return word.load(std::memory_order_relaxed); }
+    // Writes next only if the word still holds expected, bit for bit; says whether it did.
+    bool replace(T expected, T next)
+    {
+        return word.compare_exchange_strong(expected, next, std::memory_order_relaxed);
+    }
 
 private:
     static_assert(std::atomic<T>::is_always_lock_free);

@@ -125,6 +125,14 @@ void ParameterProperty::setValue_Normalized(ParameterChangeListener* writer, flo
         store(writer, mapped);
 }
 
+bool ParameterProperty::replaceValue(float expected, float newValue, ParameterChangeListener* writer)
+{
+    if (std::isnan(newValue) || !value.replace(expected, clamped(newValue)))
+        return false;
+    notifyListeners(writer);
+    return true;
+}
+
 void ParameterProperty::setDefaultValue(float newDefault)
 {
     if (!std::isnan(newDefault))

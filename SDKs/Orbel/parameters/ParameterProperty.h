@@ -101,8 +101,8 @@ public:
     // was there before. Nobody is called after ForgetListener has returned, and it may wait for that.
     virtual void AddListener(ParameterChangeListener* listener, bool notifyNow);
     virtual void ForgetListener(ParameterChangeListener* listener);
-    // [any thread]  Tells all listeners, the last added first.
-    void notifyListeners() { listeners.notify(this); }
+    // [any thread]  Tells all listeners but the excepted one, the last added first.
+    void notifyListeners(ParameterChangeListener* except = nullptr) { listeners.notify(this, except); }
 
     // Writes [any thread, but texts on the window thread]. The forms with a listener do not tell that
     // one: a control passes itself, so as not to be fed its own change. A position is clamped to 0 to 1
@@ -115,6 +115,10 @@ public:
     // characters, to the data pointer's buffer of kParameterTextSize bytes, and writes 0.
     virtual void setValue(const char* text);
     virtual void setValueToDefault() { setValue(getDefaultValue()); }
+    // Writes newValue, clamped to the range, only if the value still is what the writer has read before,
+    // so that a write from another thread meanwhile is not overwritten. False: nothing was written and
+    // nobody is told.
+    bool replaceValue(float expected, float newValue, ParameterChangeListener* writer);
 
     // The default is clamped to the range; nobody is told.
     virtual void setDefaultValue(float newDefault);

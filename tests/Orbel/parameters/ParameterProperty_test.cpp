@@ -118,6 +118,22 @@ TEST(ParameterProperty, EveryWriteIsToldAndTheWriterIsNot)
     EXPECT_EQ(first.take(), Values({0.25f}));
 }
 
+TEST(ParameterProperty, ReplacesOnlyTheValueThatTheWriterHasRead)
+{
+    const auto setup = row(0, 10, 4);
+    ParameterProperty p;
+    p.setup(&setup);
+    Hearer writer, other;
+    p.AddListener(&writer, false);
+    p.AddListener(&other, false);
+    EXPECT_FALSE(p.replaceValue(3, 5, nullptr)) << "somebody else wrote 4 meanwhile";
+    EXPECT_TRUE(p.replaceValue(4, 11, &writer)) << "clamped to 10";
+    EXPECT_FALSE(p.replaceValue(10, notANumber, nullptr));
+    p.notifyListeners(&other);
+    EXPECT_EQ(writer.take(), Values({10}));
+    EXPECT_EQ(other.take(), Values({10}));
+}
+
 TEST(ParameterProperty, NothingTakesANaN)
 {
     const std::vector<std::function<void(ParameterProperty&)>> writes = {

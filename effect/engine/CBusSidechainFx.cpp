@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstring>
 
 constexpr long samplesBetweenPasses = 22;
 constexpr float envelopeClosing = 4.0f;      // milliseconds
@@ -13,50 +12,6 @@ constexpr float tempoBeforeTheFirst = 10.0f; // beats a minute
 // Where each smoothed parameter goes in the envelope; strength and gain stay here.
 constexpr int envelopeParameter[] = {CAHRModule2::attackTime, CAHRModule2::attackCurve, CAHRModule2::holdTime,
                                      CAHRModule2::releaseTime, CAHRModule2::releaseCurve};
-
-void CFaderModule::setFadeSamples(int n)
-{
-    fadeStep = 1.0f / float(n);
-    fadeSamples = n;
-    value = 1.0f;
-}
-
-using Four = float __attribute__((vector_size(16)));
-
-// Half a raised cosine of x from 1 to 0; the cosine is an even polynomial for 0 to pi.
-static Four fadeWeights(Four x)
-{
-    using FourDoubles = double __attribute__((vector_size(32)));
-    const Four zero = {}, one = zero + 1.0f;
-    const Four y = __builtin_convertvector(__builtin_convertvector(x, FourDoubles) * 3.141592653589793, Four);
-    const Four q = y * y;
-    const Four cosine =
-        ((((-2.605e-7f * q + 2.47609e-5f) * q - 0.0013888397f) * q + 0.04166664f) * q - 0.5f) * q + 1.0f;
-    const Four weight = 0.5f - 0.5f * cosine;
-    const Four capped = weight > one ? one : weight;
-    return capped > zero ? capped : zero;
-}
-
-// Worked out four at a time, whatever the count of steps. The values follow one from the other.
-void CFaderModule::nextWeights(float (&weights)[mostSteps], int steps)
-{
-    static_assert(mostSteps % 4 == 0);
-    const int falling = int(std::clamp(fadeSamples + 1, 0L, long(steps))); // then the value stays 0
-    float x = value;
-    for (int i = 0; i < mostSteps; i += 4)
-    {
-        const float first = x - fadeStep, second = first - fadeStep, third = second - fadeStep;
-        const Four values = {first, second, third, x = third - fadeStep};
-        const Four result = fadeWeights(values);
-        std::memcpy(weights + i, &result, sizeof result);
-        if (falling - 1 >= i && falling - 1 < i + 4)
-            value = values[falling - 1 - i];
-    }
-    std::fill(weights + falling, weights + mostSteps, 0.0f);
-    if (falling < steps)
-        value = 0.0f;
-    fadeSamples -= steps;
-}
 
 // One step of the slow average, in double precision, rounded to single; both are 0 or above.
 static double meterStep(double meter, float gain)
@@ -227,7 +182,7 @@ void CBusSidechainFx::process(Orbel::AudioStereoBus& bus, float* gainRecord, lon
         runCountdowns();
         const long run = samplesToNextEvent(frames - done);
         float *pieceLeft = bus.left + done, *pieceRight = bus.right + done;
-        if (holdsTiny(pieceLeft, run) || holdsTiny(pieceRight, run))
+        if (needsExactGain(pieceLeft, pieceRight, run))
             processPiece<true>(pieceLeft, pieceRight, gainRecord + done, run);
         else
             processPiece<false>(pieceLeft, pieceRight, gainRecord + done, run);
@@ -266,8 +221,8 @@ void CBusSidechainFx::processPiece(float* left, float* right, float* gainRecord,
 template <bool exact, bool fading>
 void CBusSidechainFx::processRun(float* left, float* right, float* gainRecord, long samples)
 {
-    static_assert(CFaderModule::mostSteps > samplesBetweenPasses);
-    float weights[CFaderModule::mostSteps];
+    static_assert(CFaderModule::maximumSteps > samplesBetweenPasses);
+    float weights[CFaderModule::maximumSteps];
     if constexpr (fading)
         fader.nextWeights(weights, int(samples));
     const float open = 1.0f - depth, deep = depth, outGain = gain;

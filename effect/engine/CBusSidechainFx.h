@@ -15,25 +15,9 @@
 #include "CORE/Relaxed.h"
 #include "Orbel/contract/AudioStereoBus.h"
 #include "effect/engine/CAHRModule2.h"
+#include "effect/engine/CFaderModule.h"
 
 #include <atomic>
-
-// A value that falls from 1 to 0 in equal steps.
-struct CFaderModule
-{
-    float fadeStep = 1.0f / 150.0f; // a sample
-    long fadeSamples = 150;         // samples left; below 0 the value stays 0
-    float value = 1.0f;
-    bool active = false;
-
-    // From 1 again, over n samples. Leaves active as it is. With n of 0 the first step is infinite.
-    void setFadeSamples(int n);
-
-    static constexpr int mostSteps = 24;
-    // So many steps, at most mostSteps, each answered as the weight of what is faded out: half a period of
-    // a raised cosine. The rest of the weights is of no meaning.
-    void nextWeights(float (&weights)[mostSteps], int steps);
-};
 
 class CBusSidechainFx
 {

@@ -13,7 +13,8 @@
 
 constexpr uint32_t signBit = 0x80000000u;
 constexpr int32_t tinyBits = 0x17800000; // 2^-80: below it a product with a gain may be denormal
-constexpr int mantissaBits = 23;         // of a float, without the leading one
+constexpr int32_t infinityBits = 0x7f800000;
+constexpr int mantissaBits = 23; // of a float, without the leading one
 
 // One lane for each channel.
 using Numbers = uint64_t __attribute__((vector_size(16)));
@@ -28,22 +29,42 @@ inline Numbers atLeast(Numbers numbers, short least)
     return Numbers(words > bound ? words : bound);
 }
 
-// True if any sample is below tinyBits: zeros, too.
-inline bool holdsTiny(const float* samples, long count)
+// What is among the samples of a piece: any below tinyBits (zeros, too), and any infinity or NaN.
+struct SampleSizes
+{
+    bool tiny, notFinite;
+};
+
+inline SampleSizes sizesOf(const float* samples, long count)
 {
     using Lanes = int32_t __attribute__((vector_size(16)));
-    Lanes found = {};
+    Lanes tiny = {}, notFinite = {};
     long i = 0;
     for (; i + 4 <= count; i += 4)
     {
         Lanes bits;
         std::memcpy(&bits, samples + i, sizeof bits);
-        found |= (bits & ~int32_t(signBit)) < tinyBits;
+        bits &= ~int32_t(signBit);
+        tiny |= bits < tinyBits;
+        notFinite |= bits >= infinityBits;
     }
-    bool rest = false;
+    SampleSizes sizes = {(tiny[0] | tiny[1] | tiny[2] | tiny[3]) != 0,
+                         (notFinite[0] | notFinite[1] | notFinite[2] | notFinite[3]) != 0};
     for (; i < count; ++i)
-        rest |= (std::bit_cast<int32_t>(samples[i]) & ~int32_t(signBit)) < tinyBits;
-    return rest || (found[0] | found[1] | found[2] | found[3]) != 0;
+    {
+        const int32_t bits = std::bit_cast<int32_t>(samples[i]) & ~int32_t(signBit);
+        sizes.tiny |= bits < tinyBits;
+        sizes.notFinite |= bits >= infinityBits;
+    }
+    return sizes;
+}
+
+// Whether a piece has to be multiplied exactly. The plain multiplication gives the same bits; it takes
+// infinities and NaNs, which the exact one cannot.
+inline bool needsExactGain(const float* left, const float* right, long count)
+{
+    const SampleSizes ofLeft = sizesOf(left, count), ofRight = sizesOf(right, count);
+    return (ofLeft.tiny || ofRight.tiny) && !ofLeft.notFinite && !ofRight.notFinite;
 }
 
 // Both samples times gain, for finite samples and a normal gain of at most about 1, or 0. The exact

@@ -23,14 +23,15 @@ void StereoDelayLine::reserve(long longestDelay, long largestBlock)
         scratch.alloc(size_t(piece), 1);
 }
 
-void StereoDelayLine::setLength(int samples)
+void StereoDelayLine::announceLength(int samples)
 {
-    if (samples + margin > extent)
-    {
-        extent = samples + margin;
-        silencePending = true;
-    }
-    length = samples;
+    int known = extent;
+    while (samples + margin > known)
+        if (extent.compare_exchange_weak(known, samples + margin))
+        {
+            silencePending = true;
+            return;
+        }
 }
 
 void StereoDelayLine::clear()

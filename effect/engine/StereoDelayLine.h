@@ -10,14 +10,19 @@
 #include "Orbel/contract/AudioStereoBus.h"
 #include "Orbel/contract/CNChannelBuffer.h"
 
+#include <atomic>
+
 class StereoDelayLine
 {
 public:
     // [audio stopped] The longest length to come and the largest block, in samples. What lies in the line
     // stays.
     void reserve(long longestDelay, long largestBlock);
-    // [any thread] In samples, 0 to the longest; also while audio runs.
-    void setLength(int samples);
+    // [any thread] A length that is about to be set. Beyond all that were announced before, the line begins
+    // with silence.
+    void announceLength(int samples);
+    // [audio thread] In samples, 0 to the longest.
+    void setLength(int samples) { length = samples; }
     int getLength() const { return length; }
     // [audio stopped] Silence.
     void clear();
@@ -31,7 +36,7 @@ private:
 
     Orbel::AudioStereoBus line;
     Orbel::CNChannelBuffer scratch; // one channel, of the longest piece
-    Core::Relaxed<int> length = 0;
-    Core::Relaxed<int> extent = 0;              // the longest that the line was asked for, and a margin
+    int length = 0;
+    std::atomic<int> extent = 0;                // the longest that was announced, and a margin
     Core::Relaxed<bool> silencePending = false; // a longer line starts with silence
 };

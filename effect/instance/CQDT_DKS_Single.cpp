@@ -1,7 +1,7 @@
 #include "effect/instance/CQDT_DKS_Single.h"
 
 #include "CORE/Truncate.h"
-#include "DSP/VectorPrimitives.h"
+#include "effect/engine/BeatTrigger.h"
 #include "effect/parameters/DKS_Mini.h"
 #include "effect/parameters/TimeAdjust.h"
 #include "presets/Single_CPresetInterface.h"
@@ -17,11 +17,23 @@ using Orbel::ParameterProperty;
 namespace id = DKS_Mini; // the numeric ids of the parameters
 
 constexpr float sampleRateOfClickFilter = 44100.0f;
-constexpr float shortestClickFilter = 5.0f;  // samples at that rate
-constexpr float clickFilterRange = 500.0f;   // samples above the shortest, at that rate
+constexpr float shortestClickFilter = 5.0f; // samples at that rate
+constexpr float clickFilterRange = 500.0f;  // samples above the shortest, at that rate
+constexpr float firstClickFilter = 200.0f; // samples at that rate, for which the line has room from the start
 constexpr float tempoBeforeTheFirst = 10.0f; // beats a minute: the first block finds another tempo
 constexpr size_t programNameLength = 28;
 constexpr int oldCubaseVersion = 7000; // below it that host can't deal with a second input bus
+
+// What the ducker takes from which parameter.
+struct DuckerParameter
+{
+    CBusSidechainFx::Parameter target;
+    int source;
+};
+constexpr DuckerParameter duckerParameters[] = {
+    {CBusSidechainFx::attackTime, id::kAttackTime},     {CBusSidechainFx::attackCurve, id::kAttackCurve},
+    {CBusSidechainFx::holdTime, id::kHoldTime},         {CBusSidechainFx::releaseTime, id::kReleaseTime},
+    {CBusSidechainFx::releaseCurve, id::kReleaseCurve}, {CBusSidechainFx::strength, id::kStrength}};
 
 // Construction.
 
@@ -34,8 +46,9 @@ CQDT_DKS_Single::CQDT_DKS_Single(Orbel::OrbelCallback* hostCallback) : OrbelOS(h
         setNumInputBuses(1);
 
     presetStore.setPresetID("QDT_DKS_PRESET");
-    CQDT_DKS_Single::setSampleRate(sampleRateOfClickFilter);
     createProperties();
+    delayLine.announceLength(int(firstClickFilter));
+    CQDT_DKS_Single::setSampleRate(sampleRateOfClickFilter);
     setPresetName("Init");
     updateTempo(tempoBeforeTheFirst);
     createEditor();
@@ -49,12 +62,23 @@ CQDT_DKS_Single::CQDT_DKS_Single(Orbel::OrbelCallback* hostCallback) : OrbelOS(h
     timeContext.tempo = tempoBeforeTheFirst;
 }
 
-CQDT_DKS_Single::~CQDT_DKS_Single() = default;
+// An editor that is still open reads the parameters, so it goes before them.
+CQDT_DKS_Single::~CQDT_DKS_Single()
+{
+    CQDT_DKS_Single::close_editor();
+    editorRef = nullptr;
+    editor.reset();
+}
 
 void CQDT_DKS_Single::createProperties()
 {
     for (const Orbel::ParameterPropertySetup& row : DKS_Mini::ps_plain)
-        propertyManager.CreateProperty(&row)->AddListener(this, true);
+        propertyManager.CreateProperty(&row);
+    timeLinker.bind(*propertyManager.getProperty(id::kAttackTime),
+                    *propertyManager.getProperty(id::kHoldTime),
+                    *propertyManager.getProperty(id::kReleaseTime), *this);
+    for (int index = 0; index < propertyManager.getPropertyCount(); ++index)
+        propertyManager.getProperty(index)->AddListener(this, true);
     for (int time : {id::kAttackTime, id::kReleaseTime, id::kHoldTime})
         propertyManager.getPropertyByID(time)->setContextRenderer(Orbel::renderBPMRelativeTime, &timeContext);
 }
@@ -134,64 +158,83 @@ void CQDT_DKS_Single::close_editor()
         editorRef->close_sampler_editor();
 }
 
-// What a parameter does.
+// What a parameter does. The ducker's values, the length of the pre-fade and the trigger's shift are taken
+// from the parameters by the audio thread ahead of each block; here is only what cannot wait for it.
+
+static bool isOn(float value)
+{
+    return value >= 0.5f;
+}
 
 void CQDT_DKS_Single::parameterChanged(ParameterProperty* property)
 {
-    const float value = property->getCurrentValue();
     switch (property->getParameterID())
     {
     case id::kAttackTime:
-        return storeDuckerValue(CBusSidechainFx::attackTime, *property);
-    case id::kReleaseTime:
-        return storeDuckerValue(CBusSidechainFx::releaseTime, *property);
+        return timeLinker.written(LinkedTime::attack);
     case id::kHoldTime:
-        return storeDuckerValue(CBusSidechainFx::holdTime, *property);
-    case id::kAttackCurve:
-        return storeDuckerValue(CBusSidechainFx::attackCurve, *property);
-    case id::kReleaseCurve:
-        return storeDuckerValue(CBusSidechainFx::releaseCurve, *property);
-    case id::kStrength:
-        return storeDuckerValue(CBusSidechainFx::strength, *property);
+        return timeLinker.written(LinkedTime::hold);
     case id::kBypass:
-        return setBypass(property->getCurrentValue_asBOOL());
+        return settle(*property, [this](float value) { setBypass(isOn(value)); });
     case id::kLinkTimes:
-        linkTimes = property->getCurrentValue_asBOOL();
-        return;
+        return settle(*property, [this](float value) { timeLinker.setLinked(isOn(value)); });
     case id::kClickFilter:
-        clickFilterSamples = Core::truncate<long>(clickFilterRange * value + shortestClickFilter);
-        return updateClickFilter();
+        return delayLine.announceLength(preFadeSamples());
     case id::kBPMScale:
-        timeContext.bpmScale = property->getCurrentValue_asBOOL();
-        return;
+        return settle(*property, [this](float value) { timeContext.bpmScale = isOn(value); });
     case id::kTriggerShift:
-        triggerShift = value;
-        triggerShiftSamples =
-            Core::truncate<long>(0.5f * value * (60.0f / timeContext.tempo) * getSampleRate());
+        shiftWrites.fetch_add(1);
         return;
     case id::kTimeOffset:
-        return ducker.setTimeOffset(value);
+        return settle(*property, [this](float value) { ducker.setTimeOffset(value); });
     default: // trigger sense, envelope hold and the tempo's mirror are not heard
         return;
     }
 }
 
-void CQDT_DKS_Single::storeDuckerValue(int duckerParameter, const ParameterProperty& property)
+// Stores what follows from a parameter until it fits the value that stands. Of two threads that write the
+// same parameter, the earlier one may get here last: the counter puts the two in an order, so that it sees
+// the newer value and stores once more.
+template <typename Store>
+void CQDT_DKS_Single::settle(const ParameterProperty& property, Store store)
 {
-    const int parameterId = int(property.getParameterID());
-    ducker.setParameter(duckerParameter, property.getCurrentValue());
-    if (!loading)
-        updateEnvelopeTimes(parameterId);
-    lastParameterValues[parameterId] = property.getCurrentValue();
+    float stored;
+    do
+    {
+        stored = property.getCurrentValue();
+        settled.fetch_add(1);
+        store(stored);
+        settled.fetch_add(1);
+    } while (property.getCurrentValue() != stored);
+}
+
+float CQDT_DKS_Single::valueOf(int parameterId) const
+{
+    return propertyManager.getProperty(parameterId)->getCurrentValue(); // its index, too
+}
+
+// [audio thread] or, while it is stopped, any one.
+void CQDT_DKS_Single::applyParameters()
+{
+    for (const DuckerParameter& each : duckerParameters)
+        ducker.setParameter(each.target, valueOf(each.source));
+    const int preFade = preFadeSamples();
+    ducker.setPreFadeLength(preFade);
+    delayLine.setLength(preFade);
+    if (const unsigned writes = shiftWrites; writes != appliedShiftWrites)
+    {
+        appliedShiftWrites = writes;
+        triggerShiftSamples =
+            shiftSamplesOfParameter(valueOf(id::kTriggerShift), timeContext.tempo, getSampleRate());
+    }
 }
 
 // The length of the pre-fade and of the delay, which are one.
-void CQDT_DKS_Single::updateClickFilter()
+int CQDT_DKS_Single::preFadeSamples()
 {
-    const float samples = getSampleRate() / sampleRateOfClickFilter * float(clickFilterSamples);
-    const int length = Core::truncate<int>(samples);
-    ducker.setPreFadeLength(length);
-    delayLine.setLength(length);
+    const long atItsRate =
+        Core::truncate<long>(clickFilterRange * valueOf(id::kClickFilter) + shortestClickFilter);
+    return Core::truncate<int>(getSampleRate() / sampleRateOfClickFilter * float(atItsRate));
 }
 
 void CQDT_DKS_Single::setTimeAdjust(float beats)
@@ -207,7 +250,6 @@ void CQDT_DKS_Single::setTimeAdjust(float beats)
 void CQDT_DKS_Single::storeTimeAdjust(float beats)
 {
     timeContext.timeAdjust = beats;
-    timeAdjust = beats;
     ducker.setTimeAdjust(beats);
 }
 
@@ -215,64 +257,17 @@ void CQDT_DKS_Single::storeTimeAdjust(float beats)
 void CQDT_DKS_Single::notifyTimes()
 {
     for (int time : {id::kAttackTime, id::kHoldTime, id::kReleaseTime})
-        propertyManager.getPropertyByID(time)->notifyListeners();
-}
-
-// Linked times: the shape keeps its place in the beat, because the other two times give way to a change
-// of attack or hold. A change of the release alone moves nothing.
-
-static float clampedTo(const ParameterProperty& property, float value)
-{
-    const float capped = std::min(value, property.getMax());
-    return capped < property.getMin() ? property.getMin() : capped;
+        propertyManager.getPropertyByID(time)->notifyListeners(this);
 }
 
 void CQDT_DKS_Single::updateEnvelopeTimes(int changedId)
 {
-    ParameterProperty* attackTime = propertyManager.getPropertyByID(id::kAttackTime);
-    ParameterProperty* releaseTime = propertyManager.getPropertyByID(id::kReleaseTime);
-    ParameterProperty* holdTime = propertyManager.getPropertyByID(id::kHoldTime);
-    if (!attackTime || !releaseTime || !holdTime)
-        return;
-
-    loading = true;
-    if (linkTimes)
-    {
-        const float attack = attackTime->getCurrentValue();
-        float hold = holdTime->getCurrentValue();
-        float release = releaseTime->getCurrentValue();
-        if (changedId == id::kAttackTime)
-            linkToAttack(attack, hold, release);
-        else if (changedId == id::kHoldTime)
-            shortenRelease(release, hold - lastParameterValues[id::kHoldTime]);
-        attackTime->setValue(attack);
-        releaseTime->setValue(release);
-        holdTime->setValue(hold);
-    }
-    loading = false;
-}
-
-// The hold takes over what the attack gained, up to its bounds. Where it meets one, the release gives
-// what the hold could give: not the part that the hold couldn't.
-void CQDT_DKS_Single::linkToAttack(float attack, float& hold, float& release)
-{
-    const ParameterProperty& holdTime = *propertyManager.getPropertyByID(id::kHoldTime);
-    const float shortest = holdTime.getMin(), longest = holdTime.getMax();
-    const float gained = attack - lastParameterValues[id::kAttackTime];
-    const float wanted = hold - gained;
-    float given = 0.0f;
-    if (wanted < shortest)
-        given = gained - shortest + wanted;
-    else if (wanted > longest)
-        given = gained - longest + wanted;
-    hold = wanted < shortest ? shortest : std::min(longest, wanted);
-    shortenRelease(release, given);
-}
-
-void CQDT_DKS_Single::shortenRelease(float& release, float by)
-{
-    const ParameterProperty& releaseTime = *propertyManager.getPropertyByID(id::kReleaseTime);
-    release = clampedTo(releaseTime, by == 0.0f ? release : release - by);
+    if (changedId == id::kAttackTime)
+        timeLinker.written(LinkedTime::attack);
+    else if (changedId == id::kHoldTime)
+        timeLinker.written(LinkedTime::hold);
+    else
+        timeLinker.endReading();
 }
 
 // Rates, sizes, states.
@@ -287,7 +282,8 @@ void CQDT_DKS_Single::setSampleRate(float rate)
     ducker.setSampleRate(rate);
     const float longest = rate / sampleRateOfClickFilter * (clickFilterRange + shortestClickFilter);
     delayLine.reserve(Core::truncate<int>(longest), getBlockSize());
-    updateClickFilter();
+    delayLine.announceLength(preFadeSamples());
+    triggerShiftSamples = shiftSamplesOfTempo(valueOf(id::kTriggerShift), timeContext.tempo, rate);
 }
 
 void CQDT_DKS_Single::setBlockSize(long samples)
@@ -307,6 +303,7 @@ void CQDT_DKS_Single::reserveBlock(long frames)
 
 void CQDT_DKS_Single::reset()
 {
+    applyParameters();
     ducker.reset();
     for (Orbel::AudioStereoBus* bus : {&busPreDuck, &busOutput, &busGainRecord})
         bus->clear(0);
@@ -326,6 +323,7 @@ void CQDT_DKS_Single::processAudio(AudioBusInformation& info)
         resetPending = false;
         reset();
     }
+    applyParameters();
 
     const bool bypassed = getBypass();
     if (bypassed)
@@ -398,37 +396,19 @@ void CQDT_DKS_Single::updateTempo(float tempo)
 {
     timeContext.tempo = tempo;
     propertyManager.getProperty(id::kTempo)->setValue(tempo);
-    triggerShiftSamples = Core::truncate<long>(60.0f / tempo * 0.5f * getSampleRate() * triggerShift);
+    triggerShiftSamples = shiftSamplesOfTempo(valueOf(id::kTriggerShift), tempo, getSampleRate());
     notifyTimes();
     ducker.setTempo(tempo);
-}
-
-// Samples from the block's start to the next trigger, by the host's position alone; negative for none.
-//
-// Every block of the second half of an interval arms the trigger anew, which corrects any drift; in the
-// first half nothing is armed, so that a trigger that has just fired stays fired.
-long CQDT_DKS_Single::samplesToTrigger(const CHostTimeInfo& time)
-{
-    const double beat = 60.0 / double(timeContext.tempo);
-    const double interval = double(getSampleRate()) * beat * double(timeAdjust);
-    const double position = beat * time.ppqPosition * double(getSampleRate());
-    long distance = 1;
-    if (position > 0.0)
-    {
-        distance = Core::truncate<long>(std::fmod(position + double(triggerShiftSamples), interval));
-        if (distance > 0)
-            distance = Core::truncate<long>(interval - double(distance));
-    }
-    const long half = Core::truncate<int32_t>(interval) >> 1;
-    return distance < half ? distance : -1;
 }
 
 void CQDT_DKS_Single::armTrigger(const CHostTimeInfo& time)
 {
     if (!time.playing || !std::isfinite(time.ppqPosition))
         return ducker.forceNoTrigger();
-    const long distance = samplesToTrigger(time);
-    if (distance < 0)
+    const BeatTrigger trigger = {getSampleRate(), timeContext.tempo, timeContext.timeAdjust,
+                                 triggerShiftSamples};
+    const long distance = trigger.samplesToNext(time.ppqPosition);
+    if (distance == BeatTrigger::none)
         return;
     ducker.setTriggers(distance);
     ducker.setTriggerVelocity(1.0f);

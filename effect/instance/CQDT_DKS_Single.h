@@ -27,6 +27,7 @@
 #include "effect/engine/CBusSidechainFx.h"
 #include "effect/engine/StereoDelayLine.h"
 #include "effect/instance/IEffectEditor.h"
+#include "effect/instance/TimeLinker.h"
 #include "presets/IPresetEffect.h"
 
 #include <memory>
@@ -74,7 +75,7 @@ public:
 
     // [any thread] The interval between triggers in beats: one of gTimeAdjustMultiplier.
     void setTimeAdjust(float beats);
-    float getTimeAdjust() const { return timeAdjust; }
+    float getTimeAdjust() const { return timeContext.timeAdjust; }
 
     // [window thread] State: one chunk for a host's project and for a preset's file, which differ by the type
     // set before. getDataChunk's bytes stay good until the next call of it or of setDataChunk; its result is
@@ -101,8 +102,8 @@ public:
     // Writes the factory presets into the library's folder.
     void restoreBank();
 
-    // [any thread] Moves the three envelope times so that their sum stays, after parameter id changed; with
-    // an id of -1 it only writes them again. Ends a time of loading.
+    // [any thread] Lets the linked times give way, after parameter id changed. An id of -1 ends the reading
+    // of a state, which a bank's chunk leaves open: until then no time moves another.
     void updateEnvelopeTimes(int id);
 
     // [audio thread] For each sample of the last block 1 - 2 x gain, as CBusSidechainFx writes it; -1 while
@@ -115,17 +116,15 @@ public:
     void close_editor() override;
 
 private:
-    static constexpr int numLinkedValues = 7; // parameter ids 0 to 6
-
     void createProperties();
     void createEditor();
     void notifyTimes();
-
-    void updateClickFilter();
+    float valueOf(int parameterId) const;
+    template <typename Store>
+    void settle(const Orbel::ParameterProperty& property, Store store);
+    void applyParameters();
+    int preFadeSamples();
     void updateTempo(float tempo);
-    void storeDuckerValue(int duckerParameter, const Orbel::ParameterProperty& property);
-    void linkToAttack(float attack, float& hold, float& release);
-    void shortenRelease(float& release, float by);
 
     void readChunk(const char* data, long size, int depth);
     void readOlderForm(const char* data, long size, int depth);
@@ -137,7 +136,6 @@ private:
 
     void reserveBlock(long frames);
     void takeTempo(float hostTempo);
-    long samplesToTrigger(const Orbel::CHostTimeInfo& time);
     void armTrigger(const Orbel::CHostTimeInfo& time);
     void duck(Orbel::AudioBusInformation& info);
     void passThrough(Orbel::AudioBusInformation& info);
@@ -152,15 +150,13 @@ private:
     Orbel::AudioStereoBus busOutput;  // the result, ducked in place
     Orbel::AudioStereoBus busGainRecord;
 
-    Core::Relaxed<bool> linkTimes = true;
-    Core::Relaxed<bool> resetPending = false;                       // by the window, for the audio thread
-    Core::Relaxed<bool> loading = false;                            // parameter changes don't move each other
-    Core::Relaxed<float> lastParameterValues[numLinkedValues] = {}; // after each change's compensation
-    Core::Relaxed<long> clickFilterSamples = 200;                   // pre-fade length at 44100 Hz
-    Core::Relaxed<float> triggerShift = 0.0f;                       // half beats, earlier if positive
-    Core::Relaxed<long> triggerShiftSamples = 0;
-    Core::Relaxed<float> timeAdjust = 1.0f; // interval between triggers in beats
-    Orbel::BPMTimeContext timeContext;      // what the texts of the times depend on, and the tempo in force
+    TimeLinker timeLinker;
+    Core::Relaxed<bool> resetPending = false; // set by the window for the audio thread
+    std::atomic<unsigned> settled = 0;        // counts what settle stored
+    std::atomic<unsigned> shiftWrites = 0;    // how often the trigger shift was written
+    unsigned appliedShiftWrites = 0;          // [audio thread] of these
+    long triggerShiftSamples = 0;             // [audio thread] earlier if positive
+    Orbel::BPMTimeContext timeContext; // the tempo in force, the time base, and what texts of times depend on
 
     Core::CStringBufferd<Orbel::kParameterTextSize> presetName;
     Orbel::CPresetStore presetStore; // its id is that of a preset from the start

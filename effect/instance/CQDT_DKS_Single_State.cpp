@@ -81,7 +81,7 @@ long CQDT_DKS_Single::getDataChunk(char** out)
     if (presetType == hostState)
         if (const unsigned long size = getSystemChunk(&chunk))
             presetStore.addChunk(systemChunk, chunk, long(size));
-    presetStore.addString(timeBaseChunk, Core::formatFixed(timeAdjust, 8));
+    presetStore.addString(timeBaseChunk, Core::formatFixed(getTimeAdjust(), 8));
     return presetStore.getPreset(out);
 }
 
@@ -103,7 +103,7 @@ void CQDT_DKS_Single::setDataChunk(char* data, long size)
 // stays there.
 void CQDT_DKS_Single::readChunk(const char* data, long size, int depth)
 {
-    loading = true;
+    timeLinker.beginReading();
     propertyManager.setAllParamsToDefault();
     if (OLDPRESET::isOldPresetOrBank(data, size))
         return readOlderForm(data, size, depth);
@@ -115,7 +115,7 @@ void CQDT_DKS_Single::readChunk(const char* data, long size, int depth)
     if (setCopy(presetStore, data, size) == 0)
         readPreset();
     else
-        loading = false;
+        timeLinker.endReading();
 }
 
 void CQDT_DKS_Single::readOlderForm(const char* data, long size, int depth)
@@ -127,10 +127,10 @@ void CQDT_DKS_Single::readOlderForm(const char* data, long size, int depth)
     if (chunk && chunkSize >= smallestChunk && depth > 0)
         readChunk(chunk, chunkSize, depth - 1);
     else
-        loading = false;
+        timeLinker.endReading();
 }
 
-// The store's bytes are unpacked; loading is set and ends here.
+// The store's bytes are unpacked; the reading of the state ends here.
 void CQDT_DKS_Single::readPreset()
 {
     readParameters(presetStore, listOf(ignoredInPresets));
@@ -141,10 +141,9 @@ void CQDT_DKS_Single::readPreset()
     notifyTimes();
     if (getCallback())
         getCallback()->CB_parameterInfoChanged("");
-    loading = false;
-    updateEnvelopeTimes(-1);
+    timeLinker.endReading();
     if (editorRef)
-        editorRef->setTimeAdjust(timeAdjust);
+        editorRef->setTimeAdjust(getTimeAdjust());
 }
 
 void CQDT_DKS_Single::readParameters(const Orbel::CPresetStore& store, const std::vector<long>& ignored)
@@ -162,7 +161,7 @@ void CQDT_DKS_Single::readSystemSettings(const Orbel::CPresetStore& store)
 }
 
 // The current preset of a bank, with the system settings that it was saved with. The time base isn't read
-// and nobody is told of the times; loading stays set until the next updateEnvelopeTimes.
+// and nobody is told of the times; the reading stays open until the next state or updateEnvelopeTimes(-1).
 void CQDT_DKS_Single::loadPresetFromBankChunk(const char* data, long size)
 {
     Orbel::CPresetStore bank;
@@ -188,7 +187,7 @@ void CQDT_DKS_Single::loadPresetFromBankChunk(const char* data, long size)
 // The sound that the user calls up as "Init". Audio may run: it falls silent at its next block.
 void CQDT_DKS_Single::initPreset()
 {
-    loading = true;
+    timeLinker.beginReading();
     for (int index = 0; index < numDefaultedProperties; ++index)
         propertyManager.getProperty(index)->setValueToDefault();
     const std::optional<std::string> image = readResource("initPreset");
@@ -196,7 +195,7 @@ void CQDT_DKS_Single::initPreset()
         readChunk(image->data() + initPresetHeader, long(image->size()) - initPresetHeader, 0);
     setPresetName("Init");
     resetPending = true;
-    loading = false;
+    timeLinker.endReading();
 }
 
 // The library on disk. Nothing of it is touched before somebody asks, so that an instance is made quickly.

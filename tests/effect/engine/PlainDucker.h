@@ -1,142 +1,12 @@
 // The ducker once more, one sample at a time and without any shortcut: what the real one must equal to
-// the last bit. Denormal numbers go through the processor's own arithmetic here.
+// the last bit. Subnormal numbers go through the processor's own arithmetic here. The envelope is the real
+// one, one sample at a time; CAHRModule2_test.cpp looks after it.
 #pragma once
 
-#include <algorithm>
-#include <cmath>
-#include <cstdint>
+#include "effect/engine/CAHRModule2.h"
 
 namespace plain
 {
-struct Segment
-{
-    float start = 0, delta = 0, increment = 0, curve = 0;
-};
-
-inline float levelAt(const Segment& s, float phase)
-{
-    const float x = phase <= 0.0f ? 0.0f : (phase > 1.0f ? 1.0f : phase);
-    float y = x;
-    if (s.curve > 0.0f)
-        y = powf(x, s.curve + 1.0f);
-    if (s.curve < 0.0f)
-        y = float(1.0 - pow(1.0 - double(x), 1.0 - double(s.curve)));
-    return y * s.delta + s.start;
-}
-
-struct Envelope
-{
-    float p[10] = {};
-    double rate[4] = {};
-    int state = 0, count = 0, total = 0;
-    float phase = 0, tempo = 120, multiplier = 1;
-    double samplesPerMs = 44.1;
-    bool wrap = false;
-    Segment segment;
-    Segment frozen;
-    float frozenPhase = 0;
-
-    void times()
-    {
-        const float scale = 128.0f / tempo * multiplier;
-        const float a = std::max(std::max(p[2], 0.01f) * scale, 4.0f);
-        const float h = std::max(p[5], 0.01f) * scale;
-        const float r = std::max(p[6], 0.01f) * scale;
-        const float cycle = 468.75f * scale;
-        const float z = cycle - h - r - a;
-        rate[0] = 1.0 / (double(a) * samplesPerMs);
-        rate[1] = 1.0 / (double(h) * samplesPerMs);
-        rate[2] = 1.0 / (double(r) * samplesPerMs);
-        rate[3] = z > 0.0f ? 1.0 / (double(z) * samplesPerMs) : 1.0;
-        total = int(double(cycle) * samplesPerMs);
-    }
-
-    void build()
-    {
-        const Segment table[] = {{p[1], p[4] - p[1], float(rate[0]), p[3]},
-                                 {p[4], 0, float(rate[1]), 0},
-                                 {p[4], p[8] - p[4], float(rate[2]), p[7]},
-                                 {p[8], 0, float(rate[3]), 0}};
-        if (state < 4)
-            segment = table[state];
-        else if (state == 4)
-        {
-            const float now = levelAt(segment, phase);
-            segment = {now, p[8] - now, float(1.0 / (double(p[9]) * samplesPerMs)), 0};
-        }
-        else
-        {
-            segment = {p[8], 0, 0, 0};
-            phase = 0;
-        }
-    }
-
-    void refresh()
-    {
-        times();
-        build();
-    }
-
-    void set(int index, float value)
-    {
-        p[index] = value;
-        refresh();
-    }
-
-    void start()
-    {
-        const float s = std::clamp(p[0], -1.0f, 1.0f);
-        float f = s < 1.0f ? 1.0f - s : s;
-        f = f - truncf(f);
-        float left = (p[2] + p[5] + p[6]) * f;
-        wrap = left > 0.0f;
-        const int map[] = {2, 5, 6};
-        int i = 0;
-        while (i < 3 && left > 0.0f && left > p[map[i]])
-            left -= p[map[i++]];
-        state = i;
-        phase = std::max(0.0f, left) / std::max(i < 3 ? p[map[i]] : 1.0f, 1.0f);
-        if (p[2] < 1.0f && state == 0)
-            state = 1;
-        times();
-        count = 0;
-        build();
-        frozen = segment;
-        frozenPhase = phase;
-    }
-
-    float first() const { return levelAt(frozen, frozenPhase); }
-
-    float process()
-    {
-        if (state != 5)
-        {
-            if (phase >= 1.0f)
-            {
-                if (state == 3 && wrap)
-                {
-                    wrap = false;
-                    state = 0;
-                }
-                else
-                    ++state;
-                build();
-                phase = phase - truncf(phase);
-            }
-            if (state < 4 && count > total)
-            {
-                state = 4;
-                build();
-                phase = 0;
-            }
-        }
-        const float level = levelAt(segment, phase);
-        phase += segment.increment;
-        ++count;
-        return level;
-    }
-};
-
 struct Ducker
 {
     float current[7] = {}, target[7] = {0, 1, 0, 0, 1, 1, 1};
@@ -145,39 +15,29 @@ struct Ducker
     float fadeStep = 1.0f / 150.0f, fadeValue = 1;
     bool fading = false, initialised = false;
     float meter = 0;
-    Envelope envelope;
+    CAHRModule2 envelope;
 
     Ducker()
     {
-        envelope.set(4, 1);
-        envelope.set(8, 0);
-        envelope.set(1, 0);
-        envelope.set(9, 4);
-        envelope.tempo = 10;
+        envelope.setParameter(4, 1);
+        envelope.setParameter(8, 0);
+        envelope.setParameter(1, 0);
+        envelope.setParameter(9, 4);
+        envelope.setTempo(10);
         setSampleRate(44100.0f);
     }
 
-    void setSampleRate(float rate)
-    {
-        envelope.samplesPerMs = double(rate) * 0.001;
-        envelope.refresh();
-    }
+    void setSampleRate(float rate) { envelope.setSampleRate(rate); }
 
     void setTempo(float bpm)
     {
         tempo = bpm;
-        envelope.tempo = bpm;
-        envelope.refresh();
+        envelope.setTempo(bpm);
         since = 22;
     }
 
-    void setTimeAdjust(float beats)
-    {
-        envelope.multiplier = beats;
-        envelope.refresh();
-    }
-
-    void setTimeOffset(float v) { envelope.set(0, 1.0f - v); }
+    void setTimeAdjust(float beats) { envelope.setBeatMultiplier(beats); }
+    void setTimeOffset(float v) { envelope.setParameter(0, 1.0f - v); }
 
     void setTriggers(long samples)
     {
@@ -189,7 +49,7 @@ struct Ducker
     {
         static constexpr int map[] = {2, 3, 5, 6, 7};
         if (i < 5)
-            envelope.set(map[i], current[i]);
+            envelope.setParameter(map[i], current[i]);
         else if (i == 5)
             depth = velocity * current[5];
         else
@@ -199,11 +59,10 @@ struct Ducker
     void reset()
     {
         initialised = fading = false;
-        envelope.state = 5;
+        envelope.reset();
         toStart = toTrigger = -1;
         meter = 0;
-        envelope.tempo = tempo;
-        envelope.refresh();
+        envelope.setTempo(tempo);
         for (int i = 0; i < 7; ++i)
         {
             current[i] = target[i];
@@ -274,7 +133,7 @@ struct Ducker
                 depth = current[5] * velocity;
             }
             const float w = weight();
-            const float first = envelope.first();
+            const float first = envelope.getFirstValue();
             --toTrigger;
             const float g =
                 ((1.0f - depth) + ((1.0f - env) * w + (1.0f - w) * (1.0f - first)) * depth) * gain;

@@ -1,12 +1,14 @@
 // What a VST 3 host looks up in the bundle's object.
 #include "HostSDK/VST3/ModuleEntry.h"
 #include "Orbel/Wrapper/VST3/VST3Factory.h"
+#include "editor/wireUp.h"
 #include "pluginterfaces/base/ipluginbase.h"
 
 #define EXPORTED extern "C" __attribute__((visibility("default")))
 
 EXPORTED Steinberg::IPluginFactory* GetPluginFactory()
 {
+    wireUp();
     return Orbel::getVST3Factory();
 }
 

@@ -16,10 +16,7 @@ using Orbel::ParameterProperty;
 
 namespace id = DKS_Mini; // the numeric ids of the parameters
 
-constexpr float sampleRateOfClickFilter = 44100.0f;
-constexpr float shortestClickFilter = 5.0f; // samples at that rate
-constexpr float clickFilterRange = 500.0f;  // samples above the shortest, at that rate
-constexpr float firstClickFilter = 200.0f; // samples at that rate, for which the line has room from the start
+constexpr int firstLookAhead = 200;          // samples, for which the delay has room from the start
 constexpr float tempoBeforeTheFirst = 10.0f; // beats a minute: the first block finds another tempo
 constexpr size_t programNameLength = 28;
 constexpr int oldCubaseVersion = 7000; // below it that host can't deal with a second input bus
@@ -47,8 +44,8 @@ CQDT_DKS_Single::CQDT_DKS_Single(Orbel::OrbelCallback* hostCallback) : OrbelOS(h
 
     presetStore.setPresetID("QDT_DKS_PRESET");
     createProperties();
-    delayLine.announceLength(int(firstClickFilter));
-    CQDT_DKS_Single::setSampleRate(sampleRateOfClickFilter);
+    path.announceLookAhead(firstLookAhead);
+    CQDT_DKS_Single::setSampleRate(DuckingPath::referenceRate);
     setPresetName("Init");
     updateTempo(tempoBeforeTheFirst);
     createEditor();
@@ -95,32 +92,7 @@ void CQDT_DKS_Single::createEditor()
         editorRef->setPropertyManager(&propertyManager);
 }
 
-// Parameters and names, as hosts see them.
-
-int CQDT_DKS_Single::getParameterCount()
-{
-    return int(propertyManager.getAutomateAblePropertyCount());
-}
-
-ParameterProperty* CQDT_DKS_Single::getParameterProperty(int index)
-{
-    return propertyManager.getProperty_automateable(index);
-}
-
-ParameterProperty* CQDT_DKS_Single::getParameterProperty_automateable(int index)
-{
-    return propertyManager.getProperty_automateable(index);
-}
-
-ParameterProperty* CQDT_DKS_Single::getParameterPropertyByID(int parameterId)
-{
-    return propertyManager.getPropertyByID(parameterId);
-}
-
-ParameterProperty* CQDT_DKS_Single::getParameterProperty(const char* idText)
-{
-    return propertyManager.getProperty(idText);
-}
+// Names, as hosts see them.
 
 bool CQDT_DKS_Single::getProgramName(char* text)
 {
@@ -138,24 +110,6 @@ void CQDT_DKS_Single::setPresetName(const char* name)
     presetNameProperty.setDataPointer(presetName.get());
     presetNameProperty.setUnitType(Orbel::ParameterUnitType::Text);
     presetNameProperty.notifyListeners();
-}
-
-void CQDT_DKS_Single::getEditorSize(Tovra::CRect& rectangle)
-{
-    if (editorRef)
-        editorRef->getEditorSize(rectangle);
-}
-
-void CQDT_DKS_Single::open_editor(void* parentWindow)
-{
-    if (editorRef)
-        editorRef->open_sampler_editor(parentWindow);
-}
-
-void CQDT_DKS_Single::close_editor()
-{
-    if (editorRef)
-        editorRef->close_sampler_editor();
 }
 
 // What a parameter does. The ducker's values, the length of the pre-fade and the trigger's shift are taken
@@ -179,14 +133,14 @@ void CQDT_DKS_Single::parameterChanged(ParameterProperty* property)
     case id::kLinkTimes:
         return settle(*property, [this](float value) { timeLinker.setLinked(isOn(value)); });
     case id::kClickFilter:
-        return delayLine.announceLength(preFadeSamples());
+        return path.announceLookAhead(lookAhead());
     case id::kBPMScale:
         return settle(*property, [this](float value) { timeContext.bpmScale = isOn(value); });
     case id::kTriggerShift:
         shiftWrites.fetch_add(1);
         return;
     case id::kTimeOffset:
-        return settle(*property, [this](float value) { ducker.setTimeOffset(value); });
+        return settle(*property, [this](float value) { path.ducker.setTimeOffset(value); });
     default: // trigger sense, envelope hold and the tempo's mirror are not heard
         return;
     }
@@ -217,10 +171,8 @@ float CQDT_DKS_Single::valueOf(int parameterId) const
 void CQDT_DKS_Single::applyParameters()
 {
     for (const DuckerParameter& each : duckerParameters)
-        ducker.setParameter(each.target, valueOf(each.source));
-    const int preFade = preFadeSamples();
-    ducker.setPreFadeLength(preFade);
-    delayLine.setLength(preFade);
+        path.ducker.setParameter(each.target, valueOf(each.source));
+    path.setLookAhead(lookAhead());
     if (const unsigned writes = shiftWrites; writes != appliedShiftWrites)
     {
         appliedShiftWrites = writes;
@@ -229,12 +181,9 @@ void CQDT_DKS_Single::applyParameters()
     }
 }
 
-// The length of the pre-fade and of the delay, which are one.
-int CQDT_DKS_Single::preFadeSamples()
+int CQDT_DKS_Single::lookAhead()
 {
-    const long atItsRate =
-        Core::truncate<long>(clickFilterRange * valueOf(id::kClickFilter) + shortestClickFilter);
-    return Core::truncate<int>(getSampleRate() / sampleRateOfClickFilter * float(atItsRate));
+    return DuckingPath::lookAhead(valueOf(id::kClickFilter), getSampleRate());
 }
 
 void CQDT_DKS_Single::setTimeAdjust(float beats)
@@ -250,7 +199,7 @@ void CQDT_DKS_Single::setTimeAdjust(float beats)
 void CQDT_DKS_Single::storeTimeAdjust(float beats)
 {
     timeContext.timeAdjust = beats;
-    ducker.setTimeAdjust(beats);
+    path.ducker.setTimeAdjust(beats);
 }
 
 // The three times have new texts, though not new values.
@@ -279,10 +228,8 @@ void CQDT_DKS_Single::setSampleRate(float rate)
     OrbelOS::setSampleRate(rate);
     if (editorRef)
         editorRef->setSampleRate(rate);
-    ducker.setSampleRate(rate);
-    const float longest = rate / sampleRateOfClickFilter * (clickFilterRange + shortestClickFilter);
-    delayLine.reserve(Core::truncate<int>(longest), getBlockSize());
-    delayLine.announceLength(preFadeSamples());
+    path.setSampleRate(rate);
+    path.announceLookAhead(lookAhead());
     triggerShiftSamples = shiftSamplesOfTempo(valueOf(id::kTriggerShift), timeContext.tempo, rate);
 }
 
@@ -291,23 +238,13 @@ void CQDT_DKS_Single::setBlockSize(long samples)
     if (samples <= 0)
         return;
     OrbelOS::setBlockSize(samples);
-    reserveBlock(samples);
-}
-
-void CQDT_DKS_Single::reserveBlock(long frames)
-{
-    for (Orbel::AudioStereoBus* bus : {&busPreDuck, &busOutput, &busGainRecord})
-        bus->createBusWithOwnBuffer(frames);
-    delayLine.reserve(0, frames);
+    path.reserve(samples);
 }
 
 void CQDT_DKS_Single::reset()
 {
     applyParameters();
-    ducker.reset();
-    for (Orbel::AudioStereoBus* bus : {&busPreDuck, &busOutput, &busGainRecord})
-        bus->clear(0);
-    delayLine.clear();
+    path.reset();
 }
 
 // The audio path.
@@ -315,8 +252,8 @@ void CQDT_DKS_Single::reset()
 void CQDT_DKS_Single::processAudio(AudioBusInformation& info)
 {
     const ScopedCpuMode mode(cpuMode, cpuControl::plainMode);
-    if (info.numSamples > busGainRecord.length) // beyond the announced size
-        reserveBlock(info.numSamples);
+    if (info.numSamples > path.capacity()) // beyond the announced size
+        path.reserve(info.numSamples);
 
     if (resetPending)
     {
@@ -327,62 +264,26 @@ void CQDT_DKS_Single::processAudio(AudioBusInformation& info)
 
     const bool bypassed = getBypass();
     if (bypassed)
-        passThrough(info);
+        path.passThrough(info);
     else
-        duck(info);
+    {
+        followTransport(info.timeInfo);
+        path.duck(info);
+    }
     if (editorRef)
         editorRef->updateScopes(false, -1);
     if (editorRef && bypassed)
         editorRef->updateData(info.numSamples);
 }
 
-static Orbel::AudioStereoBus* firstBus(Orbel::AudioStereoBus* buses, int count)
+void CQDT_DKS_Single::followTransport(const CHostTimeInfo& time)
 {
-    return count > 0 && buses[0].left && buses[0].right ? &buses[0] : nullptr;
+    if (time.tempo != timeContext.tempo)
+        takeTempo(time.tempo);
+    armTrigger(time);
 }
 
-// A bus that the host didn't connect is silence.
-static void copyInput(AudioBusInformation& info, Orbel::AudioStereoBus& destination)
-{
-    if (Orbel::AudioStereoBus* input = firstBus(info.inputs, info.numInputBuses))
-        destination.copyFrom(input, info.numSamples);
-    else if (info.numSamples > 0)
-        destination.clear(info.numSamples);
-}
-
-static void copyOutput(AudioBusInformation& info, Orbel::AudioStereoBus& source)
-{
-    if (Orbel::AudioStereoBus* output = firstBus(info.outputs, info.numOutputBuses))
-        output->copyFrom(&source, info.numSamples);
-}
-
-void CQDT_DKS_Single::duck(AudioBusInformation& info)
-{
-    const long frames = info.numSamples;
-    if (info.timeInfo.tempo != timeContext.tempo)
-        takeTempo(info.timeInfo.tempo);
-    armTrigger(info.timeInfo);
-
-    copyInput(info, busPreDuck);
-    delayLine.process(busPreDuck, frames);
-    busOutput.copyFrom(&busPreDuck, frames);
-    ducker.process(busOutput, busGainRecord.left, frames);
-    copyOutput(info, busOutput);
-}
-
-// Bypassed. The same delay line serves, so that switching neither moves the audio nor loses any of it;
-// the countdowns stand.
-void CQDT_DKS_Single::passThrough(AudioBusInformation& info)
-{
-    const long frames = info.numSamples;
-    copyInput(info, busOutput);
-    delayLine.process(busOutput, frames);
-    copyOutput(info, busOutput);
-    std::fill_n(busGainRecord.left, std::max(frames, 0L), -1.0f);
-    std::fill_n(busGainRecord.right, std::max(frames, 0L), -1.0f);
-}
-
-// A tempo that is none is not taken: the last one stays in force.
+// A tempo that is not above 0 and finite is not taken: the last one stays in force.
 void CQDT_DKS_Single::takeTempo(float hostTempo)
 {
     if (!(hostTempo > 0.0f) || !std::isfinite(hostTempo))
@@ -398,18 +299,18 @@ void CQDT_DKS_Single::updateTempo(float tempo)
     propertyManager.getProperty(id::kTempo)->setValue(tempo);
     triggerShiftSamples = shiftSamplesOfTempo(valueOf(id::kTriggerShift), tempo, getSampleRate());
     notifyTimes();
-    ducker.setTempo(tempo);
+    path.ducker.setTempo(tempo);
 }
 
 void CQDT_DKS_Single::armTrigger(const CHostTimeInfo& time)
 {
     if (!time.playing || !std::isfinite(time.ppqPosition))
-        return ducker.forceNoTrigger();
+        return path.ducker.forceNoTrigger();
     const BeatTrigger trigger = {getSampleRate(), timeContext.tempo, timeContext.timeAdjust,
                                  triggerShiftSamples};
     const long distance = trigger.samplesToNext(time.ppqPosition);
     if (distance == BeatTrigger::none)
         return;
-    ducker.setTriggers(distance);
-    ducker.setTriggerVelocity(1.0f);
+    path.ducker.setTriggers(distance);
+    path.ducker.setTriggerVelocity(1.0f);
 }

@@ -2,10 +2,7 @@
 //
 // Host adapters make it and drive it through OrbelOS. Each block it reads the host's musical position,
 // works out how many samples lie ahead of the next trigger, arms the ducker, delays the audio by the
-// length of the ducker's pre-fade, and ducks it:
-//
-//     input -> busPreDuck -> delay -> busOutput -> CBusSidechainFx -> output
-//
+// length of the ducker's pre-fade, and ducks it (DuckingPath).
 // The host's position is the only trigger: no filter stands in the path, MIDI is not read, and neither
 // is the second input bus, which is declared for the hosts' side-chain routing. The delay is not
 // reported to the host, bypassed or not, so that the groove stays where it was.
@@ -24,8 +21,7 @@
 #include "Orbel/parameters/ParameterProperty.h"
 #include "Orbel/parameters/ParameterText.h"
 #include "Orbel/storage/CPresetStore.h"
-#include "effect/engine/CBusSidechainFx.h"
-#include "effect/engine/StereoDelayLine.h"
+#include "effect/engine/DuckingPath.h"
 #include "effect/instance/IEffectEditor.h"
 #include "effect/instance/TimeLinker.h"
 #include "presets/IPresetEffect.h"
@@ -48,11 +44,23 @@ public:
     void parameterChanged(Orbel::ParameterProperty* property) override;
 
     // Hosts see the ten automatable parameters, by index; lookups by id go over all fifteen.
-    int getParameterCount() override;
-    Orbel::ParameterProperty* getParameterProperty(int index) override;
-    Orbel::ParameterProperty* getParameterProperty_automateable(int index) override;
-    Orbel::ParameterProperty* getParameterPropertyByID(int id) override;
-    Orbel::ParameterProperty* getParameterProperty(const char* idText) override;
+    int getParameterCount() override { return propertyManager.getAutomateAblePropertyCount(); }
+    Orbel::ParameterProperty* getParameterProperty(int index) override
+    {
+        return propertyManager.getProperty_automateable(index);
+    }
+    Orbel::ParameterProperty* getParameterProperty_automateable(int index) override
+    {
+        return propertyManager.getProperty_automateable(index);
+    }
+    Orbel::ParameterProperty* getParameterPropertyByID(int id) override
+    {
+        return propertyManager.getPropertyByID(id);
+    }
+    Orbel::ParameterProperty* getParameterProperty(const char* idText) override
+    {
+        return propertyManager.getProperty(idText);
+    }
 
     // There is one program, whatever the index: the preset that is loaded. Names in, without the number
     // that a preset file's name begins with; names out, of at most 28 characters.
@@ -91,6 +99,9 @@ public:
     void setDataChunk(char* data, long size) override;
     // The current preset of a bank.
     void loadPresetFromBankChunk(const char* data, long size);
+    // The preset's name as a property of type Text: its listeners hear of every new name. It stays the
+    // effect's.
+    Orbel::ParameterProperty& getPresetNameProperty() { return presetNameProperty; }
     // The start state; audio falls silent at its next block.
     void initPreset();
 
@@ -108,12 +119,24 @@ public:
 
     // [audio thread] For each sample of the last block 1 - 2 x gain, as CBusSidechainFx writes it; -1 while
     // bypassed. Null before setBlockSize.
-    const float* getGainRecord() const { return busGainRecord.left; }
+    const float* getGainRecord() const { return path.gainRecord(); }
 
     // [window thread] The editor's window; without an editor nothing happens.
-    void getEditorSize(Tovra::CRect& rectangle) override;
-    void open_editor(void* parentWindow) override;
-    void close_editor() override;
+    void getEditorSize(Tovra::CRect& rectangle) override
+    {
+        if (editorRef)
+            editorRef->getEditorSize(rectangle);
+    }
+    void open_editor(void* parentWindow) override
+    {
+        if (editorRef)
+            editorRef->open_sampler_editor(parentWindow);
+    }
+    void close_editor() override
+    {
+        if (editorRef)
+            editorRef->close_sampler_editor();
+    }
 
 private:
     void createProperties();
@@ -123,7 +146,7 @@ private:
     template <typename Store>
     void settle(const Orbel::ParameterProperty& property, Store store);
     void applyParameters();
-    int preFadeSamples();
+    int lookAhead();
     void updateTempo(float tempo);
 
     void readChunk(const char* data, long size, int depth);
@@ -134,21 +157,14 @@ private:
     unsigned long getSystemChunk(char** chunk);
     void storeTimeAdjust(float beats);
 
-    void reserveBlock(long frames);
+    void followTransport(const Orbel::CHostTimeInfo& time);
     void takeTempo(float hostTempo);
     void armTrigger(const Orbel::CHostTimeInfo& time);
-    void duck(Orbel::AudioBusInformation& info);
-    void passThrough(Orbel::AudioBusInformation& info);
 
     IEffectEditor* editorRef = nullptr; // the same object as the base's editor, or null
     Orbel::CPropertyManager propertyManager;
-    CBusSidechainFx ducker;
-    StereoDelayLine delayLine;
+    DuckingPath path;
     cpuControl cpuMode;
-
-    Orbel::AudioStereoBus busPreDuck; // the input after the delay
-    Orbel::AudioStereoBus busOutput;  // the result, ducked in place
-    Orbel::AudioStereoBus busGainRecord;
 
     TimeLinker timeLinker;
     Core::Relaxed<bool> resetPending = false; // set by the window for the audio thread

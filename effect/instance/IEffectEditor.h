@@ -37,10 +37,10 @@ public:
     // [audio thread] So many samples have passed while bypassed. Must not block.
     virtual void updateData(long samples) = 0;
 
-    // [window thread]
+    // [window thread] The same as getSize, open and close, under the names that ISamplerEffect forwards to.
     virtual void getEditorSize(Tovra::CRect& rectangle) = 0;
-    virtual void open_sampler_editor(void* parentWindow) = 0;
-    virtual void close_sampler_editor() = 0;
+    void open_sampler_editor(void* parentWindow) { open(parentWindow, nullptr); }
+    void close_sampler_editor() { close(); }
 };
 
 using EditorFactory = std::unique_ptr<IEffectEditor> (*)(CQDT_DKS_Single&);

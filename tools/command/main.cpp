@@ -1,6 +1,7 @@
 // The lodex command: the plug-in without a workstation.
 
 #include "Orbel/contract/OrbelFactory.h"
+#include "editor/wireUp.h"
 #include "tools/command/BenchCommand.h"
 #include "tools/common/Interruption.h"
 #include "tools/common/Text.h"
@@ -57,6 +58,7 @@ int run(int argc, char** argv)
 
 int main(int argc, char** argv)
 {
+    wireUp();
     try
     {
         lodex::noteInterruptions();

@@ -251,8 +251,8 @@ struct Window : IEffectEditor
     void updateScopes(bool, int) override { told += "scopes "; }
     void updateData(long samples) override { told += "data" + std::to_string(samples) + " "; }
     void getEditorSize(Tovra::CRect&) override { told += "size "; }
-    void open_sampler_editor(void*) override { told += "open "; }
-    void close_sampler_editor() override { told += "close "; }
+    bool open(void*, const char*) override { return told += "open ", true; }
+    void close() override { told += "close "; }
 };
 
 struct Cubase : Orbel::OrbelCallback

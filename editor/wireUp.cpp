@@ -1,0 +1,10 @@
+#include "editor/wireUp.h"
+
+#include "Tovrane/platform/headless/HeadlessFrame.h"
+#include "Tovrane/platform/x11/X11Frame.h"
+
+void wireUp()
+{
+    Tovra::useHeadlessFrames();
+    Tovra::useX11Frames();
+}

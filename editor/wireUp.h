@@ -1,0 +1,7 @@
+// Joins the product's parts that must not know each other: what lies below owns an interface, what lies above
+// hands itself over here.
+#pragma once
+
+// Registers the window systems: X11, and the headless one for frames without a window. Called by the entries
+// of the bundle and by the tools before anything else; calling it again changes nothing. [window thread]
+void wireUp();

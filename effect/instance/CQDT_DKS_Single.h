@@ -3,6 +3,7 @@
 // Host adapters make it and drive it through OrbelOS. Each block it reads the host's musical position,
 // works out how many samples lie ahead of the next trigger, arms the ducker, delays the audio by the
 // length of the ducker's pre-fade, and ducks it (DuckingPath).
+//
 // The host's position is the only trigger: no filter stands in the path, MIDI is not read, and neither
 // is the second input bus, which is declared for the hosts' side-chain routing. The delay is not
 // reported to the host, bypassed or not, so that the groove stays where it was.

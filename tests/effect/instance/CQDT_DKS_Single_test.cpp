@@ -54,8 +54,7 @@ TEST(CQDT_DKS_Single, TimesPrintAtTheTempoAndTheTimeBase)
     EXPECT_EQ(player.get("TEMPO"), 120.0f);
 }
 
-// Linked times: another time gives way, so that the shape keeps its place in the beat.
-TEST(CQDT_DKS_Single, LinkedTimesGiveWayToAttackAndHold)
+TEST(CQDT_DKS_Single, LinkedTimesGiveWayAndUnlinkedOnesStay)
 {
     struct Case
     {
@@ -63,11 +62,12 @@ TEST(CQDT_DKS_Single, LinkedTimesGiveWayToAttackAndHold)
         float value, attack, hold, release;
     };
     const Case table[] = {
-        {"ATTACKTIME", 10, 10, 10, 450},  // the hold takes it over
-        {"ATTACKTIME", 60, 60, 1, 441},   // to its minimum; the release gives what the hold gave: 9
-        {"ATTACKTIME", 30, 30, 31, 441},  // back again
-        {"HOLDTIME", 41, 30, 41, 431},    // the release alone
-        {"RELEASTIME", 100, 30, 41, 100}, // changes nothing else
+        {"ATTACKTIME", 60, 60, 1, 431},    {"HOLDTIME", 41, 60, 41, 391},
+        {"RELEASTIME", 100, 60, 41, 100}, // changes nothing else
+        {"HOLDTIME", 41, 60, 41, 100},    // written again: no change
+        {"STRENGTH", 0.5f, 60, 41, 100},   {"LINKTIMES", 0, 60, 41, 100},
+        {"ATTACKTIME", 100, 100, 41, 100}, {"LINKTIMES", 1, 100, 41, 100},
+        {"ATTACKTIME", 90, 90, 51, 100}, // measured from what it was while nothing was linked
     };
     Player player;
     for (const Case& each : table)
@@ -78,10 +78,6 @@ TEST(CQDT_DKS_Single, LinkedTimesGiveWayToAttackAndHold)
         EXPECT_FLOAT_EQ(player.get("HOLDTIME"), each.hold);
         EXPECT_FLOAT_EQ(player.get("RELEASTIME"), each.release);
     }
-    player.set("LINKTIMES", 0);
-    player.set("ATTACKTIME", 100);
-    EXPECT_FLOAT_EQ(player.get("HOLDTIME"), 41);
-    EXPECT_FLOAT_EQ(player.get("RELEASTIME"), 100);
 }
 
 TEST(CQDT_DKS_Single, DelaysByTheClickFilterWhateverTheBlockAndTheBypass)
@@ -132,8 +128,8 @@ TEST(CQDT_DKS_Single, ALongerDelayBeginsWithSilenceAndAShorterOneAtOnce)
     EXPECT_EQ(player.left[1010 + 505], Player::input(1010));
 }
 
-// Where a trigger falls, in samples: read from the gain record, for one block size and many.
-TEST(CQDT_DKS_Single, TriggersFallOnTheBeat)
+// Where an envelope starts, in samples after the beat: read from the gain record.
+TEST(CQDT_DKS_Single, TriggersFallOnTheNoteValueWhateverTheBlock)
 {
     struct Case
     {
@@ -142,38 +138,58 @@ TEST(CQDT_DKS_Single, TriggersFallOnTheBeat)
         long first, interval;
     };
     const Case table[] = {
-        {120, 0.75, 1, 0, 5513, 22050},   // position 16537.5: its remainder is cut
-        {120, 0, 1, 0, 1, 22050},         // at or before the song's beginning: one sample later
-        {120, 1, 1, 0, 0, 22050},         // a block on the beat fires with its first sample
-        {120, 0.9, 0.25f, 0, 2205, 5512}, // sixteenths: 4 x 5512.5 - 19845, cut
-        {150, 7.0 / 6.0, 1.0f / 3.0f, 0, 2941,
-         5880},                         // triplets: a third is a little more in single precision
+        {120, 0, 1, 0, 1, 22050}, // at or before the song's beginning: one sample later
+        {120, 0.9, 0.25f, 0, 2205, 5512},
         {120, 0.75, 1, 0.5f, 1, 22050}, // a quarter of a beat earlier
-        {120, 0.9, 1, -0.1f, 2205 + 1102, 22050},
     };
     for (const Case& each : table)
-    {
-        SCOPED_TRACE(testing::Message() << each.tempo << " bpm at " << each.ppq << ", base " << each.base);
-        Player player;
-        player.tempo = each.tempo;
-        player.effect.setTimeAdjust(each.base);
-        player.set("TRIGGERSHIFT", each.shift);
-        player.set("LINKTIMES", 0);
-        player.set("HOLDTIME", 1);
-        player.set("RELEASTIME", 100);
-        player.ppq = each.ppq - 60.0 / (60.0 / each.tempo * 44100.0);
-        player.playing = false;
-        player.play(60);
-        player.playing = true;
-        player.ppq = each.ppq;
-        player.play(3 * each.interval, 256);
+        for (int block : {64, 256, 2000})
+        {
+            SCOPED_TRACE(testing::Message()
+                         << each.tempo << " BPM at " << each.ppq << ", blocks of " << block);
+            Player player;
+            player.tempo = each.tempo;
+            player.effect.setTimeAdjust(each.base);
+            player.set("TRIGGERSHIFT", each.shift);
+            player.set("LINKTIMES", 0);
+            player.set("HOLDTIME", 1);
+            player.set("RELEASTIME", 100);
+            player.ppq = each.ppq;
+            player.play(3 * each.interval, block);
 
-        // The first pre-fade leads to where no cycle has begun yet, so the gain stays: its envelope shows.
-        const auto found = player.triggers();
-        ASSERT_GE(found.size(), 2u);
-        EXPECT_EQ(found[0], 60 + each.first + 130);
-        EXPECT_NEAR(double(found[1]), double(60 + each.first + each.interval + 1), 1.0);
-    }
+            // The first pre-fade leads to where no cycle has begun yet, so the gain stays: its envelope
+            // shows.
+            const auto found = player.triggers();
+            ASSERT_GE(found.size(), 2u);
+            EXPECT_EQ(found[0], each.first + 130);
+            EXPECT_NEAR(double(found[1]), double(each.first + each.interval + 1), 1.0);
+        }
+}
+
+TEST(CQDT_DKS_Single, ANewSampleRateRenewsTheLookAheadAndTheTriggerShift)
+{
+    Player player;
+    player.set("TRIGGERSHIFT", -0.5f); // a quarter of a beat later
+    player.playing = false;
+    player.play(64); // takes the tempo, which stays
+    player.effect.setSampleRate(88200.0f);
+    player.rate = 88200.0f;
+    player.effect.reset();
+    player.playing = true;
+    player.ppq = 0.9;
+    player.play(30000, 256);
+    const auto found = player.triggers();
+    ASSERT_FALSE(found.empty());
+    EXPECT_NEAR(double(found[0]), 64 + 4410 + 11025 + 260, 1.0); // the look-ahead: 130 samples at 44.1 kHz
+}
+
+TEST(CQDT_DKS_Single, TheTimeOffsetReachesTheDucker)
+{
+    Player player;
+    player.set("TIME_OFFSET", 0.5f); // 235 of 470 ms: in the release, which is half over
+    player.ppq = 0.9;
+    player.play(2205 + 130 + 4, 64);
+    EXPECT_NEAR(player.gain.back(), 2.0 * (1.0 - 215.0 / 450.0) - 1.0, 1e-2);
 }
 
 TEST(CQDT_DKS_Single, StoppedNothingArmsAndARunningEnvelopeRunsOut)
@@ -242,9 +258,19 @@ struct Window : IEffectEditor
     inline static std::string told;
     inline static int alive = 0;
 
+    Orbel::CPropertyManager* parameters = nullptr;
+
     Window() { ++alive; }
-    ~Window() override { --alive; }
-    void setPropertyManager(Orbel::CPropertyManager* manager) override { told += manager ? "manager " : ""; }
+    ~Window() override // still reads the parameters, as controls do
+    {
+        --alive;
+        told += parameters->getProperty("STRENGTH")->getCurrentValue() == 1.0f ? "gone" : "";
+    }
+    void setPropertyManager(Orbel::CPropertyManager* manager) override
+    {
+        parameters = manager;
+        told += "manager ";
+    }
     void setSampleRate(float) override { told += "rate "; }
     void setTempo(float bpm) override { told += "tempo" + std::to_string(int(bpm)) + " "; }
     void setTimeAdjust(float) override { told += "base "; }
@@ -287,7 +313,9 @@ TEST(CQDT_DKS_Single, TellsItsWindowAndAsksItsHost)
         player.effect.close_editor();
         EXPECT_EQ(Window::told, "tempo120 scopes scopes data32 open close ");
         EXPECT_EQ(Window::alive, 1);
+        Window::told.clear();
     }
+    EXPECT_EQ(Window::told, "close gone") << "ahead of the parameters";
     EXPECT_EQ(Window::alive, 0);
 
     Cubase newer;

@@ -12,7 +12,7 @@ constexpr int signalFrames = 1 << 17; // a multiple of every block size
 enum class Signal
 {
     noise,
-    tail // noise that decays through the denormal numbers into silence
+    tail // noise that decays through the subnormal numbers into silence
 };
 
 struct StereoSignal

@@ -240,7 +240,7 @@ public:
                         cost / at("ref: copy" + size));
         }
         std::printf("\nFloor: the larger of delay with gain and meter chain, at the same block size.\n");
-        std::printf("Denormal tail to noise at 256 frames: %.2f\n",
+        std::printf("Subnormal tail to noise at 256 frames: %.2f\n",
                     at("effect, tail, straight/256") / at("effect, noise, straight/256"));
     }
 

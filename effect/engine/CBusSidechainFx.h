@@ -55,7 +55,7 @@ public:
     // [audio stopped] In hertz.
     void setSampleRate(float rate);
 
-    // [audio thread] Arms a trigger so many samples ahead, in place of one that is armed and hasn't fired.
+    // [audio thread] Arms a trigger that many samples ahead, in place of one that is armed and hasn't fired.
     void setTriggers(long samples);
     // [audio thread] From 0 to 1, for the next trigger.
     void setTriggerVelocity(float next) { pendingVelocity = next; }

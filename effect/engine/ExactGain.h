@@ -1,8 +1,8 @@
 // Multiplication and rounding of numbers so small that the processor would take the slow road.
 //
-// Denormal numbers (below 2^-126) must come out as they are, not as zero, but one of them costs a
+// Subnormal numbers (below 2^-126) must come out as they are, not as zero, but one of them costs a
 // processor a hundred cycles or more wherever it is read or made. The functions below give the same bits
-// as the plain operation, through doubles and integers, where none of them is denormal, and without a
+// as the plain operation, through doubles and integers, where none of them is subnormal, and without a
 // branch that would depend on the signal.
 #pragma once
 
@@ -12,7 +12,7 @@
 #include <cstring>
 
 constexpr uint32_t signBit = 0x80000000u;
-constexpr int32_t tinyBits = 0x17800000; // 2^-80: below it a product with a gain may be denormal
+constexpr int32_t tinyBits = 0x17800000; // 2^-80: below it a product with a gain may be subnormal
 constexpr int32_t infinityBits = 0x7f800000;
 constexpr int mantissaBits = 23; // of a float, without the leading one
 
@@ -77,7 +77,7 @@ inline void multiplyExactly(float& left, float& right, float gain)
     const double gainSize = double(std::bit_cast<float>(gainBits & ~signBit));
 
     const Numbers magnitude = bits & ~uint64_t(signBit);
-    const Numbers exponent = atLeast(magnitude >> mantissaBits, 1); // denormals: that of the smallest normal
+    const Numbers exponent = atLeast(magnitude >> mantissaBits, 1); // subnormals: that of the smallest normal
     const Numbers mantissa = magnitude - ((exponent - 1) << mantissaBits);
     const Doubles whole = Doubles(mantissa | 0x4330000000000000u) - 0x1p52;
     const Doubles product = whole * Doubles((exponent + (1023 - 150)) << 52) * gainSize;
@@ -94,7 +94,7 @@ inline void multiplyExactly(float& left, float& right, float gain)
 // double(float(x)): x rounded to single precision, for x of 0 and above.
 inline double roundedToSingle(double x)
 {
-    constexpr double rounder = 0x1p-97; // its last place is worth the smallest denormal number
+    constexpr double rounder = 0x1p-97; // its last place is worth the smallest subnormal number
     if (x < 0x1p-126) [[unlikely]]
         return (x + rounder) - rounder;
     return double(float(x));

@@ -34,7 +34,7 @@ public:
     virtual void setTimeAdjust(float beats) = 0;
     // [audio thread] There is new scope data; samples of -1 means a block like any other. Must not block.
     virtual void updateScopes(bool immediate, int samples) = 0;
-    // [audio thread] So many samples have passed while bypassed. Must not block.
+    // [audio thread] That many samples have passed while bypassed. Must not block.
     virtual void updateData(long samples) = 0;
 
     // [window thread] The same as getSize, open and close, under the names that ISamplerEffect forwards to.

@@ -3,7 +3,7 @@
 //
 // A changed attack or hold moves the others by what it really changed. A time that somebody writes meanwhile
 // is never overwritten by one that was read before. One thread at a time does the work; another that comes
-// meanwhile leaves its change behind and the first one takes it along, so nobody waits, except for a reader
+// meanwhile leaves its change there, and the first one takes it along, so nobody waits, except for a reader
 // of a state, who may wait for one move.
 //
 // While a state is read nothing moves. Reading and moving cannot end each other.

@@ -58,7 +58,7 @@ struct Pair
         plain.reset();
     }
 
-    // Noise over 60 decades, with the denormal numbers and both zeros among it.
+    // Noise over 60 decades, with the subnormal numbers and both zeros among it.
     float sample()
     {
         switch (whole(0, 4))
@@ -253,7 +253,7 @@ TEST(ExactGain, MultipliesAndRoundsTinyNumbersAsTheProcessorDoes)
     std::uniform_real_distribution<float> gains(0.0f, 1.0f);
     for (int i = 0; i < 200000; ++i)
     {
-        // Both signs; denormal, tiny, and any size up to 2^127.
+        // Both signs; subnormal, tiny, and any size up to 2^127.
         const uint32_t masks[] = {0x80FFFFFFu, 0x99FFFFFFu, 0xFEFFFFFFu};
         const float x = std::bit_cast<float>(uint32_t(random()) & masks[i % 3]);
         const float g = i % 7 ? gains(random) : float(i / 7 % 3) * 0.5f;

@@ -7,7 +7,7 @@
 #include <gtest/gtest.h>
 #include <thread>
 
-// Dies right behind its ForgetListener: a call after that is a use after free.
+// Dies right after its ForgetListener: a call after that is a use after free.
 struct Listener : Orbel::ParameterChangeListener
 {
     void parameterChanged(Orbel::ParameterProperty*) override { ++calls; }

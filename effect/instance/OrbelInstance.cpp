@@ -3,8 +3,6 @@
 #include "Orbel/storage/CFileFormat.h"
 #include "effect/instance/CQDT_DKS_Single.h"
 
-#include <atomic>
-
 static constexpr Orbel::OrbelFX_Description lodex = {
     .id = {'Z', 'R', 'T', 'Q'},
     .name = "QDT Lodex",
@@ -19,18 +17,6 @@ static constexpr Orbel::OrbelFX_Description lodex = {
     .version = 0x30004,
     .midiChannels = 1,
 };
-
-static std::atomic<EditorFactory> editorFactory = nullptr;
-
-void setEditorFactory(EditorFactory factory)
-{
-    editorFactory = factory;
-}
-
-EditorFactory getEditorFactory()
-{
-    return editorFactory;
-}
 
 void getOrbelPluginList(Orbel::OrbelPluginList& list)
 {

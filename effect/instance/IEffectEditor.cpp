@@ -1,0 +1,15 @@
+#include "effect/instance/IEffectEditor.h"
+
+#include <atomic>
+
+static std::atomic<EditorFactory> editorFactory = nullptr;
+
+void setEditorFactory(EditorFactory factory)
+{
+    editorFactory = factory;
+}
+
+EditorFactory getEditorFactory()
+{
+    return editorFactory;
+}

@@ -23,8 +23,7 @@ bool CFastFile::open(const char* name, unsigned flags)
             writing.reset();
         return writing.has_value();
     }
-    reading = name ? std::fopen(name, "rbe") : nullptr;
-    return reading != nullptr;
+    return bool(Core::File::openRegularFile(name, reading));
 }
 
 unsigned long long CFastFile::read(void* out, unsigned long long size)
@@ -47,7 +46,7 @@ bool CFastFile::close()
 
 bool CFastFile::writeFile(const char* name, const void* data, unsigned long long size, int)
 {
-    return Core::File::replaceFile(name, data, size);
+    return bool(Core::File::replaceFile(name, data, size));
 }
 
 std::string CFastFile::formatName(const char* format, va_list arguments)

@@ -1,9 +1,9 @@
 #include "CORE/COSPreferences.h"
 
-#include "CORE/CFastFile.h"
 #include "CORE/CString.h"
 #include "CORE/File.h"
 #include "CORE/UserFolders.h"
+#include "CORE/WholeCharacters.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -22,7 +22,7 @@ constexpr char escapes[][2] = {{'\n', 'n'}, {'\r', 'r'}, {'\\', '\\'}, {'=', 'e'
 
 std::string fileNameFrom(const char* text)
 {
-    std::string name = std::string(text ? text : "").substr(0, longestFileName);
+    std::string name(Core::wholeCharacters(text ? text : "", longestFileName));
     for (char& c : name)
         if (c == '/' || (unsigned char)c < 0x20 || c == 0x7f)
             c = '_';
@@ -68,22 +68,14 @@ std::string unescaped(std::string_view line)
     return text;
 }
 
-// The whole file; empty if there is none, nothing if there is one that cannot be taken. It is opened once,
-// so that a store that is replaced meanwhile is seen as it was or as it is, not as a mixture.
+// The whole file; empty if there is none, nothing if there is one that cannot be read. It is opened once, so
+// that a store that is replaced meanwhile is seen as it was or as it is, not as a mixture.
 std::optional<std::string> contentOf(const std::string& path)
 {
-    CFastFile file;
-    if (!file.open(path.c_str(), 0))
-        return Core::File::getFileSize(path.c_str()) < 0 ? std::optional<std::string>("") : std::nullopt;
     std::string content;
-    char block[4096];
-    while (const auto got = file.read(block, sizeof block))
-    {
-        content.append(block, got);
-        if (content.size() > largestFile)
-            return {};
-    }
-    return content;
+    if (Core::File::readFile(path.c_str(), largestFile, content))
+        return content;
+    return Core::File::getFileSize(path.c_str()) < 0 ? std::optional<std::string>("") : std::nullopt;
 }
 
 // The store's text, cut into lines: each call takes the next one, without its line feed.
@@ -172,5 +164,5 @@ bool COSPreferences::setString(const char* key, const char* value)
     if (!content)
         return false;
     const auto changed = withValue(*content, escaped(key, true), value);
-    return Core::File::replaceFile(file().c_str(), changed.data(), changed.size());
+    return bool(Core::File::replaceFile(file().c_str(), changed.data(), changed.size()));
 }

@@ -5,12 +5,13 @@
 #include "CORE/UserFolders.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <climits>
-#include <cstdio>
 #include <cstring>
+#include <fcntl.h>
 #include <filesystem>
-#include <string>
 #include <sys/stat.h>
+#include <unistd.h>
 
 namespace Core::File
 {
@@ -24,19 +25,71 @@ int getFileSize(const char* path)
     return int(std::min<off_t>(info.st_size, INT_MAX));
 }
 
-bool mkDirRecursive(const char* path)
+FileResult mkDirRecursive(const char* path)
 {
     if (!path)
-        return false;
-    std::error_code error;
+        return FileResult::failed(ENOENT);
+    std::error_code error, unknown;
     std::filesystem::create_directories(path, error);
-    return std::filesystem::is_directory(path, error);
+    if (std::filesystem::is_directory(path, unknown))
+        return {};
+    return FileResult::failed(error ? error.value() : ENOTDIR);
 }
 
-bool replaceFile(const char* path, const void* data, unsigned long long size)
+FileResult openRegularFile(const char* path, FILE*& file)
+{
+    file = nullptr;
+    const int descriptor = open(path ? path : "", O_RDONLY | O_CLOEXEC | O_NONBLOCK);
+    if (descriptor < 0)
+        return FileResult::failed(errno);
+    FileResult result;
+    struct stat info;
+    if (fstat(descriptor, &info) != 0)
+        result = FileResult::failed(errno);
+    else if (S_ISDIR(info.st_mode))
+        result = FileResult::failed(EISDIR);
+    else if (!S_ISREG(info.st_mode))
+        result = {"it is not a regular file"};
+    else if (!(file = fdopen(descriptor, "rb")))
+        result = FileResult::failed(errno);
+    if (!file)
+        close(descriptor);
+    return result;
+}
+
+static FileResult readRest(FILE* file, size_t most, std::string& content)
+{
+    const FileResult tooLong{"it is longer than " + std::to_string(most) + " bytes"};
+    struct stat info;
+    if (fstat(fileno(file), &info) == 0 && size_t(info.st_size) > most)
+        return tooLong;
+    char block[65536];
+    size_t got = 0;
+    while (content.size() <= most && (got = std::fread(block, 1, sizeof block, file)) > 0)
+        content.append(block, got);
+    if (std::ferror(file))
+        return FileResult::failed(EIO);
+    return content.size() > most ? tooLong : FileResult();
+}
+
+FileResult readFile(const char* path, size_t most, std::string& content)
+{
+    content.clear();
+    FILE* file = nullptr;
+    FileResult result = openRegularFile(path, file);
+    if (!file)
+        return result;
+    result = readRest(file, most, content);
+    std::fclose(file);
+    return result;
+}
+
+FileResult replaceFile(const char* path, const void* data, unsigned long long size)
 {
     FileReplacement file(path);
-    return file.write(data, size) && file.commit();
+    if (file.write(data, size))
+        file.commit();
+    return file.getResult();
 }
 
 int saveBufferToFile(const char* path, const void* buffer, unsigned long long size)
@@ -48,8 +101,8 @@ int loadBufferFromFile(const char* path, void* buffer, unsigned long long size)
 {
     if (!buffer)
         return 4;
-    FILE* const file = path ? std::fopen(path, "rbe") : nullptr;
-    if (!file)
+    FILE* file = nullptr;
+    if (!openRegularFile(path, file))
         return -1;
     [[maybe_unused]] const size_t got = std::fread(buffer, 1, size, file);
     std::fclose(file);

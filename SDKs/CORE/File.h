@@ -2,23 +2,35 @@
 // thread. Nothing throws on a failure; it shows in the value that comes back.
 #pragma once
 
+#include "CORE/FileResult.h"
+
+#include <cstddef>
+#include <cstdio>
+#include <string>
+
 namespace Core::File
 {
 // Bytes in the file; the largest int if there are more than it can say, -1 if there is no such file.
 int getFileSize(const char* path);
 
-// Creates all missing folders of path, the last one included. True if path is a folder afterwards.
-bool mkDirRecursive(const char* path);
+// Creates all missing folders of path, the last one included. Done if path is a folder afterwards.
+FileResult mkDirRecursive(const char* path);
 
-// Puts a file of size bytes in the place of path, as a whole or not at all (see FileReplacement.h). True on
-// success.
-bool replaceFile(const char* path, const void* data, unsigned long long size);
+// Opens a regular file for reading, and nothing else: a pipe or a device would block. If that fails, file is
+// null.
+FileResult openRegularFile(const char* path, FILE*& file);
+
+// The whole regular file, if it has no more than `most` bytes.
+FileResult readFile(const char* path, size_t most, std::string& content);
+
+// Puts a file of size bytes in the place of path, as a whole or not at all (see FileReplacement.h).
+FileResult replaceFile(const char* path, const void* data, unsigned long long size);
 
 // The same, with 0 on success and -1 if the file could not be written.
 int saveBufferToFile(const char* path, const void* buffer, unsigned long long size);
 
-// Reads the first size bytes of the file. 4 for a null buffer, -1 if the file cannot be opened, otherwise
-// 0: a shorter file leaves the rest of the buffer as it was and is not reported.
+// Reads the first size bytes of a regular file. 4 for a null buffer, -1 if the file cannot be opened,
+// otherwise 0: a shorter file leaves the rest of the buffer as it was and is not reported.
 int loadBufferFromFile(const char* path, void* buffer, unsigned long long size);
 
 // Turns the separators of a path: type 1 makes every "/" a "\", any other type every "\" a "/". out holds
@@ -34,7 +46,7 @@ enum osPathType
     kUserSupportFolder = 3,
 };
 
-// The folder of that kind, with "/" as separator and one at its end, and sub behind it as it stands (null:
-// nothing). out has at least 1024 bytes; a longer path is cut. The folder need not exist.
+// The folder of that kind, with "/" as separator and one at its end, followed by sub as it stands (null
+// counts as empty). out has at least 1024 bytes; a longer path is cut. The folder need not exist.
 void getOSPath(char* out, osPathType type, const char* sub);
 }

@@ -4,10 +4,14 @@
 // renames it over the target; until then, and if anything fails, the former file is untouched and nothing is
 // left beside it. What a process leaves that is killed meanwhile, the next save in that folder removes. The
 // new file has the former one's permissions. If the target is a symbolic link, the link stays and what it
-// points to is replaced. A target that may not be written, or that is no plain file, is refused.
+// points to is replaced. A target that may not be written, or that is no regular file, is refused.
+//
+// For several files of one folder, FileReplacementGroup is quicker.
 #pragma once
 
-#include <cstdio>
+#include "CORE/FileResult.h"
+#include "CORE/HiddenFile.h"
+
 #include <string>
 
 namespace Core
@@ -19,23 +23,29 @@ public:
     // A path that cannot be written makes every later call answer false. Null is such a path.
     explicit FileReplacement(const char* path);
     // Without a commit before it, drops what was written.
-    ~FileReplacement();
+    ~FileReplacement() = default;
     FileReplacement(const FileReplacement&) = delete;
     FileReplacement& operator=(const FileReplacement&) = delete;
 
-    bool isOpen() const { return stream != nullptr; }
-    // Appends size bytes. False if they did not all go out; a commit then fails too.
+    bool isOpen() const { return hidden.isOpen(); }
+    // Why it could not be opened, written or committed: the first thing that failed.
+    const FileResult& getResult() const { return result; }
+    // For libraries that write by themselves. Open for reading and writing, and stays this object's.
+    int descriptor() const { return hidden.descriptor(); }
+
+    // Appends size bytes. False if they did not all go out; a commit then fails, too.
     bool write(const void* data, unsigned long long size);
-    // Once, at the end. True if the target now is what was written.
+    // Brings what was written to the disk; what is written afterwards comes with the next flush.
+    bool flush();
+    // Once, at the end; flushes first. True if the target now is what was written.
     bool commit();
 
 private:
-    bool flushToDisk();
+    bool fail(int error);
 
-    std::string target;    // links resolved
-    std::string temporary; // empty if there is none on the disk
-    FILE* stream = nullptr;
-    int lock = -1;        // the hidden file's, held until it is renamed or removed
-    bool complete = true; // every write so far went out
+    std::string target; // with links followed
+    HiddenFile hidden;
+    FileResult result;
+    bool flushed = false;
 };
 }

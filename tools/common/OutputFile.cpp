@@ -3,90 +3,41 @@
 #include "tools/common/Text.h"
 #include "tools/common/ToolError.h"
 
-#include <cerrno>
-#include <cstdlib>
-#include <cstring>
 #include <filesystem>
-#include <sys/stat.h>
-#include <unistd.h>
-#include <utility>
 
 namespace lodex
 {
-static mode_t modeOfNewFiles()
+void requireWritten(const std::string& path, const Core::FileResult& result)
 {
-    const mode_t mask = umask(0);
-    umask(mask);
-    return 0666 & ~mask;
+    if (!result)
+        throw ToolError("cannot write " + printable(path) + ": " + result.problem);
 }
 
-OutputFile::OutputFile(const std::string& name) : path(name), target(name)
+OutputFile::OutputFile(const std::string& name) : path(name), file(name.c_str())
 {
-    std::error_code missing;
-    if (const auto followed = std::filesystem::canonical(path, missing); !missing)
-        target = followed.string();
-    if (std::filesystem::path(target).filename().empty())
+    if (std::filesystem::path(path).filename().empty())
         throw ToolError(inQuotes(path) + " is not the name of a file");
-
-    mode_t mode = modeOfNewFiles();
-    if (struct stat former; stat(target.c_str(), &former) == 0)
-    {
-        if (!S_ISREG(former.st_mode))
-            throw ToolError("cannot write " + printable(path) + ": it is not a regular file");
-        if (access(target.c_str(), W_OK) != 0) // moving another file over it would not ask
-            fail(errno);
-        mode = former.st_mode & 07777;
-    }
-    std::string beside = (std::filesystem::path(target).parent_path() / ".lodex-XXXXXX").string();
-    fd = mkstemp(beside.data());
-    if (fd < 0)
-        fail(errno);
-    temporary = beside;
-    fchmod(fd, mode);
-}
-
-OutputFile::~OutputFile()
-{
-    if (fd >= 0)
-        close(fd);
-    if (!temporary.empty())
-        unlink(temporary.c_str());
+    require(file.isOpen());
 }
 
 void OutputFile::write(const void* data, size_t bytes)
 {
-    for (auto next = static_cast<const char*>(data); bytes > 0;)
-    {
-        const ssize_t written = ::write(fd, next, bytes);
-        if (written < 0)
-            fail(errno);
-        next += written;
-        bytes -= size_t(written);
-    }
-}
-
-void OutputFile::endWriting()
-{
-    if (close(std::exchange(fd, -1)) != 0)
-        fail(errno);
+    require(file.write(data, bytes));
 }
 
 void OutputFile::flush()
 {
-    if (fsync(fd) != 0)
-        fail(errno);
-    endWriting();
+    require(file.flush());
 }
 
 void OutputFile::commit()
 {
-    if (rename(temporary.c_str(), target.c_str()) != 0)
-        fail(errno);
-    temporary.clear();
+    require(file.commit());
 }
 
-void OutputFile::fail(int error) const
+void OutputFile::require(bool done) const
 {
-    throw ToolError("cannot write " + printable(path) + ": " + std::strerror(error));
+    if (!done)
+        requireWritten(path, file.getResult());
 }
 }

@@ -1,6 +1,8 @@
-// A file that appears only when it is complete: written under another name beside its target, and moved
-// over it at the end. What was not committed is removed, and a former file stays as it was.
+// A file that a command writes: it appears only when it is complete (CORE/FileReplacement.h), and every
+// failure is a ToolError with the file's name.
 #pragma once
+
+#include "CORE/FileReplacement.h"
 
 #include <string>
 
@@ -12,29 +14,25 @@ public:
     // Opens at once, so that a target that can't be written is known before the work begins. A ToolError
     // then; the same for one that exists and is no regular file. A link is followed.
     explicit OutputFile(const std::string& name);
-    OutputFile(const OutputFile&) = delete;
-    OutputFile& operator=(const OutputFile&) = delete;
-    ~OutputFile();
 
     // What the messages call it: the path as given.
     const std::string& name() const { return path; }
-    // Open for reading and writing until then; belongs to this object.
-    int descriptor() const { return fd; }
+    // Open for reading and writing; belongs to this object.
+    int descriptor() const { return file.descriptor(); }
 
     void write(const void* data, size_t bytes);
-    // Closes what was written, but leaves it to the caller that it reaches the disk.
-    void endWriting();
-    // Puts it on the disk, too.
+    // Puts what was written on the disk, so that commit has little left to fail with.
     void flush();
     // Moves the file to its place.
     void commit();
 
 private:
-    [[noreturn]] void fail(int error) const;
+    void require(bool done) const;
 
     std::string path;
-    std::string target;    // path, with links followed
-    std::string temporary; // empty once committed
-    int fd = -1;
+    Core::FileReplacement file;
 };
+
+// Throws a ToolError for a file that could not be written.
+void requireWritten(const std::string& path, const Core::FileResult& result);
 }

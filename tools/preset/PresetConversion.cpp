@@ -1,5 +1,7 @@
 #include "tools/preset/PresetConversion.h"
 
+#include "CORE/File.h"
+#include "CORE/FileReplacementGroup.h"
 #include "Sonvex/FileNames.h"
 #include "presets/PresetNames.h"
 #include "tools/common/Interruption.h"
@@ -8,11 +10,7 @@
 #include "tools/common/ToolError.h"
 #include "tools/preset/PresetEffect.h"
 
-#include <cerrno>
-#include <cstring>
-#include <fcntl.h>
 #include <filesystem>
-#include <unistd.h>
 
 namespace lodex
 {
@@ -24,7 +22,7 @@ namespace fs = std::filesystem;
 class OutputFolder
 {
 public:
-    explicit OutputFolder(const std::string& path) : name(path)
+    explicit OutputFolder(const std::string& path)
     {
         std::error_code error;
         for (fs::path part = fs::absolute(path, error); !fs::exists(part, error); part = part.parent_path())
@@ -42,21 +40,9 @@ public:
             fs::remove(each, notEmpty);
     }
 
-    // Puts everything in the folder on the disk: one by one would take long for many files.
-    void flush() const
-    {
-        const int fd = open(name.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-        const bool done = fd >= 0 && syncfs(fd) == 0;
-        const int error = errno;
-        if (fd >= 0)
-            close(fd);
-        if (!done)
-            throw ToolError("cannot write to " + printable(name) + ": " + std::strerror(error));
-    }
     void keep() { made.clear(); }
 
 private:
-    std::string name;
     std::vector<fs::path> made; // the deepest first
 };
 
@@ -75,12 +61,9 @@ void requireFree(const fs::path& path, bool force)
         throw ToolError(printable(path.string()) + " is there already; --force replaces it");
 }
 
-std::unique_ptr<OutputFile> write(const fs::path& path, PresetEffect& effect)
+std::string imageOf(PresetEffect& effect, const fs::path& path)
 {
-    auto file = std::make_unique<OutputFile>(path.string());
-    const std::string content = effect.programFile(getFileName(path.c_str()));
-    file->write(content.data(), content.size());
-    return file;
+    return effect.programFile(getFileName(path.c_str()));
 }
 
 int convertOne(const PresetFile& file, const std::string& output, bool force)
@@ -88,9 +71,8 @@ int convertOne(const PresetFile& file, const std::string& output, bool force)
     requireFree(output, force);
     PresetEffect effect;
     effect.load(file, 0, file.type);
-    const auto written = write(output, effect);
-    written->flush();
-    written->commit();
+    const std::string image = imageOf(effect, output);
+    requireWritten(output, Core::File::replaceFile(output.c_str(), image.data(), image.size()));
     return 1;
 }
 
@@ -100,7 +82,7 @@ int convertSeveral(const PresetFile& file, const std::string& output, bool force
         throw ToolError(inQuotes(output) + " is not a folder, and there are " +
                         std::to_string(file.presets.size()) + " presets to write");
     OutputFolder folder(output);
-    std::vector<std::unique_ptr<OutputFile>> files; // destroyed, and so removed, before the folder
+    Core::FileReplacementGroup files(output.c_str()); // destroyed, and so removed, before the folder
     for (size_t i = 0; i < file.presets.size(); ++i)
     {
         if (file.presets[i].chunk.empty())
@@ -110,14 +92,12 @@ int convertSeveral(const PresetFile& file, const std::string& output, bool force
         effect.load(file, i, file.type);
         const fs::path path = fs::path(output) / fileName(int(i) + 1, effect.content().name);
         requireFree(path, force);
-        files.push_back(write(path, effect));
-        files.back()->endWriting(); // there may be more than a process can have open
+        const std::string image = imageOf(effect, path);
+        requireWritten(path, files.write(path.c_str(), image.data(), image.size()));
     }
-    folder.flush();
-    for (const auto& each : files)
-        each->commit();
+    requireWritten(output, files.commit());
     folder.keep();
-    return int(files.size());
+    return files.getCommittedCount();
 }
 }
 

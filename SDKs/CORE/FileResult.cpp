@@ -1,0 +1,11 @@
+#include "CORE/FileResult.h"
+
+#include <system_error>
+
+namespace Core
+{
+FileResult FileResult::failed(int error)
+{
+    return {std::generic_category().message(error)};
+}
+}

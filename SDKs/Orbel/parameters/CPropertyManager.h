@@ -1,9 +1,8 @@
-// Owns a set of parameters, finds them, and saves and restores their values as a chunk.
+// Owns a set of parameters, finds them, and saves and restores their values as records, or as a chunk of them
+// (ParameterChunk.h).
 //
-// A chunk names each value by its parameter's id text, so that values survive reordering and additions:
-// a parameter that a chunk does not name keeps what it has, a record that names none is passed over.
-// The format stands in CPropertyManager.cpp. Chunks come from outside: one that fails any check changes
-// nothing at all.
+// A record names its parameter by the id text: a parameter that has no record keeps what it has, a record
+// without a parameter is skipped. Chunks are untrusted input: one that fails any check changes nothing.
 //
 // Made and used on the window thread; the getters by index and id may be called on any thread once all
 // properties are created. setChunk notifies listeners on the thread that calls it. Saving and loading
@@ -13,11 +12,14 @@
 #include "Orbel/parameters/ParameterProperty.h"
 
 #include <memory>
+#include <span>
 #include <string>
 #include <vector>
 
 namespace Orbel
 {
+class ParameterChunk;
+
 class CPropertyManager
 {
 public:
@@ -50,14 +52,20 @@ public:
     int getPropertyCount() const { return int(properties.size()); }
     int getAutomateAblePropertyCount() const { return int(automatable.size()); }
 
-    // The chunk of all, or of the given properties (a null among them leaves its record empty): its size
-    // in bytes, or 0, and then the address is left unwritten. The buffer is valid until the next call.
+    // The values of all, or of the given properties; a null among them gives a record of zeros.
+    ParameterChunk getRecords() const;
+    static ParameterChunk getRecords(const std::vector<ParameterProperty*>& list);
+    // Sets the values that the records name, clamped to today's ranges, with notification. Parameter ids to
+    // ignore are left alone.
+    void setRecords(const ParameterChunk& records, std::span<const int> ignored);
+
+    // The same as bytes: the size, or 0, and then the address is left unwritten. The buffer is valid until
+    // the next call.
     unsigned long getChunk(char** data);
     unsigned long getChunkFromList(char** data, const std::vector<ParameterProperty*>& list);
 
-    // Sets the values that the chunk names, clamped to today's ranges, with notification. Whatever lies
-    // ahead of the chunk in the data is skipped. A converter (or null) replaces the ids; without one, a
-    // suffix from 0 replaces the first number (but 0) in each id. Parameter ids to ignore are left alone.
+    // setRecords with the chunk in the data. A converter (or null) replaces the ids; without one, a suffix
+    // from 0 replaces the first number (but 0) in each id.
     void setChunk(const char* data, unsigned long size, int loadSuffix, const std::vector<long>& ignored,
                   IIDConverter* converter);
     void setChunkWithLoadSuffix(const char* data, unsigned long size, int loadSuffix);
@@ -67,10 +75,11 @@ public:
 
 private:
     ParameterProperty* append(std::unique_ptr<ParameterProperty> property);
+    unsigned long handOut(const ParameterChunk& records, char** data);
     ParameterProperty* propertyOfRecord(const std::string& id, int loadSuffix, IIDConverter* converter) const;
 
     std::vector<std::unique_ptr<ParameterProperty>> properties;
     std::vector<ParameterProperty*> automatable;
-    std::vector<char> chunk; // the last one that was handed out
+    std::string chunk; // the last one that was handed out
 };
 }

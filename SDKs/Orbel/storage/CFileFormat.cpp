@@ -2,16 +2,12 @@
 
 #include "CORE/File.h"
 #include "CORE/ForeignData.h"
+#include "CORE/WholeCharacters.h"
 #include "Sonvex/FileNames.h"
 
 #include <algorithm>
-#include <cstdio>
+#include <cerrno>
 #include <cstring>
-#include <fcntl.h>
-#include <memory>
-#include <optional>
-#include <sys/stat.h>
-#include <unistd.h>
 
 namespace Orbel
 {
@@ -38,75 +34,50 @@ constexpr size_t programName = 28;
 constexpr size_t longestProgramName = 27;
 }
 
-constexpr char commonMagic[] = "CcnK";
+constexpr std::string_view commonMagic = "CcnK";
 constexpr size_t magicLength = 4;
 constexpr std::uint32_t writtenVersion = 1;
 
-bool hasMagic(const char* at, const char* magic)
+std::string_view magicAt(std::string_view image, size_t at)
 {
-    return std::memcmp(at, magic, magicLength) == 0;
+    return image.substr(std::min(at, image.size()), magicLength);
 }
 
-void saveImage(const char* path, const std::string& image)
+Core::FileResult saveImage(const char* path, const std::string& image)
 {
-    if (!image.empty())
-        Core::File::replaceFile(path, image.data(), image.size());
+    if (image.empty())
+        return Core::FileResult::failed(EFBIG);
+    return Core::File::replaceFile(path, image.data(), image.size());
 }
 
-// A plain file, open for reading, of no more bytes than are read. Opening it never waits for anyone.
-class InputFile
+Diagnosis readWhole(const char* path, std::string& content)
 {
-public:
-    explicit InputFile(const char* path)
-    {
-        const int descriptor = path ? open(path, O_RDONLY | O_CLOEXEC | O_NONBLOCK) : -1;
-        struct stat info;
-        if (descriptor < 0)
-            return;
-        if (fstat(descriptor, &info) != 0 || !S_ISREG(info.st_mode) ||
-            std::uint64_t(info.st_size) > Core::kLargestForeignSize || !(stream = fdopen(descriptor, "rb")))
-            close(descriptor);
-    }
-    ~InputFile()
-    {
-        if (stream)
-            std::fclose(stream);
-    }
-    InputFile(const InputFile&) = delete;
-    InputFile& operator=(const InputFile&) = delete;
-
-    bool isOpen() const { return stream != nullptr; }
-    bool read(char* out, size_t bytes) { return std::fread(out, 1, bytes, stream) == bytes; }
-    // Puts what is left of the file, from least to most bytes of it, into a new buffer. Leaves both outputs
-    // if that fails.
-    void readRest(std::uint64_t least, std::uint64_t most, char*& buffer, long& size)
-    {
-        const std::uint64_t length = std::min(most, std::uint64_t(fsize(stream)));
-        if (length < least || length > Core::kLargestForeignSize)
-            return;
-        auto bytes = std::make_unique_for_overwrite<char[]>(length);
-        if (!read(bytes.get(), length))
-            return;
-        buffer = bytes.release();
-        size = long(length);
-    }
-
-private:
-    FILE* stream = nullptr;
-};
+    const auto result = Core::File::readFile(path, Core::kLargestForeignSize, content);
+    return result ? Diagnosis() : refused(0, result.problem);
 }
 
-void CFileFormat::loadFromFile(const char* path, char** buffer, long& size)
+void handOver(std::string_view content, char** buffer, long& size)
 {
-    InputFile file(path);
-    if (file.isOpen())
-        file.readRest(0, Core::kLargestForeignSize, *buffer, size);
+    *buffer = new char[content.size()];
+    content.copy(*buffer, content.size());
+    size = long(content.size());
+}
 }
 
-void CFileFormat::saveToFile(const char* path, const char* buffer, long size)
+Diagnosis CFileFormat::loadFromFile(const char* path, char** buffer, long& size)
 {
-    if (size >= 0)
-        Core::File::replaceFile(path, buffer, size_t(size));
+    std::string content;
+    const Diagnosis found = readWhole(path, content);
+    if (found.taken)
+        handOver(content, buffer, size);
+    return found;
+}
+
+Core::FileResult CFileFormat::saveToFile(const char* path, const char* buffer, long size)
+{
+    if (size < 0)
+        return Core::FileResult::failed(EINVAL);
+    return Core::File::replaceFile(path, buffer, size_t(size));
 }
 
 void CFileFormat::releaseBuffer(char* buffer)
@@ -114,46 +85,76 @@ void CFileFormat::releaseBuffer(char* buffer)
     delete[] buffer;
 }
 
-std::optional<std::uint32_t> CPresetFormat::declaredSize(const char* from) const
+Diagnosis CFileFormatCppHeader::loadFromFile(const char*, char**, long&)
 {
-    const bool mine = hasMagic(from + header::magic, commonMagic) &&
-                      Core::readBig32(from + header::pluginID) == std::uint32_t(getPluginID()) &&
-                      hasMagic(from + header::kindMagic, layout.magic);
-    return mine ? std::optional(Core::readBig32(from + layout.payloadSize)) : std::nullopt;
+    return refused(0, "header files are not read");
 }
 
-void CPresetFormat::loadFromFile(const char* path, char** buffer, long& size)
+Core::FileResult CFileFormatCppHeader::saveToFile(const char*, const char*, long)
 {
-    InputFile file(path);
-    std::string start(layout.headerSize, '\0');
-    if (!file.isOpen() || !file.read(start.data(), start.size()))
-        return;
-    if (const auto declared = declaredSize(start.data()))
-        file.readRest(1, *declared, *buffer, size);
+    return {"header files are not written"};
 }
 
-bool CPresetFormat::unwrap(const char* data, long size, const char** payload, long* payloadSize) const
+bool CPresetFormat::isKind(std::string_view image) const
 {
-    const long headerSize = long(layout.headerSize);
-    if (!data || size <= headerSize || std::uint64_t(size) > Core::kLargestForeignSize)
-        return false;
-    const auto declared = declaredSize(data);
-    if (!declared || *declared == 0)
-        return false;
-    *payload = data + headerSize;
-    *payloadSize = std::min(long(*declared), size - headerSize);
-    return true;
+    return magicAt(image, header::magic) == commonMagic && magicAt(image, header::kindMagic) == layout.magic;
 }
 
-std::string CPresetFormat::image(const char* programName, const char* payload, long size) const
+Diagnosis CPresetFormat::readHeader(std::string_view image) const
+{
+    if (image.size() < layout.headerSize)
+        return refused(image.size(), cutOff(image.size(), layout.headerSize) + " of its header");
+    if (const auto magic = magicAt(image, header::magic); magic != commonMagic)
+        return refused(header::magic, "it begins with " + quoted(magic) + ", not " + quoted(commonMagic));
+    char own[magicLength];
+    Core::writeBig32(own, std::uint32_t(getPluginID()));
+    if (const auto id = magicAt(image, header::pluginID); id != std::string_view(own, magicLength))
+        return refused(header::pluginID, "it is of another plug-in: its id is " + quoted(id) + ", not " +
+                                             quoted({own, magicLength}));
+    if (const auto kind = magicAt(image, header::kindMagic); kind != layout.magic)
+        return refused(header::kindMagic, "its kind is " + quoted(kind) + ", not " + quoted(layout.magic));
+    return {};
+}
+
+Diagnosis CPresetFormat::unwrap(std::string_view image, std::string_view& payload) const
+{
+    if (image.size() > Core::kLargestForeignSize)
+        return refused(Core::kLargestForeignSize, "it is longer than 64 MiB");
+    if (Diagnosis found = readHeader(image); !found.taken)
+        return found;
+    const std::uint64_t declared = Core::readBig32(image.data() + layout.payloadSize);
+    const std::string_view rest = image.substr(layout.headerSize);
+    if (declared == 0)
+        return refused(layout.payloadSize, "it declares a chunk of no bytes");
+    const std::string missing =
+        declared > rest.size() ? cutOff(image.size(), layout.headerSize + declared) : std::string();
+    if (rest.empty())
+        return refused(image.size(), missing);
+    payload = rest.substr(0, declared);
+    return damaged(image.size(), missing);
+}
+
+Diagnosis CPresetFormat::loadFromFile(const char* path, char** buffer, long& size)
+{
+    std::string content;
+    Diagnosis found = readWhole(path, content);
+    std::string_view payload;
+    if (found.taken)
+        found = unwrap(content, payload);
+    if (found.taken)
+        handOver(payload, buffer, size);
+    return found;
+}
+
+std::string CPresetFormat::image(std::string_view programName, const char* payload, long size) const
 {
     if (!payload || size < 0 || std::uint64_t(size) > Core::kLargestForeignSize - layout.headerSize)
         return {};
     std::string out(layout.headerSize, '\0');
-    std::memcpy(out.data() + header::magic, commonMagic, magicLength);
+    commonMagic.copy(out.data() + header::magic, magicLength);
     std::memcpy(out.data() + header::kindMagic, layout.magic, magicLength);
-    std::memcpy(out.data() + header::programName, programName,
-                strnlen(programName, header::longestProgramName));
+    const auto name = Core::wholeCharacters(programName, header::longestProgramName);
+    name.copy(out.data() + header::programName, name.size());
     const auto put = [&](size_t at, size_t word) { Core::writeBig32(out.data() + at, std::uint32_t(word)); };
     put(header::byteSize, layout.headerSize - header::byteSizeCounted + size_t(size));
     put(header::version, writtenVersion);
@@ -163,9 +164,9 @@ std::string CPresetFormat::image(const char* programName, const char* payload, l
     return out.append(payload, size_t(size));
 }
 
-void CPresetFormatFXP::saveToFile(const char* path, const char* buffer, long size)
+Core::FileResult CPresetFormatFXP::saveToFile(const char* path, const char* buffer, long size)
 {
-    saveImage(path, wrap(getFileName(path), buffer, size));
+    return saveImage(path, wrap(getFileName(path), buffer, size));
 }
 
 std::string CPresetFormatFXP::wrap(const char* programName, const char* payload, long size) const
@@ -173,9 +174,9 @@ std::string CPresetFormatFXP::wrap(const char* programName, const char* payload,
     return image(programName ? programName : "", payload, size);
 }
 
-void CPresetFormatFXB::saveToFile(const char* path, const char* buffer, long size)
+Core::FileResult CPresetFormatFXB::saveToFile(const char* path, const char* buffer, long size)
 {
-    saveImage(path, wrap(buffer, size));
+    return saveImage(path, wrap(buffer, size));
 }
 
 std::string CPresetFormatFXB::wrap(const char* payload, long size) const

@@ -1,5 +1,7 @@
 #include "Orbel/storage/CPresetStore.h"
 
+#include "CORE/WholeCharacters.h"
+
 #include <algorithm>
 #include <cstring>
 
@@ -22,18 +24,20 @@ constexpr ContainerLayout storeLayout = {
 
 constexpr char nameChunk[] = "PresetName"; // the last record of a store that has a name: the name and its NUL
 constexpr char noName[] = "NoName";
+constexpr int refusedStore = 2; // the contract's answer
 
-// A null text is none.
+// The text up to its NUL or `length` bytes. Null counts as empty.
 std::string_view cut(const char* text, size_t length)
 {
     return text ? std::string_view(text, strnlen(text, length)) : std::string_view();
 }
 
+// The text has room in the field, its NUL included.
 template <size_t size>
-void copyText(char (&to)[size], const char* from)
+void copyText(char (&to)[size], std::string_view text)
 {
-    const std::string text(cut(from, size - 1)); // from may be to itself
-    std::fill(text.copy(to, size - 1) + to, to + size, '\0');
+    const std::string copy(text); // it may lie in the field itself
+    std::fill(copy.copy(to, size - 1) + to, to + size, '\0');
 }
 }
 
@@ -42,13 +46,13 @@ CPresetStore::CPresetStore() : chunks(storeLayout) {}
 void CPresetStore::setPresetID(const char* id)
 {
     if (id)
-        copyText(presetID, id);
+        copyText(presetID, cut(id, kLongestID));
 }
 
 void CPresetStore::setPresetName(const char* name)
 {
     if (name)
-        copyText(presetName, *name ? name : noName);
+        copyText(presetName, Core::wholeCharacters(*name ? name : noName, kLongestName));
 }
 
 void CPresetStore::addChunk(const char* name, const char* data, long length)
@@ -77,8 +81,13 @@ long CPresetStore::getPreset(char** out)
 
 int CPresetStore::setPreset(char* data, long size)
 {
-    const size_t bytes = data && size > 0 ? size_t(size) : 0;
-    const auto result = chunks.read(presetID, {data, bytes});
+    UnpackingAllowance any;
+    return read({data, data && size > 0 ? size_t(size) : 0}, any).taken ? 0 : refusedStore;
+}
+
+Diagnosis CPresetStore::read(std::span<char> data, UnpackingAllowance& allowance)
+{
+    const Diagnosis result = chunks.read(presetID, data, allowance);
     std::vector<char>().swap(output); // only now: it may be what was read
     takeStoredName();
     return result;

@@ -21,16 +21,16 @@ class CPresetStore
 public:
     CPresetStore();
 
-    static constexpr int kLongestID = 20;   // characters
-    static constexpr int kLongestName = 40; // characters
+    static constexpr int kLongestID = 20;   // bytes
+    static constexpr int kLongestName = 40; // bytes
 
     // The id that is written, and that a store to be read must have; "ppst" at first. Null is ignored, a
     // longer one is cut.
     void setPresetID(const char* id);
     const char* getPresetID() const { return presetID; }
 
-    // The name that is written; empty at first, and then none is. Null is ignored, the empty text gives
-    // "NoName", a longer one is cut.
+    // The name that is written; empty at first, and then none is written. Null is ignored, the empty text
+    // gives "NoName". A name of more than 40 bytes is cut, never inside a character.
     void setPresetName(const char* name);
     const char* getPresetName() const { return presetName; }
 
@@ -46,8 +46,10 @@ public:
 
     // Reads a store and forgets what was here, except the id. 0: taken; 2: refused, as it has a bad header or
     // another id. A store whose data cannot be unpacked is taken, and has no chunks. The store's name, if it
-    // has one of at most 40 characters, replaces the name here. The data is changed: it cannot be read twice.
+    // has one of at most 40 bytes, replaces the name here. The data is changed: it cannot be read twice.
     int setPreset(char* data, long size);
+    // The same, with what there is to say of it. What is not allowed to be unpacked is refused.
+    Diagnosis read(std::span<char> data, UnpackingAllowance& allowance);
 
     // The first chunk whose name agrees in its first 20 characters: its length, or 0 with null if there is
     // none. The bytes stay the store's, until the next call that changes it; they may be changed.

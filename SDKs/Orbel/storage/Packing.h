@@ -24,6 +24,27 @@ bool unpack(std::string_view stream, std::uint64_t room, std::string& out);
 void fold(std::span<char> data);
 void unfold(std::span<char> data);
 
+// How much may still be unpacked of one file. A small file can unpack to a very large one, and a bank to many
+// of them: all that is read of it comes out of one allowance. Apart from it, every reader refuses what
+// unpacks to more than 64 MiB at once.
+class UnpackingAllowance
+{
+public:
+    // Without a number, as much as one likes.
+    explicit UnpackingAllowance(std::uint64_t bytes = UINT64_MAX) : left(bytes) {}
+
+    // False, and nothing taken, if there is no room for so many bytes.
+    bool take(std::uint64_t bytes)
+    {
+        const bool enough = bytes <= left;
+        left -= enough ? bytes : 0;
+        return enough;
+    }
+
+private:
+    std::uint64_t left;
+};
+
 // Exchanges readable bytes for others: XOR with 0xAA at even offsets, with 0x55 at odd ones. It undoes
 // itself.
 void scramble(std::span<char> data);

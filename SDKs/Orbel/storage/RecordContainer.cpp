@@ -50,31 +50,58 @@ void RecordContainer::clear()
     std::vector<ChunkTable>().swap(table);
 }
 
-RecordContainer::Result RecordContainer::read(const char* id, std::span<char> data)
+Diagnosis RecordContainer::readHeader(const char* id, std::string_view data, Header& header) const
 {
-    clear();
-    if (data.size() < layout->size || std::strncmp(data.data(), id, layout->idSize) != 0)
-        return kRefused;
+    if (data.size() < layout->size)
+        return refused(data.size(), cutOff(data.size(), layout->size) + " of its header");
+    if (std::strncmp(data.data(), id, layout->idSize) != 0)
+        return refused(0, "its id is " + quoted(textOf(data.data(), layout->idSize)) + ", not " + quoted(id));
     const auto [headerSize, version, compressed, storedSize, rawSize] =
         readFields<5>(data.data() + layout->fields);
-    if (data.size() < headerSize + storedSize || version > currentVersion)
-        return kRefused;
-    if (storedSize > Core::kLargestForeignSize || rawSize > Core::kLargestForeignSize)
-        return kRefused;
+    header = {headerSize, version, compressed, storedSize, rawSize};
+    if (data.size() < headerSize + storedSize)
+        return refused(data.size(), cutOff(data.size(), headerSize + storedSize));
+    if (version > currentVersion)
+        return refused(layout->fields + 4, "its version is " + std::to_string(version) + ", and " +
+                                               std::to_string(currentVersion) + " is the highest known");
+    if (storedSize > Core::kLargestForeignSize)
+        return refused(layout->fields + 12,
+                       "it has " + std::to_string(storedSize) + " bytes, which is too much");
+    return {};
+}
 
-    const auto stored = data.subspan(headerSize, storedSize);
+Diagnosis RecordContainer::read(const char* id, std::span<char> data, UnpackingAllowance& allowance)
+{
+    clear();
+    Header header{};
+    if (Diagnosis found = readHeader(id, {data.data(), data.size()}, header); !found.taken)
+        return found;
+    if (header.rawSize > Core::kLargestForeignSize || !allowance.take(header.rawSize))
+        return refused(layout->fields + 16,
+                       "it would unpack to " + std::to_string(header.rawSize) + " bytes, which is too much");
+    if (!unpackRecords(data.subspan(header.headerSize, header.storedSize), header))
+        return damaged(header.headerSize, "its data does not unpack");
+    const size_t end = walk();
+    if (end == header.rawSize)
+        return {};
+    const std::string words =
+        table.empty() ? "its first chunk is damaged" : "its chunks end after " + std::to_string(table.size());
+    return damaged(end, words + ", at byte " + std::to_string(end) + " of " + std::to_string(header.rawSize));
+}
+
+bool RecordContainer::unpackRecords(std::span<char> stored, const Header& header)
+{
     if (layout->scrambled)
         scramble(stored);
     unfold(stored);
-    if (compressed != 0)
-        unpack({stored.data(), stored.size()}, rawSize, raw);
-    else
-        raw.assign(stored.data(), std::min(storedSize, rawSize));
-    walk();
-    return kTaken;
+    if (header.compressed != 0)
+        return unpack({stored.data(), stored.size()}, header.rawSize, raw);
+    raw.assign(stored.data(), std::min(header.storedSize, header.rawSize));
+    return true;
 }
 
-void RecordContainer::walk()
+// The byte after the last record that is whole.
+size_t RecordContainer::walk()
 {
     const size_t end = raw.size();
     size_t at = 0;
@@ -93,6 +120,7 @@ void RecordContainer::walk()
     std::sort(table.begin(), table.end(),
               [](const ChunkTable& a, const ChunkTable& b)
               { return std::pair(a.nameHash, a.data) < std::pair(b.nameHash, b.data); });
+    return at;
 }
 
 std::string_view RecordContainer::nameAhead(size_t payload) const

@@ -11,6 +11,9 @@
 // and never read.
 #pragma once
 
+#include "Orbel/storage/Diagnosis.h"
+#include "Orbel/storage/Packing.h"
+
 #include <cstdint>
 #include <span>
 #include <string>
@@ -44,20 +47,14 @@ struct ChunkTable
 class RecordContainer
 {
 public:
-    enum Result
-    {
-        kTaken = 0,
-        kRefused = 2,
-    };
-
     // The layout has to outlive the container.
     explicit RecordContainer(const ContainerLayout& of) : layout(&of) {}
 
     // Forgets what was here and reads a container, which is unfolded and unscrambled where it stands. Refused
-    // if it is cut short, has another id or a version above 0x1000, or would need more than 64 MiB. Data
-    // that cannot be unpacked holds no record; records end ahead of the first that is damaged, reaches
-    // beyond the end, or runs into itself.
-    Result read(const char* id, std::span<char> data);
+    // if it is cut short, has another id or a version above 0x1000, or would need more than 64 MiB or what is
+    // allowed. Data that cannot be unpacked holds no record; records end ahead of the first that is damaged,
+    // reaches beyond the end, or runs into itself.
+    Diagnosis read(const char* id, std::span<char> data, UnpackingAllowance& allowance);
 
     // Appends a record with a name cut to its field. Ignored if more than 64 MiB would come together.
     void append(std::string_view name, std::string_view payload);
@@ -74,7 +71,15 @@ public:
     void clear();
 
 private:
-    void walk();
+    struct Header
+    {
+        // 64 bits each, so that no sum of them wraps.
+        std::uint64_t headerSize, version, compressed, storedSize, rawSize;
+    };
+
+    Diagnosis readHeader(const char* id, std::string_view data, Header& header) const;
+    bool unpackRecords(std::span<char> stored, const Header& header);
+    size_t walk();
     std::string_view nameAhead(size_t payload) const; // of the record with the payload there
 
     const ContainerLayout* layout;

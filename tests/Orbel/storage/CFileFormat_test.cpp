@@ -23,7 +23,8 @@ std::string load(CFileFormat& format, const std::string& path)
     char untouched = 'u';
     char* buffer = &untouched;
     long size = -1;
-    format.loadFromFile(path.c_str(), &buffer, size);
+    const bool taken = format.loadFromFile(path.c_str(), &buffer, size).taken;
+    EXPECT_EQ(taken, buffer != &untouched);
     if (buffer == &untouched)
         return size == -1 ? "untouched" : "only the size was touched";
     const std::string content(buffer, size_t(size));
@@ -35,11 +36,9 @@ std::string load(CFileFormat& format, const std::string& path)
 std::string unwrap(const CPresetFormat& format, const std::string& image)
 {
     const std::vector<char> exact(image.begin(), image.end());
-    const char* found = nullptr;
-    long size = -1;
-    if (!format.unwrap(exact.data(), long(exact.size()), &found, &size))
-        return found || size != -1 ? "refused, but written" : "untouched";
-    return {found, size_t(size)};
+    std::string_view found = "untouched";
+    format.unwrap({exact.data(), exact.size()}, found);
+    return std::string(found);
 }
 
 class CFileFormatTest : public testing::Test
@@ -61,68 +60,74 @@ TEST_F(CFileFormatTest, WritesTheWrappersToTheByte)
 {
     const std::string program = start + padded("Deep 100%n House", 28) + bigWord(7) + payload;
     const std::string bank = bankStart + bigWord(7) + payload;
-    EXPECT_EQ(fxp.wrap("Deep 100%n House", payload.data(), 7), program);
-    EXPECT_EQ(fxb.wrap(payload.data(), 7), bank);
-
-    fxp.saveToFile((folder / "Deep 100%n House.dks").c_str(), payload.data(), 7);
+    EXPECT_TRUE(fxp.saveToFile((folder / "Deep 100%n House.dks").c_str(), payload.data(), 7));
     EXPECT_EQ(folder.content("Deep 100%n House.dks"), program);
     EXPECT_EQ(load(fxp, folder / "Deep 100%n House.dks"), payload);
-    fxb.saveToFile((folder / "bank.fxb").c_str(), payload.data(), 7);
+    EXPECT_TRUE(fxb.saveToFile((folder / "bank.fxb").c_str(), payload.data(), 7));
     EXPECT_EQ(folder.content("bank.fxb"), bank);
     EXPECT_EQ(load(fxb, folder / "bank.fxb"), payload);
 
-    EXPECT_EQ(fxp.wrap("a name of thirty characters xy", payload.data(), 7).substr(28, 28),
-              padded("a name of thirty characters", 28));
+    const auto nameOf = [&](const char* name) { return fxp.wrap(name, payload.data(), 7).substr(28, 28); };
+    EXPECT_EQ(nameOf("a name of thirty characters xy"), padded("a name of thirty characters", 28));
+    EXPECT_EQ(nameOf("a name of twenty-six bytes\xC3\xA4"), padded("a name of twenty-six bytes", 28));
 }
 
-TEST_F(CFileFormatTest, SavesWholeFilesOrNothing)
+TEST_F(CFileFormatTest, SavesWholeFilesOrSaysWhyNot)
 {
     const auto path = folder.put("file", "former");
-    fxp.saveToFile(path.c_str(), nullptr, 6);
-    fxb.saveToFile(path.c_str(), "x", -1);
-    gFileFormatNone.saveToFile(nullptr, "x", 1);
     const std::vector<char> huge((64 << 20) - 59);
-    fxp.saveToFile(path.c_str(), huge.data(), long(huge.size()));
+    EXPECT_NE(fxp.saveToFile(path.c_str(), nullptr, 6).problem, "");
+    EXPECT_NE(fxb.saveToFile(path.c_str(), "x", -1).problem, "");
+    EXPECT_EQ(fxp.saveToFile(path.c_str(), huge.data(), long(huge.size())).problem, "File too large");
+    EXPECT_NE(gFileFormatNone.saveToFile(nullptr, "x", 1).problem, "");
     EXPECT_EQ(folder.content("file"), "former");
     EXPECT_EQ(folder.names(), std::set<std::string>{"file"});
-    gFileFormatNone.saveToFile(path.c_str(), payload.data(), 7);
-    EXPECT_EQ(folder.content("file"), payload);
+    EXPECT_TRUE(gFileFormatNone.saveToFile(path.c_str(), payload.data(), 7));
     EXPECT_EQ(load(gFileFormatNone, path), payload);
 }
 
-TEST_F(CFileFormatTest, LoadsWhatIsThereFromImagesOfItsOwnPlugIn)
+TEST_F(CFileFormatTest, LoadsWhatIsThereFromImagesOfItsOwnPlugInAndSaysWhatIsWrong)
 {
     // All that is declared but not used: byte size, versions, count and name.
     const std::string odd = "CcnK####FPCh####QDKC####" + padded("", 32, '#');
     const std::string good = odd + bigWord(7) + payload;
     const auto with = [&](size_t at, const char* bytes)
     { return std::string(good).replace(at, 4, bytes, 4); };
-    const std::pair<std::string, std::string> cases[] = {
-        {good, payload},
-        {good + "more", payload},
-        {odd + bigWord(8) + payload, payload},
-        {odd + bigWord(0xffffffff) + payload, payload},
-        {odd + bigWord(0) + payload, "untouched"},
-        {with(0, "CcnX"), "untouched"},
-        {with(8, "FBCh"), "untouched"},
-        {with(16, "CKDQ"), "untouched"},
-    };
-    for (const auto& [image, expected] : cases)
+    struct Case
     {
-        EXPECT_EQ(unwrap(fxp, image), expected);
-        EXPECT_EQ(load(fxp, folder.put("file", image)), expected);
+        std::string image, expected;
+        size_t at = 0;
+        const char* why = "";
+    };
+    const Case cases[] = {
+        {good, payload, 67},
+        {good + "more", payload, 71},
+        {odd + bigWord(8) + payload, payload, 67, "it is cut off at byte 67 of 68"},
+        {odd + bigWord(0xffffffff) + payload, payload, 67, "it is cut off at byte 67 of 4294967355"},
+        {odd + bigWord(7), "untouched", 60, "it is cut off at byte 60 of 67"},
+        {odd, "untouched", 56, "it is cut off at byte 56 of 60 of its header"},
+        {odd + bigWord(0) + payload, "untouched", 56, "it declares a chunk of no bytes"},
+        {with(0, "CcnX"), "untouched", 0, "it begins with \"CcnX\", not \"CcnK\""},
+        {with(8, "FBCh"), "untouched", 8, "its kind is \"FBCh\", not \"FPCh\""},
+        {with(16, "CKDQ"), "untouched", 16, "it is of another plug-in: its id is \"CKDQ\", not \"QDKC\""},
+    };
+    for (const Case& each : cases)
+    {
+        std::string_view found;
+        const Diagnosis diagnosis = fxp.unwrap(each.image, found);
+        EXPECT_EQ(diagnosis.why, each.why);
+        EXPECT_EQ(diagnosis.at, each.at) << each.why;
+        EXPECT_EQ(unwrap(fxp, each.image), each.expected);
+        EXPECT_EQ(load(fxp, folder.put("file", each.image)), each.expected);
     }
     const std::string bank = bankStart + bigWord(7) + payload;
-    for (const auto& [format, image, headerSize] :
-         {std::tuple(static_cast<CPresetFormat*>(&fxp), good, 60u), {&fxb, bank, 160u}})
-        for (size_t length = 0; length <= image.size(); ++length)
-        {
-            const auto expected = length <= headerSize ? "untouched" : payload.substr(0, length - headerSize);
-            ASSERT_EQ(unwrap(*format, image.substr(0, length)), expected) << length;
-        }
+    for (size_t length = 0; length <= bank.size(); ++length)
+        ASSERT_EQ(unwrap(fxb, bank.substr(0, length)),
+                  length <= 160 ? "untouched" : payload.substr(0, length - 160))
+            << length;
 }
 
-TEST_F(CFileFormatTest, ReadsPlainFilesOfUpTo64MiB)
+TEST_F(CFileFormatTest, ReadsRegularFilesOfUpTo64MiB)
 {
     mkfifo((folder / "pipe").c_str(), 0600); // opening it would wait for a writer
     std::filesystem::create_directory(folder / "folder");

@@ -1,33 +1,33 @@
 // Shows the pages of the gallery in a window, or saves them as PNG files.
-#include "Tovrane/draw/IOSBitmap.h"
+#include "Tovrane/draw/CMACBitmap.h"
+#include "Tovrane/draw/PNGWriter.h"
 #include "Tovrane/platform/headless/HeadlessFrame.h"
 #include "tools/gallery/GalleryPage.h"
 #include "tools/gallery/GalleryWindow.h"
 
 #include <CLI/CLI.hpp>
+#include <algorithm>
 #include <cstdio>
-#include <png.h>
+#include <fstream>
 
 // The pages below one another, as one picture.
 static bool save(const std::string& path, size_t first, size_t last)
 {
-    const auto width = unsigned(Gallery::pageWidth), height = unsigned(Gallery::pageHeight);
-    std::vector<unsigned char> pixels;
+    Tovra::CMACBitmap all;
+    if (!all.setSize(unsigned(Gallery::pageWidth),
+                     unsigned(Gallery::pageHeight) * unsigned(last - first + 1)))
+        return false;
+    unsigned char* to = all.getPixelPtr();
     for (size_t i = first; i <= last; ++i)
     {
         Gallery::Show show(Gallery::pages()[i]);
         Tovra::IOSBitmap& picture = show.picture();
-        pixels.insert(pixels.end(), picture.getPixelPtr(),
-                      picture.getPixelPtr() + size_t(width) * height * 4);
+        to = std::copy_n(picture.getPixelPtr(), picture.getTotalBytes(), to);
     }
-    for (size_t alpha = 3; alpha < pixels.size(); alpha += 4)
-        pixels[alpha] = 255; // a window has none
-    png_image png{};
-    png.version = PNG_IMAGE_VERSION;
-    png.width = width;
-    png.height = height * unsigned(last - first + 1);
-    png.format = PNG_FORMAT_BGRA;
-    return png_image_write_to_file(&png, path.c_str(), 0, pixels.data(), 0, nullptr) != 0;
+    const std::vector<unsigned char> file = Tovra::writePNG(all);
+    std::ofstream out(path, std::ios::binary);
+    out.write(reinterpret_cast<const char*>(file.data()), std::streamsize(file.size()));
+    return !file.empty() && bool(out.flush());
 }
 
 int main(int argc, char** argv)

@@ -2,9 +2,12 @@
 
 #include "CORE/Numbers.h"
 #include "tools/common/Text.h"
+#include "tools/render/PlotPicture.h"
 
 #include <algorithm>
 #include <cmath>
+
+using namespace Tovra;
 
 namespace lodex
 {
@@ -12,261 +15,204 @@ namespace
 {
 constexpr int width = 1600;
 constexpr int height = 900;
-constexpr Box soundLane{84, 128, 1560, 540};
-constexpr Box gainLane{84, 564, 1560, 804};
-constexpr double inset = 12.0; // between a lane's edge and what is drawn in it
-constexpr int mostColumns = int(soundLane.right - soundLane.left);
-constexpr double soundMiddle = (soundLane.top + soundLane.bottom) / 2.0;
-constexpr double mostBeats = 8.0;
-constexpr double mostSeconds = 16.0;
+const CRect soundLane(84, 128, 1560, 540);
+const CRect gainLane(84, 564, 1560, 804);
+constexpr int mostColumns = 1476; // one for each pixel of a lane
+constexpr double inset = 12.0;    // between a lane's edge and what is drawn in it
 
-constexpr Colour background{15, 18, 25};
-constexpr Colour laneColour{22, 26, 36};
-constexpr Colour guideColour{120, 138, 175, 28};
-constexpr Colour beatColour{120, 138, 175, 46};
-constexpr Colour barColour{150, 168, 205, 110};
-constexpr Colour inputColour{58, 70, 98};
-constexpr Colour outputColour{92, 205, 196};
-constexpr Colour gainColour{246, 178, 107};
-constexpr Colour textColour{214, 221, 233};
-constexpr Colour dimTextColour{126, 138, 160};
+constexpr CColor ground{24, 24, 32, 255};
+constexpr CColor laneColor{13, 14, 19, 255};
+constexpr CColor guideColor{150, 150, 184, 34};
+constexpr CColor beatColor{150, 150, 184, 50};
+constexpr CColor barColor{180, 180, 212, 120};
+constexpr CColor inputColor{58, 58, 80, 255};
+constexpr CColor outputColor{168, 168, 198, 255};
+constexpr CColor gainColor{242, 201, 76, 255};
+constexpr CColor textColor{226, 226, 236, 255};
+constexpr CColor dimTextColor{150, 150, 172, 255};
 
-constexpr Colour faded(Colour colour, uint8_t alpha)
+constexpr CColor faded(CColor color, unsigned char alpha)
 {
-    return {colour.red, colour.green, colour.blue, alpha};
+    color.alpha = alpha;
+    return color;
 }
 
-std::string seconds(double value, int decimals)
+std::string inSeconds(double value, int decimals)
 {
     return Core::formatFixed(value, decimals) + " s";
 }
+
+double yOfGain(double gain)
+{
+    return gainLane.bottom - inset - std::clamp(gain, 0.0, 1.0) * (gainLane.getHeight() - 2.0 * inset);
+}
 }
 
-Plot::Plot(const Setup& described) : setup(described)
-{
-    const double shown = std::min(mostBeats * 60.0 / setup.tempo, mostSeconds);
-    window = std::max<int64_t>(1, std::llround(shown * setup.rate));
-    if (setup.frames >= 0)
-        window = std::clamp<int64_t>(setup.frames, 1, window);
-    columns.resize(size_t(std::min<int64_t>(mostColumns, window)));
-}
+Plot::Plot(const Setup& described) : data(described, mostColumns) {}
 
-void Plot::Extent::add(float sample)
+std::vector<unsigned char> Plot::png() const
 {
-    if (!std::isfinite(sample))
-        return;
-    low = count > 0 ? std::min(low, sample) : sample;
-    high = count > 0 ? std::max(high, sample) : sample;
-    squares += double(sample) * sample;
-    ++count;
-}
-
-double Plot::Extent::effective() const
-{
-    return count > 0 ? std::sqrt(squares / count) : 0.0;
-}
-
-void Plot::add(const RenderBlock& block)
-{
-    if (block.first >= window)
-        return;
-    addBeats(block);
-    const int count = int(std::min<int64_t>(block.frames, window - block.first));
-    for (int i = 0; i < count; ++i)
-    {
-        Column& column = columns[size_t((block.first + i) * int64_t(columns.size()) / window)];
-        for (int channel = 0; channel < 2; ++channel)
-        {
-            column.input.add(block.input[channel][i]);
-            column.output.add(block.output[channel][i]);
-        }
-        column.gain.add(gainFromRecord(block.gainRecord[i]));
-    }
-    seen = block.first + count;
-}
-
-void Plot::addBeats(const RenderBlock& block)
-{
-    const Transport& transport = block.transport;
-    const double passed = transport.beatsIn(block.frames, setup.rate);
-    const double end = transport.ppq + passed; // where the next block's begin
-    for (auto beat = int64_t(std::ceil(transport.ppq)); double(beat) < end; ++beat)
-    {
-        const double frame = double(block.first) + (double(beat) - transport.ppq) / passed * block.frames;
-        if (frame < double(window) - 0.5)
-            beats.push_back({beat, frame});
-    }
+    PlotPicture picture(width, height, ground);
+    for (const CRect& lane : {soundLane, gainLane})
+        picture.fillRounded(lane, 6.0f, laneColor);
+    drawSound(picture);
+    drawGain(picture);
+    drawBeats(picture);
+    drawSeconds(picture);
+    drawTitle(picture);
+    drawKey(picture);
+    return picture.png();
 }
 
 double Plot::xOfFrame(double frame) const
 {
-    return soundLane.left + frame / double(window) * (soundLane.right - soundLane.left);
+    return soundLane.left + frame / double(data.frames()) * soundLane.getWidth();
 }
 
 double Plot::xOfColumn(size_t column) const
 {
-    const double share = (double(column) + 0.5) / double(columns.size());
-    return soundLane.left + share * (soundLane.right - soundLane.left);
+    return soundLane.left + (double(column) + 0.5) / double(data.columns().size()) * soundLane.getWidth();
 }
 
-float Plot::peak() const
-{
-    float highest = 0.0f;
-    for (const Column& column : columns)
-        for (const Extent& extent : {column.input, column.output})
-            highest = std::max({highest, -extent.low, extent.high});
-    return highest;
-}
-
-std::vector<uint8_t> Plot::png() const
-{
-    Canvas canvas(width, height, background);
-    canvas.fillRounded(soundLane, 6.0, laneColour);
-    canvas.fillRounded(gainLane, 6.0, laneColour);
-    drawSound(canvas);
-    drawGain(canvas);
-    drawBeats(canvas);
-    drawSeconds(canvas);
-    drawTitle(canvas);
-    return canvas.png();
-}
-
-void Plot::drawTitle(Canvas& canvas) const
+void Plot::drawTitle(PlotPicture& picture) const
 {
     constexpr double roomForTitle = 1100.0;
-    std::string title = setup.title;
-    for (size_t kept = title.size(); canvas.textWidth(title, TextSize::title) > roomForTitle;)
-        title = setup.title.substr(0, --kept) + "...";
-    canvas.text({soundLane.left, 56}, title, TextSize::title, textColour);
-    std::string words = formatNumber(setup.tempo) + " BPM, a duck every " + setup.timeBase;
-    const double length = double(window) / setup.rate;
-    if (setup.frames > window)
-        words += ", the first " + seconds(length, 1) + " of " + seconds(double(setup.frames) / setup.rate, 1);
-    canvas.text({soundLane.left, 82}, words, TextSize::small, dimTextColour);
+    const PlotData::Setup& piece = data.setup();
+    std::string title = piece.title;
+    for (size_t kept = title.size(); picture.textWidth(title, PlotPicture::title) > roomForTitle;)
+        title = piece.title.substr(0, --kept) + "...";
+    picture.text({soundLane.left, 56}, title, PlotPicture::title, textColor);
 
-    double x = soundLane.right;
-    const auto key = [&](const char* name, Colour colour)
-    {
-        canvas.text({x, 56}, name, TextSize::small, textColour, TextAlign::right);
-        x -= canvas.textWidth(name, TextSize::small) + 10.0;
-        canvas.fillRounded({x - 14.0, 45.0, x, 57.0}, 3.0, colour);
-        x -= 38.0;
-    };
-    key("gain", gainColour);
-    key("output", outputColour);
-    key("input", inputColour);
+    std::string words = formatNumber(piece.tempo) + " BPM, a duck every " + piece.timeBase;
+    if (piece.frames > data.frames())
+        words += ", the first " + inSeconds(data.seconds(), 1) + " of " +
+                 inSeconds(double(piece.frames) / piece.rate, 1);
+    picture.text({soundLane.left, 82}, words, PlotPicture::label, dimTextColor);
 }
 
-// Each lane's full height, and bars stronger than beats; a label where there is room for it.
-void Plot::drawBeats(Canvas& canvas) const
+void Plot::drawKey(PlotPicture& picture) const
+{
+    double x = soundLane.right;
+    for (const auto& [name, color] :
+         {std::pair("gain", gainColor), std::pair("output", outputColor), std::pair("input", inputColor)})
+    {
+        picture.text({x, 56}, name, PlotPicture::label, textColor, kTextRight);
+        x = std::round(x - picture.textWidth(name, PlotPicture::label)) - 10.0;
+        picture.fillRounded({x - 14.0, 44.0, x, 58.0}, 3.0f, color);
+        x -= 38.0;
+    }
+}
+
+// Over the full height of each lane, bars stronger than beats; a label where there is room for it.
+void Plot::drawBeats(PlotPicture& picture) const
 {
     constexpr double roomForLine = 8.0;
     constexpr double roomForLabel = 44.0;
-    double lastLine = -width, lastLabel = -width;
-    for (const Beat& beat : beats)
+    double lastLine = -double(width), lastLabel = lastLine;
+    for (const PlotData::Beat& beat : data.beats())
     {
-        const double x = std::floor(xOfFrame(beat.frame)) + 0.5;
+        const double x = xOfFrame(beat.frame);
         const int64_t inBar = ((beat.number % 4) + 4) % 4;
-        const bool bar = inBar == 0;
-        if (!bar && x - lastLine < roomForLine)
+        const bool isBar = inBar == 0;
+        if (!isBar && x - lastLine < roomForLine)
             continue;
         lastLine = x;
-        for (const Box& lane : {soundLane, gainLane})
-            canvas.stroke({{x, lane.top}, {x, lane.bottom}}, 1.0, bar ? barColour : beatColour);
+        for (const CRect& lane : {soundLane, gainLane})
+            picture.vertical(x, lane.top, lane.bottom, isBar ? barColor : beatColor);
         if (x - lastLabel < roomForLabel)
             continue;
         lastLabel = x;
         const int64_t barNumber = (beat.number - inBar) / 4 + 1;
-        canvas.text({x, soundLane.top - 10}, std::to_string(barNumber) + '.' + std::to_string(inBar + 1),
-                    TextSize::small, bar ? textColour : dimTextColour, TextAlign::centre);
+        picture.text({x, soundLane.top - 10}, std::to_string(barNumber) + '.' + std::to_string(inBar + 1),
+                     PlotPicture::label, isBar ? textColor : dimTextColor, kTextCenter);
     }
 }
 
-void Plot::drawSeconds(Canvas& canvas) const
+void Plot::drawSeconds(PlotPicture& picture) const
 {
-    const double length = double(window) / setup.rate;
+    constexpr double mostLabels = 14.0;
     double step = 1.0e-6; // then 2, 5, 10, 20 ... of these
     int decimals = 6;
-    for (int i = 0; length / step > 14.0; ++i)
+    for (int i = 0; data.seconds() / step > mostLabels; ++i)
     {
         step *= i % 3 == 1 ? 2.5 : 2.0;
         decimals = std::max(0, 6 - (i + 1) / 3);
     }
-    for (int i = 0; i * step <= length * 1.000001; ++i)
+    for (int i = 0; i * step <= data.seconds() * 1.000001; ++i)
     {
-        const double x = std::floor(xOfFrame(i * step * setup.rate)) + 0.5;
-        canvas.stroke({{x, gainLane.bottom + 8}, {x, gainLane.bottom + 14}}, 1.0, dimTextColour);
-        canvas.text({x, gainLane.bottom + 34}, i == 0 ? "0" : seconds(i * step, decimals), TextSize::small,
-                    dimTextColour, TextAlign::centre);
+        const double x = xOfFrame(i * step * data.setup().rate);
+        picture.vertical(x, gainLane.bottom + 8, gainLane.bottom + 14, dimTextColor);
+        picture.text({x, gainLane.bottom + 34}, i == 0 ? "0" : inSeconds(i * step, decimals),
+                     PlotPicture::label, dimTextColor, kTextCenter);
     }
 }
 
-size_t Plot::columnsSeen() const
-{
-    return size_t((seen * int64_t(columns.size()) + window - 1) / window);
-}
-
 template <typename Reach>
-std::vector<Point> Plot::area(Reach reach) const
+std::vector<CPoint> Plot::area(Reach reach) const
 {
-    std::vector<Point> upper, lower; // at least a pixel apart
-    for (size_t i = 0; i < columnsSeen(); ++i)
+    const double middle = soundLane.center().y;
+    std::vector<CPoint> upper, lower; // at least a pixel apart
+    for (size_t i = 0; i < data.columnsSeen(); ++i)
     {
-        const auto [up, down] = reach(columns[i]);
-        upper.push_back({xOfColumn(i), soundMiddle - up - 0.5});
-        lower.push_back({xOfColumn(i), soundMiddle + down + 0.5});
+        const auto [up, down] = reach(data.columns()[i]);
+        upper.push_back({xOfColumn(i), middle - up - 0.5});
+        lower.push_back({xOfColumn(i), middle + down + 0.5});
     }
     upper.insert(upper.end(), lower.rbegin(), lower.rend());
     return upper;
 }
 
-// The output brighter where most of it is: within its effective value.
-void Plot::drawSound(Canvas& canvas) const
+// The output is brighter where most of it is: within its effective value.
+void Plot::drawSound(PlotPicture& picture) const
 {
-    const float highest = peak();
-    const double reach = (soundLane.bottom - soundLane.top) / 2.0 - inset;
-    const double scale = highest > 0.0f ? reach / highest : 0.0;
-    const auto peaks = [&](const Extent& of) { return std::pair(of.high * scale, -of.low * scale); };
-    const auto body = [&](const Extent& of)
+    const float highest = data.peak();
+    const double scale = highest > 0.0f ? (soundLane.getHeight() / 2.0 - inset) / highest : 0.0;
+    const auto peaks = [scale](const PlotData::Extent& of)
+    { return std::pair(of.high * scale, -of.low * scale); };
+    const auto body = [&](const PlotData::Extent& of)
     {
         const auto [up, down] = peaks(of);
         return std::pair(std::min(of.effective() * scale, up), std::min(of.effective() * scale, down));
     };
-    canvas.fill(area([&](const Column& column) { return peaks(column.input); }), inputColour);
-    canvas.fill(area([&](const Column& column) { return peaks(column.output); }), faded(outputColour, 150));
-    canvas.fill(area([&](const Column& column) { return body(column.output); }), outputColour);
+    using Column = PlotData::Column;
+    picture.fill(area([&](const Column& column) { return peaks(column.input); }), inputColor);
+    picture.fill(area([&](const Column& column) { return peaks(column.output); }), faded(outputColor, 150));
+    picture.fill(area([&](const Column& column) { return body(column.output); }), outputColor);
 }
 
-void Plot::drawGain(Canvas& canvas) const
+// Through the lowest and the highest gain of each column, the shorter way.
+std::vector<CPoint> Plot::gainLine() const
 {
-    const double bottom = gainLane.bottom - inset;
-    const double top = gainLane.top + inset;
-    const auto y = [&](double gain) { return bottom - std::clamp(gain, 0.0, 1.0) * (bottom - top); };
-
-    for (const auto& [gain, label] : {std::pair(0.0, "0"), std::pair(0.5, "0.5"), std::pair(1.0, "1")})
+    const double half = xOfColumn(0) - gainLane.left;
+    std::vector<CPoint> line;
+    for (size_t i = 0; i < data.columnsSeen(); ++i)
     {
-        canvas.stroke({{gainLane.left, y(gain) + 0.5}, {gainLane.right, y(gain) + 0.5}}, 1.0, guideColour);
-        canvas.text({gainLane.left - 12, y(gain) + 5}, label, TextSize::small, dimTextColour,
-                    TextAlign::right);
-    }
-    std::vector<Point> line;
-    for (size_t i = 0; i < columnsSeen(); ++i)
-    {
-        double first = y(columns[i].gain.low), second = y(columns[i].gain.high);
+        double first = yOfGain(data.columns()[i].gain.low), second = yOfGain(data.columns()[i].gain.high);
         if (!line.empty() && std::abs(line.back().y - second) < std::abs(line.back().y - first))
-            std::swap(first, second); // the shorter way through both
-        const double x = xOfColumn(i), half = xOfColumn(0) - gainLane.left;
-        line.push_back({x - half, first});
-        line.push_back({x + half, second});
+            std::swap(first, second);
+        line.push_back({xOfColumn(i) - half, first});
+        line.push_back({xOfColumn(i) + half, second});
     }
-    if (!line.empty())
+    return line;
+}
+
+void Plot::drawGain(PlotPicture& picture) const
+{
+    for (int percent : {0, 25, 50, 75, 100})
     {
-        std::vector<Point> area = line;
-        area.push_back({line.back().x, bottom});
-        area.push_back({line.front().x, bottom});
-        canvas.fillFading(area, top, faded(gainColour, 96), bottom, faded(gainColour, 10));
-        canvas.stroke(line, 6.0, faded(gainColour, 28));
-        canvas.stroke(line, 2.0, gainColour);
+        const double y = yOfGain(percent / 100.0);
+        picture.horizontal(gainLane.left, gainLane.right, y, guideColor);
+        if (percent % 50 == 0)
+            picture.text({gainLane.left - 12, y + 6}, std::to_string(percent) + "%", PlotPicture::label,
+                         dimTextColor, kTextRight);
     }
+    const std::vector<CPoint> line = gainLine();
+    if (line.empty())
+        return;
+    std::vector<CPoint> below = line;
+    below.push_back({line.back().x, yOfGain(0.0)});
+    below.push_back({line.front().x, yOfGain(0.0)});
+    picture.fillFading(below, yOfGain(1.0), faded(gainColor, 96), yOfGain(0.0), faded(gainColor, 10));
+    picture.stroke(line, 2.0, gainColor);
 }
 }

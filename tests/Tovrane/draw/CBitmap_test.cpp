@@ -5,6 +5,7 @@
 #include "Tovrane/draw/CBitmap.h"
 #include "Tovrane/draw/CDrawContext.h"
 #include "Tovrane/draw/CMACBitmap.h"
+#include "Tovrane/draw/PNGWriter.h"
 #include "support/Bytes.h"
 #include "support/Png.h"
 #include "support/PngBytes.h"
@@ -185,6 +186,23 @@ TEST(CBitmap, ComesFromFilesAndResources)
     EXPECT_EQ(pixels(bitmap), decoded(file));
     EXPECT_FALSE(bitmap.loadFromNewResource("background.png"));
     FreeResources();
+}
+
+TEST(PNGWriter, WritesWhatAWindowShows)
+{
+    CMACBitmap picture;
+    EXPECT_TRUE(Tovra::writePNG(picture).empty());
+    picture.setSize(1, 2);
+    const Bytes shown = {49, 99, 199, 0, 1, 2, 3, 77}; // the colours, whatever their alpha is
+    std::copy(shown.begin(), shown.end(), picture.getPixelPtr());
+    for (const bool flipped : {false, true})
+    {
+        picture.setFlipped(flipped);
+        const auto file = Tovra::writePNG(picture);
+        const Bytes out = decoded(std::string(file.begin(), file.end())); // premultiplied by 255 of 256
+        EXPECT_EQ(out, flipped ? Bytes({0, 1, 2, 255, 48, 98, 198, 255})
+                               : Bytes({48, 98, 198, 255, 0, 1, 2, 255}));
+    }
 }
 
 class DrawnBitmap : public testing::Test

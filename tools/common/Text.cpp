@@ -1,10 +1,10 @@
 #include "tools/common/Text.h"
 
+#include "CORE/Utf8.h"
 #include "tools/common/ToolError.h"
 
 #include <charconv>
 #include <cmath>
-#include <nlohmann/json.hpp>
 
 namespace lodex
 {
@@ -70,24 +70,15 @@ std::string formatNumber(float value)
     return shortest(value);
 }
 
-// Bytes that are no UTF-8 become the replacement character.
-static std::string validUtf8(std::string_view text)
-{
-    using nlohmann::json;
-    return json::parse(json(text).dump(-1, ' ', false, json::error_handler_t::replace)).get<std::string>();
-}
-
 std::string printable(std::string_view text)
 {
-    const std::string valid = validUtf8(text);
-    const auto byte = [&](size_t at) { return static_cast<unsigned char>(valid[at]); };
+    const std::string valid = Core::Utf8::replaceInvalid(text);
     std::string result;
-    for (size_t i = 0; i < valid.size(); ++i)
+    for (std::string_view rest = valid; !rest.empty();)
     {
-        const bool longControl = byte(i) == 0xC2 && byte(i + 1) < 0xA0; // U+0080 to U+009F
-        const bool control = longControl || byte(i) < 32 || byte(i) == 127;
-        result += control ? '?' : valid[i];
-        i += longControl ? 1 : 0;
+        const Core::Utf8::CodePoint next = Core::Utf8::decode(rest);
+        result += Core::Utf8::isControl(next.value) ? "?" : rest.substr(0, next.length);
+        rest.remove_prefix(next.length);
     }
     return result;
 }

@@ -1,6 +1,7 @@
 #include "tools/render/Plot.h"
 
 #include "CORE/Numbers.h"
+#include "CORE/Utf8.h"
 #include "tools/common/Text.h"
 #include "tools/render/PlotPicture.h"
 
@@ -80,7 +81,7 @@ void Plot::drawTitle(PlotPicture& picture) const
     const PlotData::Setup& piece = data.setup();
     std::string title = piece.title;
     for (size_t kept = title.size(); picture.textWidth(title, PlotPicture::title) > roomForTitle;)
-        title = piece.title.substr(0, --kept) + "...";
+        title = std::string(Core::Utf8::cut(piece.title, --kept)) + "...";
     picture.text({soundLane.left, 56}, title, PlotPicture::title, textColor);
 
     std::string words = formatNumber(piece.tempo) + " BPM, a duck every " + piece.timeBase;

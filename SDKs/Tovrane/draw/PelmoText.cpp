@@ -1,10 +1,14 @@
 #include "Tovrane/draw/PelmoText.h"
 
+#include "CORE/Utf8.h"
 #include "Tovrane/lib/font_engine_ft2_lcd.h"
 
 #include <agg_conv_transform.h>
 #include <cstdint>
 #include <cstring>
+#include <string_view>
+
+namespace Utf8 = Core::Utf8;
 
 namespace Tovra
 {
@@ -13,38 +17,17 @@ namespace
 constexpr double tallestFont = 1000.0;
 constexpr double smallestAngle = 1e-6;
 
-constexpr unsigned continuationBits = 6;
-constexpr unsigned replacementCharacter = 0xFFFD;
-constexpr unsigned lastCached = 0xFFFF; // the glyph cache knows two bytes
+constexpr char32_t lastCached = 0xFFFF; // the glyph cache knows two bytes
 
-// How many bytes follow the first one of a UTF-8 character; -1 for a byte that begins none.
-int bytesBehind(unsigned first)
+// Takes the first character off text. A byte that begins no valid UTF-8, or no whole sequence, is its own
+// code.
+unsigned takeCharacter(std::string_view& text)
 {
-    if (first < 0x80)
-        return 0;
-    if (first >= 0xC2 && first < 0xE0)
-        return 1;
-    if (first >= 0xE0 && first < 0xF0)
-        return 2;
-    return first >= 0xF0 && first < 0xF5 ? 3 : -1;
-}
-
-// The character at text, which moves behind it. A byte that is no UTF-8 is its own code.
-unsigned nextCharacter(const unsigned char*& text)
-{
-    const unsigned first = *text++;
-    const int more = bytesBehind(first);
-    if (more <= 0)
-        return first;
-    unsigned code = first & (0x3Fu >> more);
-    for (int i = 0; i < more; ++i)
-    {
-        if ((text[i] & 0xC0) != 0x80) // the end of the text, too
-            return first;
-        code = (code << continuationBits) | (text[i] & 0x3Fu);
-    }
-    text += more;
-    return code > lastCached ? replacementCharacter : code;
+    const Utf8::CodePoint next = Utf8::decode(text);
+    const bool isByte = next.form == Utf8::Form::broken || Utf8::sequenceLength(text[0]) == 0;
+    const char32_t code = isByte ? static_cast<unsigned char>(text[0]) : next.value;
+    text.remove_prefix(isByte ? 1 : next.length);
+    return code > lastCached ? Utf8::replacementCharacter : code;
 }
 
 agg::glyph_ft2_lcd_type glyphType(FontCacheType type)
@@ -137,8 +120,8 @@ double PelmoText::width(const char* string)
     cache.reset_last_glyph();
     double x = 0.0;
     double y = 0.0;
-    for (auto text = reinterpret_cast<const unsigned char*>(string); *text;)
-        if (const agg::glyph_cache* const glyph = cache.glyph(nextCharacter(text)))
+    for (std::string_view text = string; !text.empty();)
+        if (const agg::glyph_cache* const glyph = cache.glyph(takeCharacter(text)))
         {
             cache.add_kerning(&x, &y);
             x += glyph->advance_x;
@@ -165,8 +148,8 @@ void PelmoText::draw(PelmoAGG& renderer, double x, double y, const char* string,
     startY = y += pulledIn(ddy);
 
     cache.reset_last_glyph();
-    for (auto text = reinterpret_cast<const unsigned char*>(string); *text;)
-        if (const agg::glyph_cache* const glyph = cache.glyph(nextCharacter(text)))
+    for (std::string_view text = string; !text.empty();)
+        if (const agg::glyph_cache* const glyph = cache.glyph(takeCharacter(text)))
         {
             cache.add_kerning(&x, &y);
             drawGlyph(renderer, *glyph, x, y);

@@ -1,5 +1,6 @@
 #include "Tovrane/platform/headless/HeadlessTextEdit.h"
 
+#include "CORE/Utf8.h"
 #include "Tovrane/window/ITextEditCallback.h"
 
 namespace Tovra
@@ -17,17 +18,9 @@ HeadlessTextEdit::~HeadlessTextEdit()
         frame->openTextEdit = nullptr;
 }
 
-// Cut between two characters: bytes of the form 10xxxxxx go on with the one ahead.
 static std::string cutToField(std::string text)
 {
-    size_t length = text.size();
-    if (length >= size_t(IOSTextEdit::textSize))
-    {
-        length = size_t(IOSTextEdit::textSize) - 1;
-        while (length > 0 && (static_cast<unsigned char>(text[length]) & 0xC0) == 0x80)
-            --length;
-    }
-    text.resize(length);
+    text.resize(Core::Utf8::align(text, IOSTextEdit::textSize - 1));
     return text;
 }
 

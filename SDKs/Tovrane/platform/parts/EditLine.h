@@ -47,8 +47,6 @@ public:
 
 private:
     std::size_t target(Step step, bool forward) const;
-    std::size_t next(std::size_t at) const;
-    std::size_t previous(std::size_t at) const;
 
     const std::size_t most;
     std::string line;
@@ -59,10 +57,4 @@ private:
 // [any thread]  The text on one line: broken characters and control characters are left out, a line end or
 // tab becomes a space, and line ends at the very end vanish.
 std::string onOneLine(std::string_view text);
-
-// [any thread]  The text as it is, without its broken characters.
-std::string validUtf8(std::string_view text);
-
-// [any thread]  Nothing for a number that is no character.
-std::string utf8OfCharacter(long long character);
 }

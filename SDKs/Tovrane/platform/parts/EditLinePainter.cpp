@@ -1,5 +1,6 @@
 #include "Tovrane/platform/parts/EditLinePainter.h"
 
+#include "CORE/Utf8.h"
 #include "Tovrane/draw/CDrawContext.h"
 #include "Tovrane/draw/CFontDesc.h"
 
@@ -53,7 +54,7 @@ std::vector<double> EditLinePainter::measure(CDrawContext& context, const EditLi
     std::vector<double> edges(text.size() + 1, 0.0);
     for (std::size_t i = 1; i <= text.size(); ++i)
     {
-        const bool isInside = i < text.size() && (static_cast<unsigned char>(text[i]) & 0xc0) == 0x80;
+        const bool isInside = i < text.size() && Core::Utf8::isContinuation(text[i]);
         edges[i] = isInside ? edges[i - 1] : context.getStringWidth(text.substr(0, i).c_str());
     }
     return edges;

@@ -1,5 +1,7 @@
 #include "Tovrane/platform/x11/X11Clipboard.h"
 
+#include "CORE/Utf8.h"
+
 #include <algorithm>
 #include <utility>
 
@@ -15,12 +17,7 @@ std::string utf8OfLatin1(const std::string& text)
 {
     std::string result;
     for (const char c : text)
-    {
-        const auto byte = static_cast<unsigned char>(c);
-        if (byte >= 0x80)
-            result += char(0xc0 | byte >> 6);
-        result += byte >= 0x80 ? char(0x80 | (byte & 0x3f)) : c;
-    }
+        result += Core::Utf8::encode(static_cast<unsigned char>(c));
     return result;
 }
 }

@@ -1,6 +1,6 @@
 #include "Tovrane/platform/x11/X11Drop.h"
 
-#include "Tovrane/platform/parts/EditLine.h"
+#include "CORE/Utf8.h"
 #include "Tovrane/platform/parts/UriList.h"
 
 #include <algorithm>
@@ -201,7 +201,7 @@ void X11Drop::gotText(const std::optional<std::string>& text)
     if (state != fetching)
         return;
     if (text && !(paths.empty() ? text->empty() : restatesFiles(*text, paths)))
-        return gotContent(new CDropContent(validUtf8(*text), {}));
+        return gotContent(new CDropContent(Core::Utf8::removeInvalid(*text), {}));
     gotContent(paths.empty() ? nullptr : new CDropContent({}, paths));
 }
 

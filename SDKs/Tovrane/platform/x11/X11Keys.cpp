@@ -1,5 +1,6 @@
 #include "Tovrane/platform/x11/X11Keys.h"
 
+#include "CORE/Utf8.h"
 #include "Tovrane/platform/parts/WindowEvents.h"
 #include "Tovrane/window/MouseEvents.h"
 
@@ -55,7 +56,7 @@ constexpr KeyRow keys[] = {
 
 bool isPrintable(std::uint32_t character)
 {
-    return character >= 0x20 && character != 0x7f && !(character >= 0x80 && character < 0xa0);
+    return !Core::Utf8::isControl(character);
 }
 }
 

@@ -1,4 +1,5 @@
 // What keys do to the live text field, and its clipboard.
+#include "CORE/Utf8.h"
 #include "Tovrane/platform/x11/X11TextEdit.h"
 #include "Tovrane/window/ITextEditCallback.h"
 
@@ -11,8 +12,8 @@ long X11TextEdit::onKeyDown(TovraKeyCode& code)
         typed = char('0' + (code.virtualKey - kVirtualKeypad0));
     else if (code.virtualKey == kVirtualSpace)
         typed = " ";
-    else
-        typed = utf8OfCharacter(code.character);
+    else if (code.character > 0 && code.character <= Core::Utf8::highestCodePoint)
+        typed = Core::Utf8::encode(char32_t(code.character));
     return keyDown(code, typed);
 }
 

@@ -133,9 +133,4 @@ TEST(OnOneLine, MakesALineOfAnything)
     };
     for (const auto& one : cases)
         EXPECT_EQ(onOneLine(one.text), one.expected);
-    EXPECT_EQ(validUtf8("a\n\xe2\x82\x62"), "a\n\x62");
-    for (const long long character : {0x41LL, 0xe4LL, 0x20acLL, 0x1f3b5LL})
-        EXPECT_EQ(onOneLine(utf8OfCharacter(character)), utf8OfCharacter(character)) << character;
-    for (const long long none : {0LL, -1LL, 0xd800LL, 0x110000LL})
-        EXPECT_EQ(utf8OfCharacter(none), "") << none;
 }

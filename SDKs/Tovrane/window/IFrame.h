@@ -47,6 +47,8 @@ public:
     virtual void* getSystemWindow() const = 0;
     virtual IFileSelector* createFileSelector(CFrame* forFrame) = 0;
 
+    // The frame's views are about to go: what the mouse holds is released while they are still there.
+    virtual void releaseMouse() {}
     // The frame is going: no event may reach it from here on. The surface may outlive it for a while, as long
     // as the window system holds on to it.
     virtual void clearFrame() { frame = nullptr; }

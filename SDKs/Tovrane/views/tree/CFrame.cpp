@@ -43,6 +43,7 @@ CFrame::~CFrame()
 void CFrame::close()
 {
     const Kept<CFrame> self(this);
+    platformFrame->releaseMouse();
     setModalView(nullptr);
     removeAll(true);
     platformFrame->clearFrame();

@@ -39,6 +39,7 @@ public:
     IOptionMenu* createOptionMenu(CFrame* forFrame) override;
     void* getSystemWindow() const override { return nullptr; }
     IFileSelector* createFileSelector(CFrame* forFrame) override;
+    void releaseMouse() override { windowEvents.releaseAll(); }
     void clearFrame() override;
 
     // What a user does.

@@ -3,8 +3,12 @@
 #include "Tovrane/views/tree/CFrame.h"
 #include "Tovrane/window/CDragContainer.h"
 
+#include <utility>
+
 namespace Tovra
 {
+static constexpr long allButtons = kButtonLeft | kButtonMiddle | kButtonRight | kButton4 | kButton5;
+
 long mouseButtonBit(int number)
 {
     constexpr long bits[] = {kButtonLeft, kButtonRight, kButtonMiddle, kButtonMiddle, kButton4, kButton5};
@@ -24,22 +28,84 @@ bool WindowEvents::deliver(CPoint where, Call call)
     return true;
 }
 
+void WindowEvents::disconnect()
+{
+    frame = nullptr;
+    held = owed = 0;
+}
+
 bool WindowEvents::press(CPoint where, long buttons, int clicks)
 {
+    const Kept<CFrame> alive(frame); // and with it this object
+    const long button = buttons & allButtons;
+    release(where, buttons); // one that never came
+    if (!isConnected() || (pressing & button) != 0)
+        return isConnected();
+    held |= button;
+    lastPlace = where;
     const long word = (buttons & ~kDoubleClick) | (clicks >= 2 ? kDoubleClick : 0);
-    return deliver(where, [=](CFrame& target, CPoint& point) { target.onMouseDown(point, word); });
+    const long outer = std::exchange(pressing, pressing | button);
+    deliver(where, [=](CFrame& target, CPoint& point) { target.onMouseDown(point, word); });
+    pressing = outer;
+    if ((owed & button) != 0)
+    {
+        owed &= ~button;
+        deliverRelease(lastPlace, button, buttons & kAllModifiers);
+    }
+    return true;
 }
 
 bool WindowEvents::release(CPoint where, long buttons)
 {
-    const long word = buttons & ~kDoubleClick;
+    const long button = buttons & held;
+    lastPlace = where;
+    if (button == 0)
+        return isConnected();
+    held &= ~button;
+    owed |= button & pressing;
+    if ((button & pressing) != 0)
+        return isConnected();
+    return deliverRelease(where, button, buttons & kAllModifiers);
+}
+
+bool WindowEvents::deliverRelease(CPoint where, long button, long modifiers)
+{
+    const long word = button | modifiers;
     return deliver(where, [=](CFrame& target, CPoint& point) { target.onMouseUp(point, word); });
+}
+
+void WindowEvents::releaseEach(CPoint where, long buttons, long modifiers)
+{
+    const Kept<CFrame> alive(frame);
+    for (long button = 1; button <= allButtons; button <<= 1)
+        if ((buttons & button) != 0)
+            release(where, button | modifiers);
+}
+
+void WindowEvents::releaseAll()
+{
+    releaseEach(lastPlace, held, 0);
 }
 
 bool WindowEvents::move(CPoint where, long buttons)
 {
+    const Kept<CFrame> alive(frame);
+    releaseEach(where, held & ~buttons, buttons & kAllModifiers);
+    lastPlace = where;
     const long word = buttons & ~kDoubleClick;
     return deliver(where, [=](CFrame& target, CPoint& point) { target.onMouseMoved(point, word); });
+}
+
+bool WindowEvents::leave(CPoint where, long modifiers)
+{
+    return deliver(where, [=](CFrame& target, CPoint& point) { target.onMouseExited(point, modifiers); });
+}
+
+void WindowEvents::vanish()
+{
+    const Kept<CFrame> alive(frame);
+    releaseAll();
+    leave(lastPlace, 0);
 }
 
 bool WindowEvents::wheel(CPoint where, double notchesX, double notchesY, long buttons)

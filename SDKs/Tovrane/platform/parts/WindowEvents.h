@@ -1,6 +1,12 @@
 // The events of a window system on their way to a frame. A window calls these in its own coordinates; they
-// are converted to the frame's and handed on. When the frame has gone, late events do nothing and answer
-// false.
+// are converted to the frame's coordinates and passed on. When the frame has gone, late events do nothing and
+// answer false.
+//
+// Presses and releases always come to the frame in pairs, whatever the window system reports: a release
+// without a press is dropped, a second press without a release between is preceded by one, and a button that
+// a move no longer lists is released first. A release that arrives while its press is still being delivered
+// (a view that opened a menu in it) waits until the press has returned, because only then the frame knows
+// which view took it.
 //
 // Every window system has one of these for each of its frames; all of it is [window thread]. The frame is
 // kept alive during a call, and may go at its end: the owner keeps itself alive by a reference of its own,
@@ -22,7 +28,7 @@ public:
     explicit WindowEvents(CFrame* target) : frame(target) {}
 
     // No event reaches the frame from here on.
-    void disconnect() { frame = nullptr; }
+    void disconnect();
     bool isConnected() const { return frame != nullptr; }
     CFrame* getFrame() const { return frame; }
 
@@ -32,15 +38,25 @@ public:
     bool press(CPoint where, long buttons, int clicks = 1);
     bool release(CPoint where, long buttons);
     bool move(CPoint where, long buttons);
-    // In notches, up and right positive. One of 0 is not sent; both make two events, X first.
+    // The window no longer hears of the mouse (its grab was lost, it is hidden, or it is about to close):
+    // whatever is held is released where the mouse was last.
+    void releaseAll();
+    // The mouse is over the window no more. It may still be held.
+    bool leave(CPoint where, long modifiers);
+    // Both of these, where the mouse was last: the window is not to be seen any more.
+    void vanish();
+    // The buttons whose release is still to come.
+    long heldButtons() const { return held; }
+    // In notches, up and right positive. A distance of 0 is not sent; two distances make two events, X first.
     bool wheel(CPoint where, double notchesX, double notchesY, long buttons);
 
-    // kKeyConsumed; with any other answer the key is the window's: Tab takes the focus to its next part, or
-    // with shift to the one ahead, any other key goes to whoever stands behind it.
+    // With any other answer than kKeyConsumed the key is the window's: Tab moves the focus to the next part
+    // of the host's window, or with shift to the previous one; every other key goes to the host.
     long keyDown(const TovraKeyCode& code);
     long keyUp(const TovraKeyCode& code);
 
-    // The content has to live from dragEnter until dragLeave or drop. drop answers whether a view took it.
+    // The caller keeps the content alive from dragEnter until dragLeave or drop. drop answers whether a view
+    // took it.
     bool dragEnter(CDragContainer* content, CPoint where);
     bool dragMove(CDragContainer* content, CPoint where);
     bool dragLeave(CDragContainer* content, CPoint where);
@@ -49,10 +65,17 @@ public:
 private:
     template <typename Call>
     bool deliver(CPoint where, Call call);
+    bool deliverRelease(CPoint where, long button, long modifiers);
+    void releaseEach(CPoint where, long buttons, long modifiers);
 
     CFrame* frame;
+    long held = 0;     // buttons that are pressed
+    long pressing = 0; // whose press is being delivered
+    long owed = 0;     // of these, those whose release has come in the meantime
+    CPoint lastPlace;  // of the mouse
 };
 
-// The bit of a button by its number: 0 left, 1 right, 2 and 3 middle, 4 and 5 the ones behind; 0 for others.
+// [any thread]  The bit of a button by its number: 0 left, 1 right, 2 and 3 middle, 4 and 5 the two further
+// ones; 0 for all others.
 long mouseButtonBit(int number);
 }

@@ -4,21 +4,23 @@
 #include <xmmintrin.h>
 #endif
 
-constexpr uint32_t controlBits = 0xFF80; // what lies below are the sticky status flags
+// All of the control word but the status flags in its lowest six bits: denormals-are-zero, the exception
+// masks, the rounding and flush-to-zero.
+constexpr uint32_t controlBits = 0xFFC0;
 
 #if defined(__SSE__)
-static uint32_t readMode()
+static uint32_t readWord()
 {
-    return _mm_getcsr() & controlBits;
+    return _mm_getcsr();
 }
 
-static void setMode(uint32_t mode)
+static void setMode(uint32_t word)
 {
-    if (readMode() != mode)
-        _mm_setcsr(mode);
+    if (((readWord() ^ word) & controlBits) != 0)
+        _mm_setcsr(word);
 }
 #else
-static uint32_t readMode()
+static uint32_t readWord()
 {
     return 0;
 }
@@ -30,7 +32,7 @@ void cpuControl::push(int mode)
 {
     if (depth < maximumDepth)
     {
-        saved[depth] = readMode();
+        saved[depth] = readWord();
         setMode(uint32_t(mode));
     }
     ++depth;

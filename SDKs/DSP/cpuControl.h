@@ -1,8 +1,8 @@
 // Sets the floating-point mode of the calling thread for the length of a block, and puts the host's mode
 // back afterwards, so that the sound doesn't depend on what the host or another plug-in left there.
 //
-// [audio thread] One object a processing object. Pairs may nest up to eight deep; deeper pairs leave
-// the mode as it is. Where the processor has no MXCSR nothing happens.
+// [audio thread] One for each object that processes. Pairs may nest up to eight deep; deeper pairs leave the
+// mode as it is. On a processor without MXCSR nothing happens.
 #pragma once
 
 #include <cstdint>
@@ -10,17 +10,18 @@
 class cpuControl
 {
 public:
-    // Every exception masked, round to nearest, denormals kept: neither flushed nor taken as zero.
+    // Every exception masked, round to nearest, subnormals kept: neither flushed nor taken as zero.
     static constexpr int plainMode = 0x1F80;
 
-    // Remembers the present mode and sets the given one: an MXCSR value without its status bits.
+    // Remembers the present control word and sets the given mode: an MXCSR value without status flags.
     void push(int mode);
-    // Goes back to the mode before the last push; without one nothing happens.
+    // Puts the whole word from before the last push back, if the mode is another one by now. Without a push
+    // nothing happens.
     void pop();
 
 private:
     static constexpr int maximumDepth = 8;
-    uint32_t saved[maximumDepth] = {};
+    uint32_t saved[maximumDepth] = {}; // status flags included
     int32_t depth = 0;
 };
 

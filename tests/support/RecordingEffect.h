@@ -20,9 +20,9 @@ struct RecordingEditor : Orbel::IEditor
     }
     void close() override { log += "close;"; }
     bool onWheel(float distance) override { return distance > 0.0f; }
-    bool onKeyDown(const Orbel::EditorKey& key) override { return record("down", key); }
-    bool onKeyUp(const Orbel::EditorKey& key) override { return record("up", key); }
-    bool record(const char* what, const Orbel::EditorKey& key)
+    bool onKeyDown(const Core::KeyCode& key) override { return record("down", key); }
+    bool onKeyUp(const Core::KeyCode& key) override { return record("up", key); }
+    bool record(const char* what, const Core::KeyCode& key)
     {
         log += std::string(what) + " " + std::to_string(int(key.character)) + " " +
                std::to_string(key.virtualKey) + " " + std::to_string(key.modifiers) + ";";

@@ -1,16 +1,11 @@
 // One key, as views get it: a printing key by its character, any other by its number.
 #pragma once
 
-#include <cstdint>
+#include "CORE/KeyCode.h"
 
 namespace Tovra
 {
-struct TovraKeyCode
-{
-    std::int64_t character = 0; // Unicode; 0 for a key that does not print
-    std::uint8_t virtualKey = 0;
-    std::uint8_t modifiers = 0; // KeyModifier bits
-};
+using TovraKeyCode = Core::KeyCode; // its modifiers are KeyModifier bits
 
 enum KeyModifier : std::uint8_t
 {

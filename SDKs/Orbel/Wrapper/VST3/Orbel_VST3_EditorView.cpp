@@ -72,16 +72,16 @@ tresult PLUGIN_API Orbel_VST3_EditorView::onWheel(float distance)
 }
 
 // Printable keys come as key, all others as keyCode, where the numbers from 128 on are ASCII shifted.
-static EditorKey keyOf(char16 key, int16 keyCode, int16 modifiers)
+static Core::KeyCode keyOf(char16 key, int16 keyCode, int16 modifiers)
 {
     constexpr int16 firstShifted = 128, shift = 80;
     constexpr char16 firstBeyondASCII = 128;
-    EditorKey result;
+    Core::KeyCode result;
     result.virtualKey = std::uint8_t(keyCode);
     if (key == 0 && keyCode >= firstShifted)
         key = char16(keyCode - shift);
     if (key < firstBeyondASCII)
-        result.character = char(key);
+        result.character = key;
     const int swapped = (modifiers & 4) << 1 | (modifiers & 8) >> 1; // command and control
     result.modifiers = std::uint8_t((modifiers & 3) | swapped);
     return result;

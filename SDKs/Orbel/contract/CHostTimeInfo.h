@@ -16,7 +16,16 @@ struct CHostTimeInfo
     bool recording = false;
     bool automationWriting = false;
     bool automationReading = false;
-    long timeSignatureNumerator = 0; // 0 where the host doesn't tell
+    long timeSignatureNumerator = 0; // 0 where the host does not tell it
     long timeSignatureDenominator = 0;
+
+    // [audio thread]  On to the next piece of the block: so many samples and so many quarter notes further.
+    // The count down to the next beat goes on below 0.
+    void advance(int samples, double quarterNotes)
+    {
+        samplePosition += samples;
+        ppqPosition += quarterNotes;
+        samplesToNextBeat -= samples;
+    }
 };
 }

@@ -1,6 +1,7 @@
 // One MIDI event of a block.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 
 namespace Orbel
@@ -16,6 +17,14 @@ struct OrbelMidiEvent
         allNotesOff = 65281,
         allSoundOff = 65282
     };
+
+    // [any thread]  An event with the raw bytes of a message, of which at most four are taken, and the type
+    // that its status names. All other fields stay 0.
+    static OrbelMidiEvent fromBytes(int32_t sampleOffset, const uint8_t* bytes, size_t count);
+
+    // [any thread]  Fills channel, type, note, controller and amounts in from the raw bytes. The type of a
+    // message of another kind stays what an adapter has set.
+    void completeFromBytes();
 
     int32_t sampleOffset = 0; // in the block
     uint8_t raw[4] = {};      // status, two data bytes, one spare

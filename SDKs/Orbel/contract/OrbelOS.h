@@ -5,18 +5,21 @@
 // that it was made with, and knows no host format. Every virtual operation has a harmless default: an
 // effect overrides what it has, and adapters rely on the defaults of the rest.
 //
-// Threads: processAudio, MIDI and the timed parameter events belong to the audio thread; parameter
-// writes, and so parameterChanged, come on any thread; setSampleRate, setBlockSize and reset come while
-// audio stands; the rest comes on the window thread.
+// Threads: processAudio and MIDI belong to the audio thread, whose road through a block is BlockRoad's;
+// parameter writes, and so parameterChanged, come on any thread; setSampleRate, setBlockSize and reset come
+// while audio stands; the rest comes on the window thread. Development builds check it at the seams
+// (CORE/ThreadCheck.h): an effect adds a seam of its own by a line of checkAudioThread("Effect::seam") or
+// Core::checkWindowThread("Effect::seam").
 #pragma once
 
 #include "CORE/Relaxed.h"
+#include "CORE/ThreadCheck.h"
 #include "Orbel/contract/AudioBusInformation.h"
 #include "Orbel/contract/IEditor.h"
 #include "Orbel/contract/OrbelCallback.h"
 #include "Orbel/contract/OrbelMidiEvent.h"
 #include "Orbel/parameters/ParameterChangeListener.h"
-#include "Orbel/parameters/ParameterEventList.h"
+#include "Orbel/parameters/TimedValues.h"
 
 #include <memory>
 #include <vector>
@@ -42,14 +45,21 @@ public:
 
     // Program names: at most 255 characters. False where there is none.
     virtual void setProgramName(const char*) {}
-    virtual bool getProgramName(char* text);
+    virtual bool getProgramName(char* text)
+    {
+        *text = 0;
+        return false;
+    }
     virtual bool getProgramNameIndexed(int, char*) { return false; }
 
     // Properties by index, numeric id, automation index and id text; null where there is none. The
     // effect owns them.
     virtual ParameterProperty* getParameterProperty(int) { return nullptr; }
     virtual ParameterProperty* getParameterPropertyByID(int) { return nullptr; }
-    virtual ParameterProperty* getParameterProperty_automateable(int index);
+    virtual ParameterProperty* getParameterProperty_automateable(int index)
+    {
+        return getParameterProperty(index);
+    }
     virtual ParameterProperty* getParameterProperty(const char*) { return nullptr; }
     // The index under which a host automates the property; -1 for null and for one that it can't.
     virtual int getAutomationIndex(ParameterProperty* property);
@@ -85,12 +95,28 @@ public:
 
     virtual void resume() {}
     virtual void suspend() {}
-    virtual void reset();
+    virtual void reset()
+    {
+        suspend();
+        resume();
+    }
 
     // Gestures of the editor, by automation index, or by property where it is automatable.
-    virtual void beginEdit(int index);
-    virtual void endEdit(int index);
-    virtual void performEdit(int index, float normalized);
+    virtual void beginEdit(int index)
+    {
+        if (callback)
+            callback->CB_beginEdit(index);
+    }
+    virtual void endEdit(int index)
+    {
+        if (callback)
+            callback->CB_endEdit(index);
+    }
+    virtual void performEdit(int index, float normalized)
+    {
+        if (callback)
+            callback->CB_performEdit(index, normalized);
+    }
     virtual void beginEdit(ParameterProperty* property);
     virtual void endEdit(ParameterProperty* property);
     virtual void performEdit(ParameterProperty* property);
@@ -107,10 +133,15 @@ public:
     virtual int getNumInputBuses() { return numInputBuses; }
     virtual int getNumOutputBuses() { return numOutputBuses; }
 
-    virtual void giveHostIdleTime();
+    virtual void giveHostIdleTime()
+    {
+        if (callback)
+            callback->CB_giveHostIdleTime();
+    }
     // In beats a minute; 10 without a callback.
-    virtual float getCurrentHostTempo();
-    // The largest piece that the effect wants of a block; -1: the block that the host gives.
+    virtual float getCurrentHostTempo() { return callback ? callback->CB_getHostTempo() : 10.0f; }
+    // [audio thread] The largest piece that the effect wants of the block that begins (getBlockTempo,
+    // getBlockFrames); -1: the block that the host gives.
     virtual long getDesiredProcessBlockSize() { return -1; }
     // "VST2", "VST3", "RTAS", "AU", "AAX", "Orbel", "-", or "NO_CALLBACK"; empty for an unknown format.
     virtual const char* getHostedPluginType() const;
@@ -119,29 +150,53 @@ public:
     // framework writes the property itself.
     virtual bool setParameterByAutomation(int, float) { return false; }
 
-    virtual void setAutomationSyncResolution(AutomationSyncResolution resolution);
-    virtual AutomationSyncResolution getAutomationSyncResoltution() const;
+    virtual void setAutomationSyncResolution(AutomationSyncResolution resolution)
+    {
+        gAutomationSync = resolution;
+    }
+    virtual AutomationSyncResolution getAutomationSyncResoltution() const { return gAutomationSync; }
 
-    // [audio thread] Timed parameter values. An adapter, for each block of its host: adds the changes,
-    // prepares, then processes piece by piece, where syncSetParameters lowers frames to the length of
-    // the piece and writes what is due at its start; and clears. A value that was still waiting is dropped.
+    // Timed parameter values, which BlockRoad takes through each block of a host: the changes are added, the
+    // block is prepared, then processed piece by piece, and the list of values is cleared. What was still
+    // waiting then is dropped.
     //
-    // True where the value waits for a grid; on false the adapter may also write the property at once.
+    // [any thread] Adds a value that is due after sampleOffset samples of the block. The audio thread's own
+    // goes into its block; another thread's waits for the next block to be prepared, and meanwhile gives way
+    // to a newer one of the same property. Null and NaN add nothing. True where the value waits for a grid;
+    // on false the adapter may also write the property at once.
     bool addSyncParameterSetEvent(ParameterProperty* property, float normalized, int sampleOffset);
+    // [audio thread] The block begins. Takes in what other threads have added.
     void prepareSyncParameterSet(CHostTimeInfo& timeInfo, int frames);
+    // [audio thread] Lowers frames to the length of the next piece, and writes what is due at its start.
     void syncSetParameters(int& frames);
-    void clearSyncSetEvents();
+    // [any thread] On the audio thread, the end of a block: drops the values of the block, and none that
+    // other threads have added since. On another thread: drops those that are waiting for the next block.
+    void clearSyncSetEvents() { timedValues.clear(); }
 
     // [window thread] Null where the effect has none; it stays the effect's.
-    IEditor* getEditor() const { return editor.get(); }
+    IEditor* getEditor() const
+    {
+        Core::checkWindowThread("OrbelOS::getEditor");
+        return editor.get();
+    }
 
 protected:
     OrbelCallback* getCallback() const { return callback; }
 
+    // [audio thread] The tempo and the samples of the host's block that was begun last.
+    float getBlockTempo() const { return blockTempo; }
+    int getBlockFrames() const { return blockFrames; }
+    // [audio thread] Reports the seam in development builds, if another thread is processing.
+    void checkAudioThread(const char* seam) const { audioSection.checkAudioThread(seam); }
+
     std::unique_ptr<IEditor> editor; // null until the effect makes one
 
 private:
-    void applyDueEvents();
+    friend class BlockRoad;
+
+    void noteBlock(const CHostTimeInfo& timeInfo, int frames);
+    long samplesToGrid(const CHostTimeInfo& timeInfo, int frames, AutomationSyncResolution resolution);
+    void write(ParameterSetEvent event);
 
     int outputLatency = 0; // samples
     long blockSize = 0;
@@ -151,6 +206,9 @@ private:
     Core::Relaxed<bool> bypass = false;
     int numInputBuses = 1;
     int numOutputBuses = 1;
-    ParameterEventList parameterEvents;
+    float blockTempo = 0.0f;
+    int blockFrames = 0;
+    TimedValues timedValues;
+    Core::AudioSection audioSection;
 };
 }

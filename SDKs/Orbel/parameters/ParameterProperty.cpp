@@ -1,5 +1,6 @@
 #include "Orbel/parameters/ParameterProperty.h"
 
+#include "CORE/ThreadCheck.h"
 #include "Orbel/parameters/ParameterCurve.h"
 #include "Orbel/parameters/WholeNumber.h"
 
@@ -174,6 +175,7 @@ int ParameterProperty::getCurrentValue_asINT() const
 
 void ParameterProperty::AddListener(ParameterChangeListener* listener, bool notifyNow)
 {
+    Core::checkWindowThread("ParameterProperty::AddListener");
     listeners.add(listener);
     if (listener && notifyNow)
         listener->parameterChanged(this);
@@ -181,6 +183,7 @@ void ParameterProperty::AddListener(ParameterChangeListener* listener, bool noti
 
 void ParameterProperty::ForgetListener(ParameterChangeListener* listener)
 {
+    Core::checkWindowThread("ParameterProperty::ForgetListener");
     listeners.forget(listener);
 }
 

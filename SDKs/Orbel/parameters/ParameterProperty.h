@@ -17,6 +17,7 @@
 #include "Orbel/parameters/ParameterChangeListener.h"
 #include "Orbel/parameters/ParameterPropertySetup.h"
 #include "Orbel/parameters/ParameterUnitType.h"
+#include "Orbel/parameters/TimedValueSlot.h"
 
 namespace Orbel
 {
@@ -161,6 +162,8 @@ public:
     void setRendererObject(IParameterTextRenderer* renderer) { rendererObject = renderer; }
 
 private:
+    friend class TimedValueInbox;
+
     float clamped(float realValue) const;
     float valueAt(float position) const;
     void setBound(Core::Relaxed<float>& bound, float newBound);
@@ -189,5 +192,6 @@ private:
     Core::CStringBufferd<64> unitName;
 
     ListenerList listeners;
+    TimedValueSlot timedValue;
 };
 }

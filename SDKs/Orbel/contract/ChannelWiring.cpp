@@ -1,0 +1,29 @@
+#include "Orbel/contract/ChannelWiring.h"
+
+#include "DSP/VectorPrimitives.h"
+
+namespace Orbel
+{
+void ChannelWiring::wire(float** channels, int index, const HostBus& bus) const
+{
+    channels[2 * index] = bus.left ? bus.left : spareChannel;
+    channels[2 * index + 1] = bus.right ? bus.right : spareChannel;
+}
+
+void ChannelWiring::wireInput(int index, const HostBus& bus)
+{
+    if (!hasRoom(index))
+        return;
+    if (bus.left && bus.mono)
+        ippsCopy_32f(bus.left, spareChannel, numSamples);
+    else if (!bus.left || !bus.right)
+        ippsZero_32f(spareChannel, numSamples);
+    wire(inputChannels, index, bus);
+}
+
+void ChannelWiring::wireOutput(int index, const HostBus& bus)
+{
+    if (hasRoom(index))
+        wire(outputChannels, index, bus);
+}
+}

@@ -1,0 +1,231 @@
+#include "Orbel/contract/BlockRoad.h"
+#include "Orbel/contract/BypassParameter.h"
+#include "Orbel/contract/ChannelWiring.h"
+#include "Orbel/contract/OrbelOS.h"
+#include "Orbel/parameters/ParameterProperty.h"
+
+#include <cmath>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <memory>
+#include <string>
+#include <thread>
+#include <vector>
+
+using namespace Orbel;
+using testing::ElementsAre;
+
+namespace
+{
+// Records its pieces; has one parameter from 0 to 10 for each id.
+struct Effect : OrbelOS
+{
+    struct Piece
+    {
+        int frames;
+        float value; // of the first parameter
+        CHostTimeInfo time;
+        const float* input;
+    };
+
+    explicit Effect(std::vector<const char*> ids = {"A"}) : OrbelOS(nullptr)
+    {
+        for (const char* id : ids)
+        {
+            properties.push_back(std::make_unique<ParameterProperty>());
+            properties.back()->setID(id);
+            properties.back()->setMax(10.0f);
+        }
+    }
+
+    using OrbelOS::getParameterProperty;
+    int getParameterCount() override { return int(properties.size()); }
+    ParameterProperty* getParameterProperty(int i) override { return properties[size_t(i)].get(); }
+    long getDesiredProcessBlockSize() override
+    {
+        asked = {getBlockTempo(), float(getBlockFrames())};
+        return desired;
+    }
+    void processAudio(AudioBusInformation& block) override
+    {
+        pieces.push_back(
+            {block.numSamples, properties[0]->getCurrentValue(), block.timeInfo, block.inputs[0].left});
+    }
+
+    std::vector<std::unique_ptr<ParameterProperty>> properties;
+    std::vector<Piece> pieces;
+    std::vector<float> asked;
+    long desired = -1;
+};
+
+// A block of silence over the road; the lengths of its pieces.
+std::vector<int> lengths(Effect& effect, int frames, BlockRules rules, BlockObserver* observer = nullptr,
+                         double rate = 48000.0)
+{
+    static std::vector<float> samples(4096);
+    float* channels[] = {samples.data(), samples.data()};
+    AudioBusInformation block(channels, 1, channels, 1, frames);
+    block.timeInfo.tempo = 120.0f;
+    effect.pieces.clear();
+    BlockRoad(effect, rules, observer).process(block, rate);
+    std::vector<int> result;
+    for (const Effect::Piece& piece : effect.pieces)
+        result.push_back(piece.frames);
+    return result;
+}
+
+constexpr BlockRules wholeBelowTwice = {BlockRules::wholeBelowTwiceDesired, BlockRules::cutTheBlock,
+                                        BlockRules::product};
+constexpr BlockRules atMost = {BlockRules::atMostDesired, BlockRules::cutTheBlock, BlockRules::quotient};
+}
+
+TEST(BlockRoad, CutsABlockByTheDesiredSize)
+{
+    using Lengths = std::vector<int>;
+    const struct
+    {
+        int frames;
+        long desired;
+        Lengths whole, most;
+    } cases[] = {
+        {399, 200, {399}, {200, 199}},
+        {400, 200, {200, 200}, {200, 200}},
+        {450, 200, {200, 200, 50}, {200, 200, 50}},
+        {100, 200, {100}, {100}},
+        {100, -1, {100}, {100}},
+        {100, 0, {100}, {100}},
+        {3, 1, {1, 1, 1}, {1, 1, 1}},
+        {0, 200, {}, {}},
+    };
+    for (const auto& each : cases)
+    {
+        SCOPED_TRACE(testing::Message() << each.frames << " frames, " << each.desired << " desired");
+        Effect effect;
+        effect.desired = each.desired;
+        EXPECT_EQ(lengths(effect, each.frames, wholeBelowTwice), each.whole);
+        EXPECT_EQ(lengths(effect, each.frames, atMost), each.most);
+        EXPECT_THAT(effect.asked, ElementsAre(120.0f, float(each.frames))) << "asked once the block is known";
+    }
+}
+
+TEST(BlockRoad, MovesBusesAndTimeOnByEachPiece)
+{
+    Effect effect;
+    effect.desired = 49;
+    constexpr double rate = 98.0; // 49 samples a beat, of which the two steps make a different beat
+    lengths(effect, 147, atMost, nullptr, rate);
+    ASSERT_EQ(effect.pieces.size(), 3u);
+    EXPECT_EQ(effect.pieces[2].input - effect.pieces[0].input, 98);
+    EXPECT_EQ(effect.pieces[2].time.samplePosition, 98.0);
+    EXPECT_EQ(effect.pieces[2].time.samplesToNextBeat, -98);
+    EXPECT_EQ(effect.pieces[2].time.ppqPosition, 2.0);
+    lengths(effect, 147, wholeBelowTwice, nullptr, rate);
+    EXPECT_EQ(effect.pieces[1].time.ppqPosition, std::nextafter(1.0, 0.0));
+}
+
+TEST(BlockRoad, HasThreeWaysWithTimedValues)
+{
+    struct Log final : BlockObserver
+    {
+        void timedValuesBegin() override { text += "("; }
+        void timedValuesEnd() override { text += ")"; }
+        void pieceProcessed(int frames) override { text += std::to_string(frames); }
+        std::string text;
+    };
+    using Lengths = std::vector<int>;
+    const struct
+    {
+        BlockRules::TimedValues way;
+        AutomationSyncResolution grid;
+        Lengths pieces;
+        float value;
+        const char* log;
+    } cases[] = {
+        {BlockRules::cutTheBlock, automationSyncOff, {30, 1, 69}, 5.0f, "()30()1()69"},
+        {BlockRules::cutOnAGrid, automationSyncOff, {100}, 0.0f, "100"},
+        {BlockRules::cutOnAGrid, automationSync8th, {1, 99}, 5.0f, "()1()99"}, // nothing plays: at once
+        {BlockRules::notUsed, automationSync8th, {100}, 0.0f, "100"},
+    };
+    for (const auto& each : cases)
+    {
+        SCOPED_TRACE(each.log);
+        Effect effect;
+        Log log;
+        gAutomationSync = each.grid;
+        effect.addSyncParameterSetEvent(effect.getParameterProperty(0), 0.5f, 30);
+        const BlockRules rules = {BlockRules::atMostDesired, each.way, BlockRules::product};
+        EXPECT_EQ(lengths(effect, 100, rules, &log), each.pieces);
+        EXPECT_EQ(effect.pieces.back().value, each.value);
+        EXPECT_EQ(log.text, each.log);
+        EXPECT_THAT(lengths(effect, 100, atMost), ElementsAre(100)) << "the end of a block leaves nothing";
+    }
+    gAutomationSync = automationSyncOff;
+}
+
+TEST(BlockRoad, WritesEverythingAtOnceWithoutAudio)
+{
+    Effect effect;
+    {
+        BlockRoad road(effect, atMost);
+        effect.addSyncParameterSetEvent(effect.getParameterProperty(0), 0.75f, 4000);
+        road.flush();
+    }
+    EXPECT_EQ(effect.getParameterProperty(0)->getCurrentValue(), 7.5f);
+    EXPECT_TRUE(effect.pieces.empty());
+    EXPECT_THAT(lengths(effect, 64, atMost), ElementsAre(64));
+}
+
+#ifndef NDEBUG
+TEST(BlockRoad, ReportsCallsOnTheWrongThread)
+{
+    static std::string reports;
+    reports.clear();
+    Core::setThreadFaultHandler([](const char* seam, const char*) { reports += std::string(seam) + ";"; });
+    Effect effect;
+    {
+        const BlockRoad road(effect, atMost);
+        std::thread([&] { BlockRoad(effect, atMost).flush(); }).join();
+        effect.getParameterProperty(0)->AddListener(&effect, false);
+        effect.getEditor();
+    }
+    effect.getParameterProperty(0)->ForgetListener(&effect);
+    Core::setThreadFaultHandler(nullptr);
+    EXPECT_EQ(reports, "BlockRoad;OrbelOS::prepareSyncParameterSet;OrbelOS::syncSetParameters;"
+                       "ParameterProperty::AddListener;OrbelOS::getEditor;");
+}
+#endif
+
+TEST(ChannelWiring, StandsInForChannelsThatTheHostLacks)
+{
+    float left[4] = {1, 2, 3, 4}, right[4] = {5, 6, 7, 8}, spare[4] = {9, 9, 9, 9};
+    const auto hears = [&](const HostBus& bus) // the last sample of both sides
+    {
+        ChannelWiring wiring(spare, 4);
+        wiring.wireInput(0, bus);
+        EXPECT_TRUE(!bus.left || wiring.inputs()[0] == bus.left) << "the host's own pointer";
+        return std::pair(wiring.inputs()[0][3], wiring.inputs()[1][3]);
+    };
+    EXPECT_EQ(hears({left, right, false}), std::pair(4.0f, 8.0f));
+    EXPECT_EQ(hears({left, nullptr, true}), std::pair(4.0f, 4.0f));
+    EXPECT_EQ(hears({left, nullptr, false}), std::pair(4.0f, 0.0f));
+    EXPECT_EQ(hears({nullptr, right, false}), std::pair(0.0f, 8.0f));
+    EXPECT_EQ(hears({}), std::pair(0.0f, 0.0f));
+
+    ChannelWiring wiring(spare, 4);
+    wiring.wireInput(1, {});
+    wiring.wireInput(0, {left, nullptr, true});
+    EXPECT_EQ(wiring.inputs()[1][0], 1.0f) << "wired last, the main bus has the copy for itself";
+    wiring.wireOutput(0, {left, nullptr, true});
+    EXPECT_EQ(wiring.outputs()[0], left);
+    EXPECT_EQ(wiring.outputs()[1], spare);
+    wiring.wireOutput(ChannelWiring::maximumBuses, {left, right, false});
+    wiring.wireInput(-1, {left, right, false});
+}
+
+TEST(BypassParameter, IsTheFirstWithItsIdInAnyCase)
+{
+    Effect effect({"A", "kByPaSs", "BYPASS"}), none({"kByPass2", "ABYPASS"});
+    EXPECT_EQ(findBypassParameter(effect), effect.getParameterProperty(1));
+    EXPECT_TRUE(isBypass(*effect.getParameterProperty(2)));
+    EXPECT_EQ(findBypassParameter(none), nullptr);
+}

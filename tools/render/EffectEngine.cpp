@@ -1,5 +1,6 @@
 #include "tools/render/EffectEngine.h"
 
+#include "Orbel/contract/BlockRoad.h"
 #include "Orbel/contract/OrbelFactory.h"
 #include "Orbel/contract/TransportHelpers.h"
 #include "Orbel/parameters/ParameterProperty.h"
@@ -84,34 +85,30 @@ static Orbel::CHostTimeInfo hostTime(const RenderBlock& block, double rate)
     return time;
 }
 
-static void advance(Orbel::CHostTimeInfo& time, int frames, double rate)
+namespace
 {
-    time.samplePosition += frames;
-    time.ppqPosition += frames / (60.0 / time.tempo * rate);
-    time.samplesToNextBeat -= frames;
+// No piece is longer than the effect desires; positions go on by division, as Transport's do.
+constexpr Orbel::BlockRules rules = {Orbel::BlockRules::atMostDesired, Orbel::BlockRules::cutTheBlock,
+                                     Orbel::BlockRules::quotient};
+
+// The effect keeps the gain record of its last piece alone.
+class GainCollector final : public Orbel::BlockObserver
+{
+public:
+    GainCollector(const CQDT_DKS_Single& recording, float* record) : effect(recording), end(record) {}
+    void pieceProcessed(int frames) override { end = std::copy_n(effect.getGainRecord(), frames, end); }
+
+private:
+    const CQDT_DKS_Single& effect;
+    float* end;
+};
 }
 
 void EffectEngine::process(RenderBlock& block)
 {
-    Orbel::AudioBusInformation bus(block.input, 1, block.output, 1, block.frames);
-    bus.timeInfo = hostTime(block, sampleRate);
-    effect->prepareSyncParameterSet(bus.timeInfo, block.frames);
-    const long desired = effect->getDesiredProcessBlockSize();
-    for (int done = 0; done < block.frames;)
-    {
-        int piece = block.frames - done;
-        if (desired > 0)
-            piece = int(std::min<long>(piece, desired));
-        effect->syncSetParameters(piece);
-        bus.numSamples = piece;
-        effect->processAudio(bus);
-        std::copy_n(product.getGainRecord(), piece, block.gainRecord + done);
-
-        bus.advanceInput(piece);
-        bus.advanceOutput(piece);
-        advance(bus.timeInfo, piece, sampleRate);
-        done += piece;
-    }
-    effect->clearSyncSetEvents();
+    GainCollector collector(product, block.gainRecord);
+    Orbel::AudioBusInformation buses(block.input, 1, block.output, 1, block.frames);
+    buses.timeInfo = hostTime(block, sampleRate);
+    Orbel::BlockRoad(*effect, rules, &collector).process(buses, sampleRate);
 }
 }

@@ -1,5 +1,5 @@
 // The effect itself as an engine, in this process and without a host format in between. It does what an
-// adapter does: hands over the transport, queues the timed sets, and processes a block piece by piece.
+// adapter does: hands over the transport, adds the timed values, and takes each block over the same road.
 #pragma once
 
 #include "tools/render/RenderEngine.h"

@@ -1,13 +1,16 @@
-// A host in one object: plays an effect block by block, and keeps what came out of it.
+// A host in one object: plays an effect block by block over the adapters' road, and keeps what came out of it.
 #pragma once
 
+#include "Orbel/contract/BlockRoad.h"
 #include "effect/instance/CQDT_DKS_Single.h"
 
 #include <memory>
 #include <vector>
 
-struct Player
+struct Player final : private Orbel::BlockObserver
 {
+    static constexpr Orbel::BlockRules rules = {Orbel::BlockRules::atMostDesired,
+                                                Orbel::BlockRules::cutTheBlock, Orbel::BlockRules::quotient};
     CQDT_DKS_Single effect;
     float rate;
     double tempo = 120.0;
@@ -45,14 +48,18 @@ struct Player
         info.timeInfo.tempo = float(tempo);
         info.timeInfo.playing = playing;
         info.timeInfo.ppqPosition = ppq;
-        effect.processAudio(info);
+        Orbel::BlockRoad(effect, rules, this).process(info, rate);
 
         left.insert(left.end(), outLeft.begin(), outLeft.end());
         right.insert(right.end(), outRight.begin(), outRight.end());
-        gain.insert(gain.end(), effect.getGainRecord(), effect.getGainRecord() + frames);
         position += frames;
         if (playing)
             ppq += frames / (60.0 / tempo * rate);
+    }
+
+    void pieceProcessed(int frames) override
+    {
+        gain.insert(gain.end(), effect.getGainRecord(), effect.getGainRecord() + frames);
     }
 
     void play(long frames, int block)

@@ -33,16 +33,7 @@ struct Session
             for (int i = 0; i < effect.getParameterCount(); ++i)
                 effect.addSyncParameterSetEvent(effect.getParameterProperty(i),
                                                 float((block * 13 + i * 29) % 100) / 99.0f, i * 50);
-            effect.prepareSyncParameterSet(info.timeInfo, 512);
-            for (int left = 512; left > 0; left -= info.numSamples)
-            {
-                info.numSamples = left;
-                effect.syncSetParameters(info.numSamples);
-                effect.processAudio(info);
-                info.advanceInput(info.numSamples);
-                info.advanceOutput(info.numSamples);
-            }
-            effect.clearSyncSetEvents();
+            Orbel::BlockRoad(effect, Player::rules).process(info, 44100.0);
         }
     }
 };

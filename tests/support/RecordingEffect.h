@@ -1,5 +1,6 @@
 // An effect that records what an adapter does with it, in place of a product. A test sets up plan before it
-// makes the adapter; the effect that the adapter makes is then latest.
+// makes the adapter; the effect that the adapter makes is then latest. RecordingEffect.cpp brings the doors
+// of a bundle (OrbelFactory.h) that makes such effects.
 #pragma once
 
 #include "Orbel/contract/OrbelFactory.h"
@@ -9,6 +10,14 @@
 #include <string>
 #include <utility>
 #include <vector>
+
+// A block as the drivers of the adapters' tests hand it over.
+struct HostBlock
+{
+    int frames;
+    std::vector<float*> inputs; // one pointer for each channel: none, left, or both
+    std::vector<float*> outputs;
+};
 
 struct RecordingEditor : Orbel::IEditor
 {
@@ -38,7 +47,8 @@ struct EffectPlan
     long type = Orbel::OrbelFX_Description::effect;
     std::vector<std::string> ids = {"LEVEL", "kBypass", "BYPASS"};
     long desired = -1;
-    bool makes = true; // an effect at all
+    float defaultValue = 0.0f; // of every parameter
+    bool makes = true;         // an effect at all
     bool hasEditor = false;
 };
 
@@ -46,6 +56,7 @@ struct RecordingEffect : Orbel::OrbelOS
 {
     static inline EffectPlan plan;
     static inline RecordingEffect* latest = nullptr;
+    static Orbel::OrbelFX_Description description(); // what an adapter is told of it
 
     struct Piece
     {
@@ -63,6 +74,7 @@ struct RecordingEffect : Orbel::OrbelOS
             row.parameterId = int(i);
             row.minimum = -10.0f;
             row.maximum = 10.0f;
+            row.defaultValue = plan.defaultValue;
             row.curve = i == 0 ? 4.0f : 0.0f;
             row.unitType = Orbel::ParameterUnitType::PlainDecibels;
             properties.push_back(std::make_unique<Orbel::ParameterProperty>());

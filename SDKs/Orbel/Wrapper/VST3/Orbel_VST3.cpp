@@ -1,10 +1,12 @@
 #include "Orbel/Wrapper/VST3/Orbel_VST3.h"
 
 #include "CORE/ForeignData.h"
+#include "CORE/ThreadCheck.h"
 #include "CORE/Truncate.h"
 #include "HostSDK/VST3/Text.h"
 #include "Orbel/Wrapper/VST3/OrbelVST3Parameter.h"
 #include "Orbel/Wrapper/VST3/Orbel_VST3_EditorView.h"
+#include "Orbel/contract/BypassParameter.h"
 #include "Sonvex/String.h"
 #include "pluginterfaces/base/ibstream.h"
 
@@ -19,8 +21,9 @@ using namespace Steinberg::Vst;
 
 namespace
 {
-// Of a block: four channels of it fill what foreign data may take at most.
-constexpr int32 mostFrames = int32(Core::kLargestForeignSize / (4 * sizeof(float)));
+// The largest block: four channels of it take as much memory as foreign data may ask for.
+constexpr int32 largestBlock = int32(Core::kLargestForeignSize / (4 * sizeof(float)));
+constexpr size_t reservedMidiEvents = 512; // of one block; more are passed on in several lists
 }
 
 Orbel_VST3::Orbel_VST3(const OrbelFX_Description& shown)
@@ -48,6 +51,7 @@ tresult PLUGIN_API Orbel_VST3::queryInterface(const TUID interfaceID, void** obj
 
 tresult PLUGIN_API Orbel_VST3::initialize(FUnknown* context)
 {
+    Core::checkWindowThread("IPluginBase::initialize");
     const tresult result = SingleComponentEffect::initialize(context);
     if (result != kResultOk)
         return result;
@@ -67,6 +71,8 @@ tresult PLUGIN_API Orbel_VST3::initialize(FUnknown* context)
     effect->setSampleRate(float(getProcessSetup().sampleRate));
     effect->setBlockSize(getProcessSetup().maxSamplesPerBlock);
     silence.resize(size_t(getProcessSetup().maxSamplesPerBlock));
+    if (takesMidi())
+        pendingMidi.reserve(reservedMidiEvents);
     return kResultOk;
 }
 
@@ -84,21 +90,18 @@ void Orbel_VST3::addBuses()
 
 void Orbel_VST3::addParameters()
 {
-    bypassParameterId = kOwnBypass;
+    ParameterProperty* const bypassProperty = findBypassParameter(*effect);
+    bypassParameterId = bypassProperty ? ParamID(bypassProperty->getAutomationIndex()) : kOwnBypass;
     for (int i = 0; i < effect->getParameterCount_automateable(); ++i)
     {
         ParameterProperty* const property = effect->getParameterProperty_automateable(i);
         if (!property)
             continue;
-        Sonvex::String id = property->getID();
-        id.toUpper();
-        const bool bypasses = bypassParameterId == kOwnBypass && (id == "BYPASS" || id == "KBYPASS");
-        if (bypasses)
-            bypassParameterId = ParamID(property->getAutomationIndex());
+        const bool bypasses = property == bypassProperty;
         parameters.addParameter(
             new OrbelVST3Parameter(property, ParamID(i), false, bypasses ? 1 : 0, bypasses));
     }
-    if (bypassParameterId == kOwnBypass)
+    if (!bypassProperty)
     {
         constexpr int32 flags = ParameterInfo::kCanAutomate | ParameterInfo::kIsBypass;
         auto* const bypass = new StringListParameter(STR("Bypass"), kOwnBypass, nullptr, flags);
@@ -126,6 +129,7 @@ void Orbel_VST3::addControllerParameters()
 
 tresult PLUGIN_API Orbel_VST3::terminate()
 {
+    Core::checkWindowThread("IPluginBase::terminate");
     for (Orbel_VST3_EditorView* view : views)
         view->forgetEditor();
     units.clear();
@@ -150,10 +154,10 @@ tresult PLUGIN_API Orbel_VST3::setActive(TBool state)
 
 tresult PLUGIN_API Orbel_VST3::setupProcessing(ProcessSetup& setup)
 {
-    const bool sound = std::isfinite(setup.sampleRate) && setup.sampleRate > 0.0 &&
-                       setup.maxSamplesPerBlock >= 0 && setup.maxSamplesPerBlock <= mostFrames;
+    const bool valid = std::isfinite(setup.sampleRate) && setup.sampleRate > 0.0 &&
+                       setup.maxSamplesPerBlock >= 0 && setup.maxSamplesPerBlock <= largestBlock;
     const ProcessSetup before = getProcessSetup();
-    if (!effect || !sound || SingleComponentEffect::setupProcessing(setup) != kResultOk)
+    if (!effect || !valid || SingleComponentEffect::setupProcessing(setup) != kResultOk)
         return kResultFalse;
     if (setup.sampleRate != before.sampleRate)
         effect->setSampleRate(float(setup.sampleRate));
@@ -179,6 +183,7 @@ static bool write(IBStream& stream, const void* bytes, int32 size)
 
 tresult PLUGIN_API Orbel_VST3::setState(IBStream* stream)
 {
+    Core::checkWindowThread("IComponent::setState");
     if (!stream)
         return kResultOk;
     if (!effect)
@@ -198,6 +203,7 @@ tresult PLUGIN_API Orbel_VST3::setState(IBStream* stream)
 
 tresult PLUGIN_API Orbel_VST3::getState(IBStream* stream)
 {
+    Core::checkWindowThread("IComponent::getState");
     char* chunk = nullptr;
     const long length = stream && effect ? effect->getDataChunk(&chunk) : 0;
     if (length <= 0 || !chunk)
@@ -214,12 +220,6 @@ OrbelVST3Parameter* Orbel_VST3::findParameter(ParamID id) const
     return dynamic_cast<OrbelVST3Parameter*>(parameters.getParameter(id));
 }
 
-OrbelVST3Parameter* Orbel_VST3::parameterAt(int index) const
-{
-    const bool there = index >= 0 && index < parameters.getParameterCount();
-    return there ? dynamic_cast<OrbelVST3Parameter*>(parameters.getParameterByIndex(index)) : nullptr;
-}
-
 ParamValue PLUGIN_API Orbel_VST3::getParamNormalized(ParamID id)
 {
     const OrbelVST3Parameter* const parameter = findParameter(id);
@@ -228,6 +228,7 @@ ParamValue PLUGIN_API Orbel_VST3::getParamNormalized(ParamID id)
 
 tresult PLUGIN_API Orbel_VST3::setParamNormalized(ParamID id, ParamValue position)
 {
+    Core::checkWindowThread("IEditController::setParamNormalized");
     if (id == bypassParameterId || id != kProgramList || !effect)
         return kResultOk;
     SingleComponentEffect::setParamNormalized(id, position);
@@ -248,58 +249,11 @@ IPlugView* PLUGIN_API Orbel_VST3::createView(FIDString name)
 
 void Orbel_VST3::forgetView(Orbel_VST3_EditorView* view)
 {
-    views.erase(std::remove(views.begin(), views.end(), view), views.end());
+    std::erase(views, view);
 }
 
-bool Orbel_VST3::restart(int32 flags)
+bool Orbel_VST3::isEditorOpen() const
 {
-    return componentHandler && componentHandler->restartComponent(flags) == kResultOk;
-}
-
-bool Orbel_VST3::CB_updateHostDisplay()
-{
-    const FUnknownPtr<IUnitHandler> unitHandler(componentHandler);
-    if (!unitHandler)
-        return false;
-    unitHandler->notifyUnitSelection(kRootUnitId);
-    unitHandler->notifyProgramListChange(kProgramList, kAllProgramInvalid);
-    return true;
-}
-
-bool Orbel_VST3::CB_ioChanged()
-{
-    return restart(kIoChanged | kLatencyChanged | kParamTitlesChanged);
-}
-
-bool Orbel_VST3::CB_setOutputLatency(int samples)
-{
-    latencySamples = samples;
-    return true;
-}
-
-bool Orbel_VST3::CB_beginEdit(int index)
-{
-    OrbelVST3Parameter* const parameter = parameterAt(index);
-    if (parameter)
-        parameter->editing = true;
-    return beginEdit(ParamID(index)) == kResultOk;
-}
-
-bool Orbel_VST3::CB_endEdit(int index)
-{
-    OrbelVST3Parameter* const parameter = parameterAt(index);
-    if (parameter)
-        parameter->editing = false;
-    return endEdit(ParamID(index)) == kResultOk;
-}
-
-void Orbel_VST3::CB_performEdit(int index, float position)
-{
-    performEdit(ParamID(index), position);
-}
-
-void Orbel_VST3::CB_parameterInfoChanged(const char*)
-{
-    restart(kParamValuesChanged | kParamTitlesChanged);
+    return std::any_of(views.begin(), views.end(), [](const auto* view) { return view->isAttached(); });
 }
 }

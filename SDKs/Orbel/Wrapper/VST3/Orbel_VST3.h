@@ -1,21 +1,22 @@
 // An effect as a VST 3 plug-in: processor and controller in one object, over the contract OrbelOS.
 //
-// It translates and does nothing else. The effect works on the host's own channel pointers; parameters
-// reach it on the audio thread, as timed events inside process, and never from the controller's side: a
-// host's setParamNormalized only changes the program. The audio is the effect's alone, and so is all
-// state, of which a host's stream is the bytes behind two words.
+// It translates and does nothing else. The effect works on the host's own channel pointers. Parameters reach
+// it on the audio thread, as timed values inside process, and never from the controller's side: a host's
+// setParamNormalized only changes the program. The audio and the state are the effect's alone; a host's
+// stream holds the bytes of that state after two words.
 //
 // Made by VST3Factory; then initialize, setupProcessing, setActive, process, terminate, as often as the
 // host likes. terminate destroys the effect and initialize makes another one.
 //
-// Threads: process on the audio thread: in the steady state it allocates nothing and takes no lock.
-// setupProcessing and setActive come while audio stands. All the rest is the window thread's.
+// Threads: process on the audio thread, where it allocates nothing and takes no lock. setupProcessing and
+// setActive come while audio stands. All the rest is the window thread's.
 #pragma once
 
 #include "CORE/Relaxed.h"
 #include "HostSDK/VST3/SingleComponentEffect.h"
 #include "Orbel/contract/OrbelFactory.h"
 #include "Orbel/parameters/ParameterProperty.h"
+#include "pluginterfaces/vst/ivstevents.h"
 #include "pluginterfaces/vst/ivstmidicontrollers.h"
 #include "pluginterfaces/vst/ivstparameterchanges.h"
 #include "pluginterfaces/vst/ivstunits.h"
@@ -25,6 +26,7 @@
 
 namespace Orbel
 {
+class BlockRoad;
 class OrbelVST3Parameter;
 class Orbel_VST3_EditorView;
 
@@ -69,22 +71,24 @@ public:
     tresult PLUGIN_API initialize(FUnknown* context) override;
     tresult PLUGIN_API terminate() override;
     tresult PLUGIN_API setActive(TBool state) override;
-    // A stream is two 32-bit words, the size and the program, and so many bytes of the effect's state. One
-    // that ends early changes nothing but the program.
+    // A stream is two 32-bit words, the size and the program, followed by that many bytes of the effect's
+    // state. From a stream that ends within those bytes only the program is taken.
     tresult PLUGIN_API setState(IBStream* stream) override;
     tresult PLUGIN_API getState(IBStream* stream) override;
     tresult PLUGIN_API setComponentState(IBStream* stream) override { return setState(stream); }
     ParamValue PLUGIN_API getParamNormalized(ParamID id) override;
     tresult PLUGIN_API setParamNormalized(ParamID id, ParamValue position) override;
-    // Null as long as the effect has no editor.
+    // Null if the effect has no editor.
     IPlugView* PLUGIN_API createView(FIDString name) override;
 
     // Processor
     uint32 PLUGIN_API getLatencySamples() override { return uint32(latencySamples.load()); }
-    // 64-bit samples, and sizes that no host means, are refused, and nothing changes.
+    // 64-bit samples, rates that are not above 0 and sizes beyond reason are refused, and nothing changes.
     tresult PLUGIN_API setupProcessing(Steinberg::Vst::ProcessSetup& setup) override;
+    // A block that is longer than announced or of 64-bit samples is refused as a whole: kResultFalse, and
+    // neither its audio nor its events are looked at.
     tresult PLUGIN_API process(Steinberg::Vst::ProcessData& data) override;
-    // So long that no host cuts a release.
+    // Long enough that no host cuts a release.
     uint32 PLUGIN_API getTailSamples() override { return 576000000; }
 
     // IUnitInfo: one unit, and the programs that the description counts.
@@ -126,7 +130,8 @@ public:
     tresult PLUGIN_API getMidiControllerAssignment(int32 bus, int16 channel, CtrlNumber controller,
                                                    ParamID& id) override;
 
-    // OrbelCallback: what the effect asks of its host. Indices are positions in the parameter list.
+    // OrbelCallback: what the effect asks of its host. Indices are automation indices, which are the ids of
+    // the parameters.
     bool CB_updateHostDisplay() override;
     bool CB_ioChanged() override;
     bool CB_setOutputLatency(int samples) override;
@@ -137,8 +142,9 @@ public:
     int CB_getHostedPluginType() const override { return 2; }
     void CB_parameterInfoChanged(const char*) override;
 
-    // A view says that it is gone.
+    // For its views: one is about to be destroyed, and whether any of them is attached.
     void forgetView(Orbel_VST3_EditorView* view);
+    bool isEditorOpen() const;
 
 private:
     static constexpr int controllersPerChannel = 130; // 128, pressure and pitch bend
@@ -151,16 +157,16 @@ private:
     void addParameters();
     void addControllerParameters();
     OrbelVST3Parameter* findParameter(ParamID id) const;
-    OrbelVST3Parameter* parameterAt(int index) const;
     bool restart(int32 flags);
 
     void takeParameterChanges(Steinberg::Vst::IParameterChanges& changes);
     void takeParameterChange(ParamID id, int32 sampleOffset, ParamValue position);
     void takeController(ParamID id, int32 sampleOffset, ParamValue position);
     void takeEvents(Steinberg::Vst::IEventList& events);
+    void takeEvent(const Steinberg::Vst::Event& event);
+    void addMidi(const OrbelMidiEvent& event);
     void processMidi();
-    void landParameterChanges();
-    void processAudio(Steinberg::Vst::ProcessData& data);
+    void processAudio(Steinberg::Vst::ProcessData& data, BlockRoad& road);
 
     const OrbelFX_Description description;
     std::vector<Orbel_VST3_EditorView*> views;
@@ -169,7 +175,7 @@ private:
     ParameterProperty programProperty; // a host's program change, outside the effect's parameters
     ParamID bypassParameterId = kOwnBypass;
     std::vector<OrbelMidiEvent> pendingMidi; // of the block that is processed
-    std::vector<float> silence; // stands in for channels that the host lacks, as long as the largest block
+    std::vector<float> silence; // as long as the largest block; stands in for channels that the host lacks
 
     Core::Relaxed<long> latencySamples = 0;
     Core::Relaxed<float> currentTempo = 10.0f; // written by the audio thread

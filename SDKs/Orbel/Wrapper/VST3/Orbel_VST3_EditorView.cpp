@@ -1,5 +1,6 @@
 #include "Orbel/Wrapper/VST3/Orbel_VST3_EditorView.h"
 
+#include "CORE/ThreadCheck.h"
 #include "CORE/Truncate.h"
 #include "Orbel/Wrapper/VST3/Orbel_VST3.h"
 #include "Orbel/contract/IEditor.h"
@@ -54,7 +55,9 @@ tresult PLUGIN_API Orbel_VST3_EditorView::isPlatformTypeSupported(FIDString type
 
 tresult PLUGIN_API Orbel_VST3_EditorView::attached(void* parent, FIDString type)
 {
-    if (frame || !editor || isPlatformTypeSupported(type) != kResultTrue || !editor->open(parent, type))
+    Core::checkWindowThread("IPlugView::attached");
+    if (!editor || owner->isEditorOpen() || isPlatformTypeSupported(type) != kResultTrue ||
+        !editor->open(parent, type))
         return kResultFalse;
     frame = editor;
     return CPluginView::attached(parent, type);
@@ -62,6 +65,7 @@ tresult PLUGIN_API Orbel_VST3_EditorView::attached(void* parent, FIDString type)
 
 tresult PLUGIN_API Orbel_VST3_EditorView::removed()
 {
+    Core::checkWindowThread("IPlugView::removed");
     close();
     return CPluginView::removed();
 }
@@ -71,7 +75,7 @@ tresult PLUGIN_API Orbel_VST3_EditorView::onWheel(float distance)
     return frame && frame->onWheel(distance) ? kResultTrue : kResultFalse;
 }
 
-// Printable keys come as key, all others as keyCode, where the numbers from 128 on are ASCII shifted.
+// Keys that print come as key, all others as keyCode, whose numbers from 128 on are ASCII codes plus 80.
 static Core::KeyCode keyOf(char16 key, int16 keyCode, int16 modifiers)
 {
     constexpr int16 firstShifted = 128, shift = 80;

@@ -1,6 +1,7 @@
 // The effect's editor in a window of a VST 3 host: made by Orbel_VST3::createView, owned by the host.
 //
-// It keeps the adapter alive. If the adapter is terminated first, the view stays and shows nothing more.
+// It keeps the adapter alive. If the adapter is terminated first, the view stays and shows nothing more. An
+// effect has one editor: while one view is attached, another cannot be.
 // [window thread]
 #pragma once
 
@@ -18,7 +19,8 @@ public:
     ~Orbel_VST3_EditorView() override;
 
     Steinberg::tresult PLUGIN_API isPlatformTypeSupported(Steinberg::FIDString type) override;
-    // kResultFalse, and nothing is attached, where the editor cannot open in that window.
+    // kResultFalse, and nothing is attached, where the editor cannot open in that window or is open in
+    // another view.
     Steinberg::tresult PLUGIN_API attached(void* parent, Steinberg::FIDString type) override;
     Steinberg::tresult PLUGIN_API removed() override;
     // kResultTrue where the editor took it. Without an open window nothing does.
@@ -28,8 +30,9 @@ public:
     Steinberg::tresult PLUGIN_API onKeyUp(Steinberg::char16 key, Steinberg::int16 keyCode,
                                           Steinberg::int16 modifiers) override;
 
-    // The editor goes: closes it if it is open.
+    // The effect is about to destroy the editor: closes it if it is open.
     void forgetEditor();
+    bool isAttached() const { return frame != nullptr; }
 
 private:
     void close();

@@ -1,89 +1,20 @@
 #include "HostSDK/VST3/Text.h"
-#include "Orbel/Wrapper/VST3/Orbel_VST3.h"
 #include "Orbel/Wrapper/VST3/Orbel_VST3_EditorView.h"
-#include "pluginterfaces/vst/ivstevents.h"
-#include "pluginterfaces/vst/ivstprocesscontext.h"
-#include "public.sdk/source/common/memorystream.h"
-#include "support/RecordingEffect.h"
+#include "Orbel/Wrapper/VST3/VST3Driver.h"
+#include "support/AdapterContract.h"
 
 #include <cmath>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 using namespace Orbel;
-using namespace Steinberg;
-using namespace Steinberg::Vst;
+using namespace vst3_host;
 using testing::ElementsAre;
 
-OrbelOS* createOrbelInstance(OrbelCallback* callback, unsigned long)
-{
-    return RecordingEffect::plan.makes ? new RecordingEffect(callback) : nullptr;
-}
-
-OrbelPluginList* getOrbelPluginListPTR()
-{
-    static OrbelPluginList list;
-    return &list;
-}
+INSTANTIATE_TYPED_TEST_SUITE_P(VST3, AdapterContract, VST3Driver);
 
 namespace
 {
-// Not counted: each lives on a test's stack.
-template <typename Interface>
-struct Mine : Interface
-{
-    tresult PLUGIN_API queryInterface(const TUID id, void** object) override
-    {
-        const bool known = FUnknownPrivate::iidEqual(id, Interface::iid);
-        *object = known ? this : nullptr;
-        return known ? kResultOk : kNoInterface;
-    }
-    uint32 PLUGIN_API addRef() override { return 1; }
-    uint32 PLUGIN_API release() override { return 1; }
-};
-
-struct Queue : Mine<IParamValueQueue>
-{
-    using Point = std::pair<int32, double>;
-    Queue(ParamID parameter, std::vector<Point> all) : id(parameter), points(std::move(all)) {}
-    ParamID PLUGIN_API getParameterId() override { return id; }
-    int32 PLUGIN_API getPointCount() override { return int32(points.size()); }
-    tresult PLUGIN_API getPoint(int32 index, int32& offset, ParamValue& value) override
-    {
-        if (index < 0 || index >= getPointCount())
-            return kInvalidArgument;
-        std::tie(offset, value) = points[size_t(index)];
-        return kResultOk;
-    }
-    tresult PLUGIN_API addPoint(int32, ParamValue, int32&) override { return kNotImplemented; }
-
-    ParamID id;
-    std::vector<Point> points;
-};
-
-struct Changes : Mine<IParameterChanges>
-{
-    explicit Changes(std::vector<Queue> all) : queues(std::move(all)) {}
-    int32 PLUGIN_API getParameterCount() override { return int32(queues.size()); }
-    IParamValueQueue* PLUGIN_API getParameterData(int32 i) override { return &queues[size_t(i)]; }
-    IParamValueQueue* PLUGIN_API addParameterData(const ParamID&, int32&) override { return nullptr; }
-
-    std::vector<Queue> queues;
-};
-
-struct Events : Mine<IEventList>
-{
-    int32 PLUGIN_API getEventCount() override { return int32(list.size()); }
-    tresult PLUGIN_API getEvent(int32 i, Event& event) override
-    {
-        event = list[size_t(i)];
-        return kResultOk;
-    }
-    tresult PLUGIN_API addEvent(Event&) override { return kNotImplemented; }
-
-    std::vector<Event> list;
-};
-
 // The host's side of the controller.
 struct Handler : Mine<IComponentHandler>, IUnitHandler
 {
@@ -125,46 +56,25 @@ protected:
 
     void make()
     {
-        OrbelFX_Description description{
-            {'T', 'E', 'S', 'T'}, "Test", "Test", "Us", 1, 1, 4, "1.0", 0, true, 1, 1};
-        description.type = RecordingEffect::plan.type;
-        adapter = owned(new Orbel_VST3(description));
-        ASSERT_EQ(adapter->initialize(nullptr), RecordingEffect::plan.makes ? kResultOk : kNotInitialized);
-        ProcessSetup setup{kRealtime, kSample32, 500, 48000.0};
-        if (RecordingEffect::plan.makes)
-            adapter->setupProcessing(setup);
+        ASSERT_TRUE(host.make());
+        ASSERT_TRUE(host.setUp(48000.0, 500));
+        adapter = host.adapter;
     }
     RecordingEffect& effect() { return *RecordingEffect::latest; }
 
-    // A block of ones from each of so many channels; -1 stands for no bus at all. left and right then hold
-    // what came out.
+    // A block of ones from each of so many channels, in place; -1 stands for no bus at all. left and right
+    // then hold what came out.
     tresult process(int frames, std::vector<Queue> queues = {}, int inputChannels = 2, int outputChannels = 2)
     {
         effect().pieces.clear();
         effect().midi.clear();
         left.assign(size_t(std::max(frames, 0)) + 1, 1.0f);
         right = left;
-        float* channels[] = {left.data(), right.data()};
-        AudioBusBuffers buses[2];
-        buses[0].numChannels = inputChannels;
-        buses[1].numChannels = outputChannels;
-        for (AudioBusBuffers& bus : buses)
-            bus.channelBuffers32 = bus.numChannels > 0 ? channels : nullptr;
-        buses[1].silenceFlags = 3;
-        Changes changes(std::move(queues));
-        ProcessData data;
-        data.symbolicSampleSize = kSample32;
-        data.numSamples = frames;
-        data.numInputs = inputChannels >= 0 ? 1 : 0;
-        data.numOutputs = outputChannels >= 0 ? 1 : 0;
-        data.inputs = &buses[0];
-        data.outputs = &buses[1];
-        data.inputParameterChanges = &changes;
-        data.inputEvents = &events;
-        data.processContext = context;
-        const tresult result = adapter->process(data);
-        silenceFlags = buses[1].silenceFlags;
-        return result;
+        HostBlock block{frames, {left.data(), right.data()}, {left.data(), right.data()}};
+        block.inputs.resize(size_t(std::max(inputChannels, 0)));
+        block.outputs.resize(size_t(std::max(outputChannels, 0)));
+        host.changes.queues = std::move(queues);
+        return host.call(block, inputChannels >= 0, outputChannels >= 0);
     }
     std::vector<int> lengths()
     {
@@ -175,11 +85,9 @@ protected:
     }
     float level() { return effect().properties[0]->getCurrentValue(); }
 
+    VST3Driver host;
     IPtr<Orbel_VST3> adapter;
     std::vector<float> left, right;
-    Events events;
-    ProcessContext* context = nullptr;
-    uint64 silenceFlags = 0;
 };
 }
 
@@ -189,43 +97,23 @@ TEST_F(Orbel_VST3Test, TakesTheLastPointOfAQueueAtItsOffset)
     EXPECT_EQ(process(100, {{0, {{10, 0.1}, {20, 0.2}, {60, 1.0}}}}), kResultOk);
     EXPECT_THAT(lengths(), ElementsAre(60, 1, 39));
     EXPECT_EQ(effect().pieces[1].level, 10.0f);
-    process(100, {{0, {{50, 1.0}}}});
-    EXPECT_THAT(lengths(), ElementsAre(100)) << "the value that is there is no event";
-    process(100, {{0, {}}, {77, {{1, 0.5}}}, {0, {{100, 0.0}}}});
+    effect().takeLog();
+    process(100, {{0, {{50, 1.0}}}, {0, {}}, {77, {{1, 0.5}}}, {Orbel_VST3::kProgramList, {{2, 0.75}}}});
+    EXPECT_THAT(lengths(), ElementsAre(100))
+        << "no event: the present value, no point, no parameter, a program";
+    EXPECT_EQ(effect().takeLog(), "") << "and the program has not changed";
+    process(100, {{0, {{100, 0.0}}}});
     EXPECT_THAT(lengths(), ElementsAre(99, 1)) << "beyond the block is its last sample";
-}
-
-TEST_F(Orbel_VST3Test, LandsChangesWithoutAudio)
-{
-    make();
-    struct
-    {
-        const char* what;
-        int frames, inputs, outputs;
-    } const cases[] = {
-        {"no buses", 0, -1, -1}, {"no inputs", 64, -1, 2}, {"no outputs", 64, 2, -1}, {"no frames", 0, 2, 2}};
-    float value = 0.0f;
-    for (const auto& each : cases)
-    {
-        SCOPED_TRACE(each.what);
-        value += 0.125f;
-        EXPECT_EQ(process(each.frames, {{1, {{40, value}}}}, each.inputs, each.outputs), kResultOk);
-        EXPECT_EQ(adapter->getParamNormalized(1), value);
-        EXPECT_TRUE(effect().pieces.empty());
-    }
-    EXPECT_EQ(process(501, {{1, {{500, 1.0}}}}), kResultFalse) << "larger than announced";
-    EXPECT_EQ(left[0], 1.0f);
-    EXPECT_TRUE(effect().pieces.empty());
 }
 
 TEST_F(Orbel_VST3Test, SplitsABlockOfTwoDesiredSizes)
 {
     RecordingEffect::plan.desired = 200;
     make();
-    process(300);
-    EXPECT_THAT(lengths(), ElementsAre(300));
-    process(450);
-    EXPECT_THAT(lengths(), ElementsAre(200, 200, 50));
+    process(399);
+    EXPECT_THAT(lengths(), ElementsAre(399));
+    process(400);
+    EXPECT_THAT(lengths(), ElementsAre(200, 200));
 }
 
 TEST_F(Orbel_VST3Test, TellsTheEffectTheTime)
@@ -242,7 +130,7 @@ TEST_F(Orbel_VST3Test, TellsTheEffectTheTime)
     music.projectTimeMusic = -0.25;
     music.barPositionMusic = -4.0;
     music.tempo = 60.0;
-    context = &music;
+    host.context = &music;
     process(100, {{0, {{25, 1.0}}}});
     ASSERT_THAT(lengths(), ElementsAre(25, 1, 74));
     EXPECT_EQ(effect().pieces[0].samplePosition, -100.0);
@@ -257,18 +145,18 @@ TEST_F(Orbel_VST3Test, TellsTheEffectTheTime)
     EXPECT_EQ(process(100), kResultOk) << "a context of nothing but zeros";
 }
 
-TEST_F(Orbel_VST3Test, StandsInForChannelsThatTheHostLacks)
+TEST_F(Orbel_VST3Test, TakesACallWithoutBusesOrChannels)
 {
     make();
-    process(8, {}, 1, 2); // in place
-    EXPECT_EQ(left[7], 2.0f);
-    EXPECT_EQ(right[7], 3.0f) << "a mono input is heard on both sides";
-    EXPECT_EQ(silenceFlags, 0u);
-    process(8, {}, 2, 1);
-    EXPECT_EQ(left[7], 2.0f);
-    EXPECT_EQ(right[7], 1.0f) << "no output of ours";
+    for (const auto& [inputs, outputs] : {std::pair(-1, 2), {2, -1}, {-1, -1}})
+    {
+        EXPECT_EQ(process(64, {{1, {{40, 1.0 + 0.25 * inputs}}}}, inputs, outputs), kResultOk);
+        EXPECT_EQ(adapter->getParamNormalized(1), std::min(1.0, 1.0 + 0.25 * inputs));
+        EXPECT_TRUE(effect().pieces.empty());
+    }
     process(8, {}, 0, 2);
     EXPECT_EQ(left[7], 0.0f) << "a bus without channels is silent, whatever was before";
+    EXPECT_EQ(host.silenceFlags, 0u);
     EXPECT_EQ(process(8, {}, 2, 0), kResultOk);
 }
 
@@ -361,23 +249,25 @@ TEST_F(Orbel_VST3Test, PassesTheHostsValueOverWhileTheUserDrags)
     make();
     Handler handler;
     adapter->setComponentHandler(&handler);
-    OrbelCallback& host = *effect().host();
-    EXPECT_TRUE(host.CB_beginEdit(0));
+    OrbelCallback& asked = *effect().host();
+    EXPECT_TRUE(asked.CB_beginEdit(0));
     process(8, {{0, {{0, 1.0}}}});
     EXPECT_EQ(level(), 0.0f);
-    host.CB_performEdit(0, 0.5f);
-    EXPECT_TRUE(host.CB_endEdit(0));
+    asked.CB_performEdit(0, 0.5f);
+    EXPECT_TRUE(asked.CB_endEdit(0));
     process(8, {{0, {{0, 1.0}}}});
     EXPECT_EQ(level(), 10.0f);
-    host.CB_beginEdit(-1);
-    host.CB_endEdit(1000);
-    EXPECT_TRUE(host.CB_updateHostDisplay() && host.CB_ioChanged() && host.CB_setOutputLatency(77));
-    host.CB_parameterInfoChanged("");
-    EXPECT_EQ(handler.log,
-              "begin 0;perform 0 50;end 0;begin -1;end 1000;unit 0;list -1;restart 26;restart 20;");
+    for (const int index : {-1, 3, 1000}) // 3 is where the program stands, under another id
+    {
+        EXPECT_FALSE(asked.CB_beginEdit(index) || asked.CB_endEdit(index));
+        asked.CB_performEdit(index, 0.5f);
+    }
+    EXPECT_TRUE(asked.CB_updateHostDisplay() && asked.CB_ioChanged() && asked.CB_setOutputLatency(77));
+    asked.CB_parameterInfoChanged("");
+    EXPECT_EQ(handler.log, "begin 0;perform 0 50;end 0;unit 0;list -1;restart 26;restart 20;");
     EXPECT_EQ(adapter->getLatencySamples(), 77u);
     adapter->setComponentHandler(nullptr);
-    EXPECT_FALSE(host.CB_beginEdit(0) || host.CB_updateHostDisplay() || host.CB_ioChanged());
+    EXPECT_FALSE(asked.CB_beginEdit(0) || asked.CB_updateHostDisplay() || asked.CB_ioChanged());
 }
 
 namespace
@@ -418,11 +308,8 @@ TEST_F(Orbel_VST3Test, KeepsTheStateInAStream)
         EXPECT_EQ(adapter->setState(&each), kResultOk);
         EXPECT_EQ(effect().takeLog(), "program 7;");
     }
-    for (TSize size : {0, 3, 4, 7})
-    {
-        MemoryStream each(stream.getData(), size);
-        EXPECT_EQ(adapter->setState(&each), kResultFalse) << size;
-    }
+    MemoryStream cut(stream.getData(), 7);
+    EXPECT_EQ(adapter->setState(&cut), kResultFalse);
     EXPECT_EQ(effect().takeLog(), "");
     for (const int room : {0, 5, 12})
     {
@@ -446,11 +333,9 @@ TEST_F(Orbel_VST3Test, BeginsAgainAfterTerminate)
         EXPECT_NE(adapter->setActive(true), kResultOk);
         EXPECT_NE(adapter->getState(&stream), kResultOk);
         EXPECT_EQ(adapter->initialize(nullptr), kResultOk);
+        EXPECT_EQ(effect().takeLog(), "rate 48000;size 500;") << "as it was set up before";
         EXPECT_EQ(adapter->getParameterCount(), 4);
     }
-    adapter->terminate();
-    RecordingEffect::plan.makes = false;
-    make();
 }
 
 TEST_F(Orbel_VST3Test, TurnsNotesAndControllersIntoMidi)
@@ -478,7 +363,7 @@ TEST_F(Orbel_VST3Test, TurnsNotesAndControllersIntoMidi)
     data.type = Event::kDataEvent;
     data.data.bytes = bytes;
     data.data.size = sizeof bytes;
-    events.list = {on, data};
+    host.events.list = {on, data};
     process(64, {{wheel, {{7, 0.5}}}, {bend, {{9, 0.75}}}});
     std::vector<std::vector<int>> got; // offset, bytes, type, channel
     for (const auto& each : effect().midi)
@@ -486,6 +371,31 @@ TEST_F(Orbel_VST3Test, TurnsNotesAndControllersIntoMidi)
                        int(each.channel)});
     EXPECT_THAT(got, ElementsAre(ElementsAre(7, 178, 1, 63, 0, 2), ElementsAre(9, 227, 127, 95, 0, 3),
                                  ElementsAre(11, 148, 60, 63, 144, 4), ElementsAre(0, 197, 9, 8, 192, 0)));
+
+    EXPECT_EQ(process(501, {{wheel, {{7, 0.25}}}}), kResultFalse);
+    EXPECT_TRUE(effect().midi.empty()) << "of a refused block nothing is heard,";
+    process(64, {{wheel, {{7, 0.5}}}}, 2, -1);
+    EXPECT_EQ(effect().midi.size(), 1u) << "of a call without audio the controllers";
+    host.events.list.assign(1500, on); // more than there is room for
+    for (int i = 0; i < 1500; ++i)
+        host.events.list[size_t(i)].sampleOffset = i;
+    process(64);
+    ASSERT_EQ(effect().midi.size(), 1500u);
+    EXPECT_TRUE(std::is_sorted(effect().midi.begin(), effect().midi.end(),
+                               [](const auto& a, const auto& b) { return a.sampleOffset < b.sampleOffset; }));
+    host.events.list.clear();
+    process(64);
+    EXPECT_TRUE(effect().midi.empty());
+}
+
+TEST_F(Orbel_VST3Test, GivesNoMidiToAnEffectThatTakesNone)
+{
+    make();
+    Event on{};
+    on.type = Event::kNoteOnEvent;
+    host.events.list = {on};
+    process(64);
+    EXPECT_TRUE(effect().midi.empty());
 }
 
 TEST_F(Orbel_VST3Test, ShowsTheEditorOfAnEffectThatHasOne)
@@ -510,8 +420,12 @@ TEST_F(Orbel_VST3Test, ShowsTheEditorOfAnEffectThatHasOne)
     EXPECT_EQ(view->removed(), kResultTrue);
     EXPECT_EQ(editor.log,
               "open X11EmbedWindowID;open X11EmbedWindowID;down 97 0 9;up 120 0 6;down 65 145 0;close;");
-    view->attached(this, kPlatformTypeX11EmbedWindowID);
+    const auto other = owned(adapter->createView(ViewType::kEditor));
+    EXPECT_EQ(other->attached(this, kPlatformTypeX11EmbedWindowID), kResultTrue);
+    EXPECT_EQ(view->attached(this, kPlatformTypeX11EmbedWindowID), kResultFalse) << "it is in the other view";
+    EXPECT_EQ(view->removed(), kResultTrue);
+    EXPECT_EQ(other->onWheel(1.0f), kResultTrue) << "and stays there";
     adapter->terminate();
-    EXPECT_EQ(view->onWheel(1.0f), kResultFalse);
+    EXPECT_EQ(other->onWheel(1.0f), kResultFalse);
     EXPECT_EQ(view->attached(this, kPlatformTypeX11EmbedWindowID), kResultFalse);
 }

@@ -21,21 +21,22 @@ std::string wrapped(const Orbel::CPresetFormatFXB& format, std::string_view payl
 
 std::string_view unwrapped(const Orbel::CPresetFormat& format, std::string_view image)
 {
-    const char* payload = nullptr;
-    long size = 0;
-    const bool taken = format.unwrap(image.data(), long(image.size()), &payload, &size);
-    require(taken == (size > 0), "what is taken has a byte at least");
-    if (!taken)
+    std::string_view payload;
+    const Orbel::Diagnosis found = format.unwrap(image, payload);
+    require(found.taken == !payload.empty(), "what is taken has a byte at least");
+    require(found.taken || !found.why.empty(), "a refusal has a reason");
+    require(found.at <= image.size(), "a fault lies in what was given");
+    if (!found.taken)
         return {};
-    require(payload > image.data() && payload + size <= image.data() + image.size(), "inside what was given");
-    return {payload, size_t(size)};
+    require(payload.data() > image.data() && payload.end() <= image.end(), "inside what was given");
+    return payload;
 }
 
 template <typename Format>
 void tryFormat(std::string_view image)
 {
     Format format;
-    format.setPluginID(0x51444B43);
+    format.setPluginID(0x51444B43); // "QDKC"
     unwrapped(format, image);
 
     const std::string again = wrapped(format, image);

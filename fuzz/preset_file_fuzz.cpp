@@ -1,6 +1,7 @@
 // Any bytes as a file of presets, as the lodex command reads them: there is either a reason of one readable
 // line, or a preset that loads, and what is converted from it is a sound file with the same parameters.
 #include "Require.h"
+#include "presets/StateLayout.h"
 #include "tools/common/Text.h"
 #include "tools/common/ToolError.h"
 #include "tools/preset/PresetEffect.h"
@@ -20,11 +21,10 @@ void requireReadable(const std::string& words)
     require(!words.empty() && words.size() < 300 && printable(words) == words, "a reason is one short line");
 }
 
-bool isKeptByPresets(const std::string& id)
+bool isKeptByPresets(size_t parameter)
 {
-    constexpr const char* others[] = {"TRIGGERSENSE", "ENVHOLD",      "CLICKFILTER",
-                                      "BPMSCALE",     "TRIGGERSHIFT", "TEMPO"};
-    return std::find(std::begin(others), std::end(others), id) == std::end(others);
+    const auto& others = StateLayout::noPartOfASound;
+    return std::find(others.begin(), others.end(), int(parameter)) == others.end();
 }
 
 void requireSameSound(const PresetContent& before, const PresetContent& after)
@@ -34,8 +34,7 @@ void requireSameSound(const PresetContent& before, const PresetContent& after)
     {
         const float one = before.parameters[i].value, other = after.parameters[i].value;
         require(std::isfinite(one), "a value is a number");
-        require(!isKeptByPresets(before.parameters[i].id) ||
-                    std::bit_cast<unsigned>(one) == std::bit_cast<unsigned>(other),
+        require(!isKeptByPresets(i) || std::bit_cast<unsigned>(one) == std::bit_cast<unsigned>(other),
                 "a converted preset has the same values");
     }
 }

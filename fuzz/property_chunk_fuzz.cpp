@@ -1,6 +1,7 @@
 // Any bytes as a parameter chunk: whatever they are, every value stays a number inside its range, and
 // what is saved afterwards loads to the same values.
 #include "Orbel/parameters/CPropertyManager.h"
+#include "Orbel/storage/ParameterChunk.h"
 #include "Require.h"
 #include "effect/parameters/DKS.h"
 
@@ -46,6 +47,10 @@ void requireSameAfterReload(Orbel::CPropertyManager& manager)
 extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, size_t size)
 {
     const char* bytes = reinterpret_cast<const char*>(data);
+    Orbel::ParameterChunk chunk;
+    const Orbel::Diagnosis found = chunk.read({bytes, size});
+    require(found.taken == !chunk.empty() && found.taken == found.why.empty(),
+            "there are values, or a reason why not");
     Orbel::CPropertyManager manager;
     createAll(manager);
     manager.setChunkWithLoadSuffix(bytes, size, 2); // to the ids "EQ2..."

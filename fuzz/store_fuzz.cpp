@@ -36,11 +36,12 @@ void requireSameAfterReload(const Orbel::CPresetStore& store)
 void tryStore(std::string bytes, int depth)
 {
     Orbel::CPresetStore store;
-    const int result = store.setPreset(bytes.data(), long(bytes.size()));
-    require(result == 0 || result == 2, "a store is taken or refused");
-    require(result == 0 || store.getChunkCount() == 0, "a refused store is empty");
+    Orbel::UnpackingAllowance allowance;
+    const Orbel::Diagnosis found = store.read(bytes, allowance);
+    require(found.taken || (store.getChunkCount() == 0 && !found.why.empty()),
+            "a refused store is empty, and there is a reason");
     require(std::strlen(store.getPresetName()) <= 40, "a name has 40 characters at most");
-    if (result == 0)
+    if (found.taken)
         requireSameAfterReload(store);
     if (depth > 0)
         tryStore(chunk(store, "PRESET0"), depth - 1);

@@ -7,16 +7,24 @@
 // which begins with another id and, with 45 parameters in it, has none of the raw sizes: so it ends there.
 void CPresetConverter_V2::setDataChunk(const char* data, long size)
 {
+    convert(data, size);
+}
+
+Orbel::Diagnosis CPresetConverter_V2::convert(const char* data, long size)
+{
     if (!data || size <= 0)
-        return;
+        return Orbel::refused(0, "it is empty");
     if (OLDPRESET::isRawForm(size))
+    {
         OLDPRESET::setChunkOld(data, int(size), size == OLDPRESET::kSingleProgramSize, this);
-    else if (OLDPRESET::isOldBank(data, size))
-        OLDPRESET::convertBankChunk_v2(data, size, this);
-    else if (OLDPRESET::isOldPreset(data, size))
-        OLDPRESET::convertPresetChunk_v2(data, size, this);
-    else
-        keep(data, size);
+        return {};
+    }
+    if (OLDPRESET::isOldBank(data, size))
+        return OLDPRESET::convertBankChunk_v2(data, size, this);
+    if (OLDPRESET::isOldPreset(data, size))
+        return OLDPRESET::convertPresetChunk_v2(data, size, this);
+    keep(data, size);
+    return {};
 }
 
 void CPresetConverter_V2::keep(const char* data, long size)

@@ -3,7 +3,6 @@
 #include "CORE/CFileIterator.h"
 #include "CORE/File.h"
 #include "Sonvex/FileNames.h"
-#include "Sonvex/MessageBox.h"
 #include "presets/PresetFolder.h"
 #include "presets/PresetNames.h"
 
@@ -11,6 +10,7 @@
 #include <cerrno>
 #include <cstdio>
 #include <fcntl.h>
+#include <filesystem>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -20,27 +20,54 @@ namespace
 {
 constexpr int entryNameSize = CFileIterator::kLongestName + 2;
 
-// Where the file system cannot refuse by itself to overwrite, the look before leaves a moment.
-bool renameToFreeName(const std::string& from, const std::string& to)
+// Where the file system cannot refuse by itself to overwrite, the look before leaves a moment. 0, or an
+// errno.
+int renameToFreeName(const std::string& from, const std::string& to)
 {
     if (renameat2(AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), RENAME_NOREPLACE) == 0)
-        return true;
+        return 0;
+    if (errno != EINVAL && errno != ENOSYS)
+        return errno;
     struct stat info;
-    const bool isUnknown = errno == EINVAL || errno == ENOSYS;
-    return isUnknown && lstat(to.c_str(), &info) != 0 && std::rename(from.c_str(), to.c_str()) == 0;
-}
+    if (lstat(to.c_str(), &info) == 0)
+        return EEXIST;
+    return std::rename(from.c_str(), to.c_str()) == 0 ? 0 : errno;
 }
 
-bool askForDelete(const char* path, bool withPath, CFrame* frame)
+PresetResult resultOf(int error)
 {
-    constexpr const char* title = "Delete Preset";
-    const std::string name = baseNameOf(path);
-    const auto type = Sonvex::kMessageBoxYesNo;
-    if (withPath)
-        return Sonvex::MessageBoxModal(frame, type, title, "Do you really want to delete \"%s\" ?\n(%s)",
-                                       name.c_str(), path) != 0;
-    return Sonvex::MessageBoxModal(frame, type, title, "Do you really want to delete \"%s\" ?",
-                                   name.c_str()) != 0;
+    return error == 0 ? PresetResult{"", 1} : PresetResult{Core::FileResult::failed(error).problem, 0};
+}
+
+PresetResult noSuchPreset()
+{
+    return {"there is no such preset", 0};
+}
+
+// The path of a file of the library as a scan would find it, however it was reached; empty if the file lies
+// elsewhere.
+std::string pathInLibrary(const std::string& path, const std::string& library)
+{
+    namespace fs = std::filesystem;
+    constexpr auto deepest = 2; // a group and a file
+    std::error_code error;
+    const fs::path place =
+        fs::weakly_canonical(path, error).lexically_relative(fs::weakly_canonical(library, error));
+    const bool isInside = !library.empty() && !place.empty() && *place.begin() != ".." && place != "." &&
+                          std::distance(place.begin(), place.end()) <= deepest;
+    return isInside ? library + place.string() : "";
+}
+
+std::string withoutExtension(const std::string& path)
+{
+    return path.substr(0, path.rfind('.'));
+}
+
+bool endsWithInEitherCase(std::string_view path, std::string_view extension)
+{
+    return path.size() >= extension.size() &&
+           compareUpperCase(path.substr(path.size() - extension.size()), extension) == 0;
+}
 }
 
 void IPresetInterface::setPresetFolder(const char* folder)
@@ -102,14 +129,14 @@ void IPresetInterface::setNextPreset()
 {
     const int count = getNumPresets();
     if (count >= 2)
-        loadPresetFromIndex((currentIndex + 1) % count);
+        loadPresetFromIndex((getCurrentIndex() + 1) % count);
 }
 
 void IPresetInterface::setPrevPreset()
 {
-    const int count = getNumPresets();
+    const int count = getNumPresets(), current = getCurrentIndex();
     if (count >= 2)
-        loadPresetFromIndex(currentIndex > 0 ? (currentIndex - 1) % count : count - 1);
+        loadPresetFromIndex(current > 0 ? current - 1 : count - 1);
 }
 
 void IPresetInterface::loadPresetFromIndex(int index)
@@ -118,7 +145,7 @@ void IPresetInterface::loadPresetFromIndex(int index)
     if (!found)
         return;
     const presetListRecord record = *found; // what follows may scan
-    currentIndex = index;
+    currentPath = record.filePath;
     loadPreset(record.filePath.c_str());
     setCurrentPresetName(record.name.c_str());
 }
@@ -130,47 +157,66 @@ int IPresetInterface::indexOf(const std::string& path) const
     return found == list.end() ? -1 : int(found - list.begin());
 }
 
-void IPresetInterface::makeCurrent(int index)
+int IPresetInterface::getCurrentIndex() const
 {
-    if (index >= 0)
-        currentIndex = index;
+    return currentPath.empty() ? -1 : indexOf(currentPath);
 }
 
 void IPresetInterface::setIndexToFile(const char* path)
 {
-    makeCurrent(getIndexFromFileName(path));
+    if (const presetListRecord* record = recordAt(getIndexFromFileName(path)))
+        currentPath = record->filePath;
 }
 
 int IPresetInterface::getIndexFromFileName(const char* path) const
 {
     const std::string wanted = path ? path : "";
-    return indexOf(checkFileExtention(path, getFileExtension()) ? wanted : wanted + getFileExtension());
+    const bool hasExtension = endsWithInEitherCase(wanted, fileExtension);
+    const int exact = indexOf(hasExtension ? wanted : wanted + fileExtension);
+    if (exact >= 0)
+        return exact;
+    const std::string stem = hasExtension ? withoutExtension(wanted) : wanted;
+    const auto found = std::find_if(list.begin(), list.end(),
+                                    [&](const presetListRecord& record)
+                                    { return withoutExtension(record.filePath) == stem; });
+    return found == list.end() ? -1 : int(found - list.begin());
 }
 
-void IPresetInterface::renamePreset(int index, const char* newName)
+void IPresetInterface::setCurrentToLoaded(const char* path)
 {
-    const presetListRecord* record = recordAt(index);
-    if (!record || !newName || !*newName)
-        return;
-    const std::string from = record->filePath;
-    const std::string to =
-        from.substr(0, from.rfind('/') + 1) + fileNameFor(newName, getFileExt(from.c_str()));
-    if (to != from && !renameToFreeName(from, to))
-        return;
-    rescanPresets();
-    makeCurrent(indexOf(to));
+    currentPath = indexOf(path) >= 0 ? path : pathInLibrary(path, presetFolder);
 }
 
-void IPresetInterface::deletePreset(int index)
+PresetResult IPresetInterface::renamePreset(int index, const char* newName)
 {
     const presetListRecord* record = recordAt(index);
     if (!record)
-        return;
-    const std::string path = record->filePath;
-    if (!askForDelete(path.c_str(), true, frame) || (unlink(path.c_str()) != 0 && errno != ENOENT))
-        return;
+        return noSuchPreset();
+    if (!newName || !*newName)
+        return {"a preset needs a name", 0};
+    const std::string from = record->filePath;
+    const std::string to =
+        from.substr(0, from.rfind('/') + 1) + fileNameFor(newName, getFileExt(from.c_str()));
+    const PresetResult result = resultOf(to == from ? 0 : renameToFreeName(from, to));
+    if (!result)
+        return result;
     rescanPresets();
-    currentIndex = list.empty() ? -1 : std::max(currentIndex - 1, 0);
+    setIndexToFile(to.c_str());
+    return result;
+}
+
+PresetResult IPresetInterface::deletePreset(int index)
+{
+    const presetListRecord* record = recordAt(index);
+    if (!record)
+        return noSuchPreset();
+    const PresetResult result =
+        resultOf(unlink(record->filePath.c_str()) == 0 || errno == ENOENT ? 0 : errno);
+    if (!result)
+        return result;
+    resetIndex();
+    rescanPresets();
+    return result;
 }
 
 const char* IPresetInterface::getFileNameFromIndex(int index) const

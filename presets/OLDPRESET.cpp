@@ -2,12 +2,14 @@
 
 #include "CORE/ForeignData.h"
 #include "CORE/Numbers.h"
+#include "CORE/WholeCharacters.h"
 #include "Orbel/parameters/CPropertyManager.h"
 #include "Orbel/storage/CPresetStore.h"
 #include "effect/parameters/DKS.h"
 #include "presets/AProgram.h"
 #include "presets/CPresetConverterCallback.h"
 #include "presets/OlderChunks.h"
+#include "presets/StateLayout.h"
 
 #include <algorithm>
 #include <bit>
@@ -20,6 +22,10 @@ namespace OLDPRESET
 {
 namespace
 {
+using Orbel::damaged;
+using Orbel::Diagnosis;
+using Orbel::refused;
+
 constexpr float tempoOfNoRecord = 10.0f;
 
 std::string_view viewOf(const char* data, long size)
@@ -38,10 +44,12 @@ float readFloat(const char* from)
     return std::bit_cast<float>(Core::readBig32(from));
 }
 
-// A text that ends with its field at the latest.
+// A text that ends with its field at the latest. One that fills the field may have lost a part of its last
+// character.
 std::string text(std::string_view bytes, size_t at, size_t fieldSize)
 {
-    return {bytes.data() + at, strnlen(bytes.data() + at, fieldSize)};
+    const std::string_view found(bytes.data() + at, strnlen(bytes.data() + at, fieldSize));
+    return std::string(found.size() < fieldSize ? found : Core::withoutHalfCharacter(found));
 }
 
 // The older product's parameters, and the store that comes of them. One serves for all presets of a bank.
@@ -78,13 +86,13 @@ public:
     void handOver(CPresetConverterCallback* callback)
     {
         Orbel::CPresetStore store;
-        store.setPresetID("QDT_DKS_PRESET");
+        store.setPresetID(StateLayout::presetID);
         if (name)
             store.setPresetName(name->c_str());
-        store.addString("TEMPO", Core::formatFixed(tempo, 5));
+        store.addString(StateLayout::tempoChunk, Core::formatFixed(tempo, 5));
         char* data = nullptr;
         if (const unsigned long size = parameters.getChunk(&data))
-            store.addChunk("PPDATA", data, long(size));
+            store.addChunk(StateLayout::parameterChunk, data, long(size));
         const long size = store.getPreset(&data);
         if (size > 0 && callback)
             callback->setDataChunk(data, size);
@@ -107,6 +115,38 @@ private:
     std::optional<std::string> name; // unlike an empty one, none at all leaves no trace in the store
     float tempo = tempoOfNoRecord;   // of the last known record
 };
+
+// The parts of one size that follow a header, as the header declares them.
+struct Parts
+{
+    const char* what; // for messages
+    size_t start;
+    std::uint64_t count, size;
+    size_t leastSize;
+
+    // How many of them are wholly there.
+    std::uint64_t present(size_t bytes) const
+    {
+        return size < leastSize ? 0 : std::min(count, (bytes - start) / size);
+    }
+
+    Diagnosis diagnose(size_t bytes) const
+    {
+        const std::string its = std::string("its ") + what;
+        if (count > 0 && size < leastSize)
+            return damaged(start, its + " have " + std::to_string(size) + " bytes each, and need " +
+                                      std::to_string(leastSize));
+        if (count > 0 && present(bytes) < count)
+            return damaged(bytes, its + " are cut off after " + std::to_string(present(bytes)) + " of " +
+                                      std::to_string(count));
+        return {};
+    }
+};
+
+Diagnosis unread(const Parts& parts, size_t keyBlock)
+{
+    return damaged(keyBlock, std::string("its ") + parts.what + " are enciphered, and stay unread");
+}
 
 void takeEntry(ConvertedPreset& preset, std::string_view from)
 {
@@ -133,42 +173,54 @@ bool isOldPresetOrBank(const char* data, long size)
     return data && (isRawForm(size) || isOldBank(data, size) || isOldPreset(data, size));
 }
 
-void convertPresetChunk_v2(const char* data, long size, CPresetConverterCallback* callback)
+Diagnosis convertPresetChunk_v2(const char* data, long size, CPresetConverterCallback* callback)
 {
     const std::string_view bytes = viewOf(data, size);
     if (bytes.size() < chunk::records)
-        return;
+        return refused(bytes.size(), Orbel::cutOff(bytes.size(), chunk::records) + " of its header");
+    const Parts values{.what = "values",
+                       .start = chunk::records,
+                       .count = word(bytes, chunk::recordCount),
+                       .size = word(bytes, chunk::recordSize),
+                       .leastSize = record::size};
+    const bool enciphered = word(bytes, chunk::keyBlock) != 0;
     ConvertedPreset preset;
     if (word(bytes, chunk::version) >= kFirstVersion)
     {
         preset.setName(text(bytes, chunk::name, chunk::nameSize));
-        if (word(bytes, chunk::keyBlock) == 0)
-            preset.takeRecords(bytes.substr(chunk::records), word(bytes, chunk::recordCount),
-                               word(bytes, chunk::recordSize));
+        if (!enciphered)
+            preset.takeRecords(bytes.substr(chunk::records), values.count, values.size);
     }
     preset.handOver(callback);
+    return enciphered ? unread(values, chunk::keyBlock) : values.diagnose(bytes.size());
 }
 
-void convertBankChunk_v2(const char* data, long size, CPresetConverterCallback* callback)
+Diagnosis convertBankChunk_v2(const char* data, long size, CPresetConverterCallback* callback)
 {
     const std::string_view bytes = viewOf(data, size);
-    if (bytes.size() < bank::entries || !callback)
-        return;
-    const std::uint64_t stride = word(bytes, bank::stride);
-    if (stride < entry::records)
-        return;
-    const std::uint64_t present = (bytes.size() - bank::entries) / stride;
-    const std::uint64_t count = std::min({word(bytes, bank::count), present, std::uint64_t(kMostPresets)});
-    const bool enciphered = word(bytes, bank::version) >= kFirstVersion && word(bytes, bank::keyBlock) != 0;
+    if (!callback)
+        return {};
+    if (bytes.size() < bank::entries)
+        return refused(bytes.size(), Orbel::cutOff(bytes.size(), bank::entries) + " of its header");
+    const Parts presets{.what = "presets",
+                        .start = bank::entries,
+                        .count = word(bytes, bank::count),
+                        .size = word(bytes, bank::stride),
+                        .leastSize = entry::records};
+    const bool hasKey = word(bytes, bank::keyBlock) != 0;
+    const bool enciphered = hasKey && word(bytes, bank::version) >= kFirstVersion;
 
     ConvertedPreset preset;
-    for (std::uint64_t i = 0; i < count; ++i)
+    for (std::uint64_t i = 0; i < std::min(presets.present(bytes.size()), std::uint64_t(kMostPresets)); ++i)
     {
         preset.clear();
         if (!enciphered)
-            takeEntry(preset, bytes.substr(bank::entries + i * stride, stride));
+            takeEntry(preset, bytes.substr(bank::entries + i * presets.size, presets.size));
         callback->setProgram(int(i));
         preset.handOver(callback);
     }
+    if (hasKey && !enciphered)
+        return damaged(bank::keyBlock, "it has a key, and its presets are read as plain for its version");
+    return enciphered ? unread(presets, bank::keyBlock) : presets.diagnose(bytes.size());
 }
 }

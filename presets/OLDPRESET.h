@@ -3,8 +3,10 @@
 //
 // A converted store has all parameters of that product, under its ids; a reader takes what it still knows.
 // Keys were never kept: a chunk whose records are enciphered counts as one without records. What comes in is
-// foreign: records and entries count as far as they are wholly there.
+// untrusted input: records and entries count as far as they are wholly there.
 #pragma once
+
+#include "Orbel/storage/Diagnosis.h"
 
 class CPresetConverterCallback;
 
@@ -19,10 +21,10 @@ bool isOldPresetOrBank(const char* data, long size);
 bool isOldBank(const char* data, long size);
 bool isOldPreset(const char* data, long size);
 
-// The preset as a store, to the callback (or nobody): with the values at creation for what has no record, and
-// also with nothing but these if the version is too low. Nothing if the header is cut short.
-void convertPresetChunk_v2(const char* data, long size, CPresetConverterCallback* callback);
+// The preset as a store, to the callback, which may be null: with the values at creation for what has no
+// record, and also with nothing but these if the version is too low. Refused if the header is cut short.
+Orbel::Diagnosis convertPresetChunk_v2(const char* data, long size, CPresetConverterCallback* callback);
 
 // The same for each entry of a bank, with its place ahead of it.
-void convertBankChunk_v2(const char* data, long size, CPresetConverterCallback* callback);
+Orbel::Diagnosis convertBankChunk_v2(const char* data, long size, CPresetConverterCallback* callback);
 }

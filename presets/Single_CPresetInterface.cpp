@@ -1,27 +1,19 @@
 #include "presets/Single_CPresetInterface.h"
 
-#include "CORE/File.h"
-#include "CORE/ForeignData.h"
 #include "Orbel/parameters/ParameterText.h"
 #include "Orbel/storage/CFileFormat.h"
-#include "Orbel/storage/CPresetStore.h"
 #include "Sonvex/FileNames.h"
 #include "presets/CPresetConverter_V2.h"
 #include "presets/IPresetEffect.h"
 #include "presets/PresetFolder.h"
 #include "presets/PresetNames.h"
+#include "presets/PresetWriter.h"
+#include "presets/SavedBank.h"
 
 #include <algorithm>
-#include <cstdlib>
-#include <optional>
 
 namespace
 {
-constexpr const char* presetID = "QDT_DKS_PRESET";
-constexpr const char* bankID = "QDT_DKS_BANK";
-constexpr size_t bankFileHeader = 160; // bytes of a bank's file ahead of the bank
-constexpr size_t rawSizeInStore = 40;  // where a store tells the bytes that it unpacks to
-
 // As long as it lives, the effect saves and loads presets, not states of a project.
 class PresetMode
 {
@@ -35,77 +27,30 @@ private:
     IPresetEffect& effect;
 };
 
-// What a store may unpack to.
-std::uint64_t unpackedSizeOf(std::span<const char> store)
-{
-    return store.size() < rawSizeInStore + 4 ? 0 : Core::readLittle32(store.data() + rawSizeInStore);
-}
-
-// What is in a file behind the format's header; empty if there is none.
-std::vector<char> contentOf(Orbel::CFileFormat& format, const char* path)
+// Takes the payload out of a file, without the format's header.
+Orbel::Diagnosis readPayload(Orbel::CFileFormat& format, const char* path, std::vector<char>& content)
 {
     char* buffer = nullptr;
     long size = 0;
-    format.loadFromFile(path, &buffer, size);
-    std::vector<char> content;
+    const Orbel::Diagnosis found = format.loadFromFile(path, &buffer, size);
     if (buffer)
         content.assign(buffer, buffer + size);
     format.releaseBuffer(buffer);
-    return content;
+    return found;
 }
 
-// Writes the presets of one bank into a folder.
-class PresetWriter
+void writePresetsOf(const SavedBank& bank, PresetWriter& writer)
 {
-public:
-    PresetWriter(const std::string& to, const char* itsExtension) : folder(to), extension(itsExtension) {}
-
-    // A preset as it stands, with its place in the bank, from 0, in the file's name. Nothing if it is none.
-    void write(int index, std::span<const char> stored)
-    {
-        const auto name = nameOf(stored);
-        if (!name)
-            return;
-        const Sonvex::String number("%02i-", index + 1);
-        const std::string file = folder + Tovra::fileNameFor(number + Tovra::bearableName(*name), extension);
-        Orbel::kPresetFormatFXP->saveToFile(file.c_str(), stored.data(), long(stored.size()));
-    }
-
-private:
-    std::optional<std::string> nameOf(std::span<const char> stored)
-    {
-        const std::uint64_t size = unpackedSizeOf(stored);
-        if (size > room || OLDPRESET::isOldPresetOrBank(stored.data(), long(stored.size())))
-            return {};
-        room -= size;
-        Orbel::CPresetStore preset;
-        preset.setPresetID(presetID);
-        std::vector<char> copy(stored.begin(), stored.end()); // reading changes it
-        if (preset.setPreset(copy.data(), long(copy.size())) != 0)
-            return {};
-        return preset.getPresetName();
-    }
-
-    std::string folder, extension;
-    std::uint64_t room = Core::kLargestForeignSize; // that all of them together may unpack to
-};
-
-int writePresetsOf(const Orbel::CPresetStore& bank, PresetWriter& writer)
-{
-    char* data = nullptr;
-    bank.getChunk("NumPresets", &data);
-    if (!data)
-        return 0;
-    const long count = std::strtol(bank.getString("NumPresets").c_str(), nullptr, 10);
-    for (int i = 0; i < std::min<long>(count, OLDPRESET::kMostPresets); ++i)
-    {
-        const long size = bank.getChunk(("PRESET" + std::to_string(i)).c_str(), &data);
-        writer.write(i, {data, size_t(size)});
-    }
-    return 1;
+    const auto count = bank.getDeclaredCount();
+    if (!count)
+        return writer.note("it does not tell how many presets it holds");
+    if (*count < 1)
+        writer.note("it holds no preset");
+    for (int i = 0; i < std::min<long>(*count, OLDPRESET::kMostPresets); ++i)
+        writer.write(i, bank.getPreset(i));
 }
 
-int writePresetsOf(CPresetConverter_V2& bank, PresetWriter& writer)
+void writePresetsOf(CPresetConverter_V2& bank, PresetWriter& writer)
 {
     for (int i = 0; i < bank.getNumPresets(); ++i)
     {
@@ -113,7 +58,6 @@ int writePresetsOf(CPresetConverter_V2& bank, PresetWriter& writer)
         const long size = bank.getChunkForPreset(i, &data);
         writer.write(i, {data, size_t(size)});
     }
-    return 1;
 }
 }
 
@@ -129,82 +73,84 @@ void Single_CPresetInterface::setCurrentPresetName(const char* name)
 
 bool Single_CPresetInterface::isValidPreset(const char* path) const
 {
-    Sonvex::String extension = getFileExt(path);
-    extension.toLower();
-    return extension == getFileExtension();
+    return Tovra::compareUpperCase(getFileExt(path), getFileExtension()) == 0;
 }
 
 void Single_CPresetInterface::loadPreset(const char* path)
 {
-    std::vector<char> data = contentOf(*Orbel::kPresetFormatFXP, path);
-    if (data.empty())
+    std::vector<char> data;
+    if (!readPayload(*Orbel::kPresetFormatFXP, path, data).taken)
         return;
-    const PresetMode mode(effect);
-    effect.setDataChunk(data.data(), long(data.size()));
+    {
+        const PresetMode mode(effect);
+        effect.setDataChunk(data.data(), long(data.size()));
+    }
+    setCurrentToLoaded(path);
 }
 
-void Single_CPresetInterface::saveCurrentPreset(const char* path)
+PresetResult Single_CPresetInterface::saveCurrentPreset(const char* path)
 {
+    PresetResult result;
     {
         const PresetMode mode(effect);
         char* data = nullptr;
         const long size = effect.getDataChunk(&data);
-        if (data)
-            Orbel::kPresetFormatFXP->saveToFile(path, data, size);
+        result.problem = Orbel::kPresetFormatFXP->saveToFile(path, data, size).problem;
     }
+    result.written = result ? 1 : 0;
     rescanPresets();
+    return result;
 }
 
-void Single_CPresetInterface::renamePreset(int index, const char* newName)
+PresetResult Single_CPresetInterface::renamePreset(int index, const char* newName)
 {
-    if (!newName || !*newName)
-        return;
     const std::string oldName = getPresetName(index);
     const size_t digits = size_t(Orbel::removeFirstDigits(oldName.c_str()) - oldName.c_str());
-    const std::string name = oldName.substr(0, digits) + Tovra::bearableName(newName);
-    IPresetInterface::renamePreset(index, name.c_str());
+    const bool isEmpty = !newName || !*newName; // which the base refuses
+    const std::string name = isEmpty ? "" : oldName.substr(0, digits) + Tovra::bearableName(newName);
+    return IPresetInterface::renamePreset(index, name.c_str());
 }
 
-int Single_CPresetInterface::importBankFromFile(const char* path)
+PresetResult Single_CPresetInterface::importBankFromFile(const char* path)
 {
+    std::vector<char> data;
+    if (const auto found = readPayload(*Orbel::kPresetFormatFXB, path, data); !found.taken)
+        return {found.why, 0};
     const std::string library = getPresetFolder();
-    std::vector<char> data = contentOf(*Orbel::kPresetFormatFXB, path);
-    if (data.empty() || library.empty())
-        return 0;
-    exportBank(library + Tovra::fileNameFor(Tovra::baseNameOf(path), "") + "/", std::move(data));
-    return 1;
+    if (library.empty())
+        return {"there is no folder for presets", 0};
+    const std::string folder = library + Tovra::fileNameFor(Tovra::baseNameOf(path), "") + "/";
+    return exportBank(folder, {data.data(), data.size()});
 }
 
-int Single_CPresetInterface::exportBankToFolder(const char* folder, const char* data, long size)
+PresetResult Single_CPresetInterface::exportBankToFolder(const char* folder, const char* data, long size)
 {
     if (!data || size <= 0)
-        return 0;
-    return exportBank(Orbel::Helpers::asFolder(folder), {data, data + size});
+        return {"it is empty", 0};
+    return exportBank(Orbel::Helpers::asFolder(folder), {data, size_t(size)});
 }
 
-void Single_CPresetInterface::restoreBank()
+PresetResult Single_CPresetInterface::restoreBank()
 {
-    if (factoryBank.size() <= bankFileHeader)
-        return;
-    const auto bank = factoryBank.subspan(bankFileHeader);
-    exportBank(getPresetFolder(), {bank.begin(), bank.end()});
+    if (factoryBank.size() <= Orbel::CPresetFormatFXB::kHeaderSize)
+        return {"there are no factory presets", 0};
+    return exportBank(getPresetFolder(), factoryBank.substr(Orbel::CPresetFormatFXB::kHeaderSize));
 }
 
-int Single_CPresetInterface::exportBank(const std::string& folder, std::vector<char> data)
+PresetResult Single_CPresetInterface::exportBank(const std::string& folder, std::string_view data)
 {
     if (folder.empty())
-        return 0;
-    Core::File::mkDirRecursive(folder.c_str());
+        return {"there is no folder for presets", 0};
     PresetWriter writer(folder, getFileExtension());
     if (OLDPRESET::isOldPresetOrBank(data.data(), long(data.size())))
     {
         CPresetConverter_V2 bank;
-        bank.setDataChunk(data.data(), long(data.size()));
-        return writePresetsOf(bank, writer);
+        writer.note(bank.convert(data.data(), long(data.size())).why);
+        writePresetsOf(bank, writer);
+        return writer.finish();
     }
-    Orbel::CPresetStore bank;
-    bank.setPresetID(bankID);
-    bank.setPreset(data.data(), long(data.size()));
-    data = {}; // it may be large, and the store has a copy
-    return writePresetsOf(bank, writer);
+    SavedBank bank;
+    writer.note(bank.read(data).why);
+    writePresetsOf(bank, writer);
+    return writer.finish();
 }

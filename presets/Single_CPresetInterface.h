@@ -1,13 +1,14 @@
 // The effect's library of presets: program files (.dks) in the format of kPresetFormatFXP, loaded and saved
 // through the effect; banks, whose presets it writes out as such files; and the factory presets.
 //
-// Banks are foreign data. What their presets are called decides the names of files, but never the folder;
+// Banks are untrusted input. What their presets are called decides the names of files, but never the folder;
 // each name has the preset's number ahead of it ("01-"), which the browser does not show.
 #pragma once
 
 #include "presets/IPresetInterface.h"
 
 #include <span>
+#include <string_view>
 
 class IPresetEffect;
 
@@ -18,33 +19,35 @@ public:
     // The effect outlives the library. Nothing is scanned before setPresetFolder.
     explicit Single_CPresetInterface(IPresetEffect& owner);
 
-    // The image of a bank file, for restoreBank; it has to stay as long as the library. None at first.
-    void setFactoryBank(std::span<const char> fxbImage) { factoryBank = fxbImage; }
+    // The image of a bank file, for restoreBank; it has to stay as long as the library. Empty at first.
+    void setFactoryBank(std::span<const char> fxbImage) { factoryBank = {fxbImage.data(), fxbImage.size()}; }
 
     void setCurrentPresetName(const char* name) override;
     // By the extension alone, in either case.
     bool isValidPreset(const char* path) const override;
-    // Loads the preset as such: without the settings of a host's project. A file that holds none does
-    // nothing.
+    // Loads the preset as such: without the settings of a host's project. It becomes the current one if it
+    // lies in the library; else none is current. A file that holds no preset does nothing.
     void loadPreset(const char* path) override;
     // Writes the file, over one that is there, and scans.
-    void saveCurrentPreset(const char* path) override;
+    PresetResult saveCurrentPreset(const char* path) override;
     // Keeps the number that the name has in the file.
-    void renamePreset(int index, const char* newName) override;
+    PresetResult renamePreset(int index, const char* newName) override;
 
-    // Writes the presets of a bank's file into a subfolder named after it. 0 if the file holds nothing.
-    int importBankFromFile(const char* path);
+    // Writes the presets of a bank's file into a subfolder named after it. Nothing is written if the file
+    // holds no bank.
+    PresetResult importBankFromFile(const char* path);
     // Writes the presets of a bank in any form, the older ones included, into folder, over files of the same
-    // names. 0 if it is no bank or does not say how many presets it holds. Of those it leaves out what is
-    // missing, refused or itself in an older form, and what goes beyond OLDPRESET::kMostPresets or, unpacked,
-    // beyond 64 MiB.
-    int exportBankToFolder(const char* folder, const char* data, long size);
+    // names. Nothing is written if it is no bank or does not say how many presets it holds. Of those it
+    // leaves out what is missing, refused or itself in an older form, and what goes beyond
+    // OLDPRESET::kMostPresets or, unpacked, beyond 64 MiB. The result counts the files and names the first
+    // preset that was left out.
+    PresetResult exportBankToFolder(const char* folder, const char* data, long size);
     // Writes the factory presets into the library's folder, over files of the same names.
-    void restoreBank();
+    PresetResult restoreBank();
 
 private:
-    int exportBank(const std::string& folder, std::vector<char> data);
+    PresetResult exportBank(const std::string& folder, std::string_view data);
 
     IPresetEffect& effect;
-    std::span<const char> factoryBank;
+    std::string_view factoryBank;
 };

@@ -16,7 +16,8 @@ static bool isSameFolder(const fs::path& one, const fs::path& other)
     return one == other || fs::equivalent(one, other, error);
 }
 
-FileReplacementGroup::FileReplacementGroup(const char* name) : folder(name && *name ? name : ".")
+FileReplacementGroup::FileReplacementGroup(const char* name)
+    : folder((fs::path(name && *name ? name : ".") / "").parent_path()) // without a separator at its end
 {
     folderDescriptor = open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
     if (folderDescriptor >= 0)

@@ -19,4 +19,23 @@ inline std::string_view wholeCharacters(std::string_view text, size_t most)
         --most;
     return text.substr(0, most);
 }
+
+// The text without a character at its end of which bytes are missing: it stood in a field that was too short.
+// Text that is no UTF-8 before that stays as it is, since its end may mean something else.
+inline std::string_view withoutHalfCharacter(std::string_view text)
+{
+    const auto byte = [&](size_t i) { return static_cast<unsigned char>(text[i]); };
+    for (size_t start = 0, at = 0; start < text.size(); start = at)
+    {
+        const unsigned first = byte(start);
+        const size_t length = first < 0x80 ? 1 : first < 0xC2 ? 0 : first < 0xE0 ? 2 : first < 0xF0 ? 3 : 4;
+        for (at = start + 1; at < text.size() && at < start + length && (byte(at) & 0xC0) == 0x80;)
+            ++at;
+        if (at == text.size() && at < start + length)
+            return text.substr(0, start);
+        if (at != start + length || first > 0xF4)
+            return text;
+    }
+    return text;
+}
 }

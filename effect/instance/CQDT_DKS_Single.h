@@ -32,6 +32,7 @@
 #include <vector>
 
 class Single_CPresetInterface;
+struct SavedState;
 
 class CQDT_DKS_Single : public Orbel::OrbelOS, public Orbel::ISamplerEffect, public IPresetEffect
 {
@@ -152,10 +153,7 @@ private:
 
     void readChunk(const char* data, long size, int depth);
     void readOlderForm(const char* data, long size, int depth);
-    void readPreset();
-    void readParameters(const Orbel::CPresetStore& store, const std::vector<long>& ignored);
-    void readSystemSettings(const Orbel::CPresetStore& store);
-    unsigned long getSystemChunk(char** chunk);
+    void readPreset(const SavedState& state);
     void storeTimeAdjust(float beats);
 
     void followTransport(const Orbel::CHostTimeInfo& time);

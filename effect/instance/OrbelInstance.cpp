@@ -2,6 +2,7 @@
 #include "Orbel/contract/OrbelFactory.h"
 #include "Orbel/storage/CFileFormat.h"
 #include "effect/instance/CQDT_DKS_Single.h"
+#include "presets/StateLayout.h"
 
 static constexpr Orbel::OrbelFX_Description lodex = {
     .id = {'Z', 'R', 'T', 'Q'},
@@ -37,8 +38,7 @@ Orbel::OrbelPluginList* getOrbelPluginListPTR()
 
 Orbel::OrbelOS* createOrbelInstance(Orbel::OrbelCallback* callback, unsigned long)
 {
-    constexpr int formatID = 'Q' << 24 | 'D' << 16 | 'K' << 8 | 'C';
-    Orbel::kPresetFormatFXP->setPluginID(formatID);
-    Orbel::kPresetFormatFXB->setPluginID(formatID);
+    Orbel::kPresetFormatFXP->setPluginID(StateLayout::pluginID);
+    Orbel::kPresetFormatFXB->setPluginID(StateLayout::pluginID);
     return new CQDT_DKS_Single(callback);
 }

@@ -53,11 +53,10 @@ static Orbel::CPresetStore opened(const char* id, const char* data, long size)
 
 static Orbel::CPresetStore openedFile(Orbel::CPresetFormat&& format, const char* id, const std::string& image)
 {
-    format.setPluginID(factoryPluginID);
-    const char* payload = nullptr;
-    long size = 0;
-    EXPECT_TRUE(format.unwrap(image.data(), long(image.size()), &payload, &size));
-    return opened(id, payload, size);
+    format.setPluginID(0x51444B43);
+    std::string_view payload;
+    EXPECT_TRUE(format.unwrap(image, payload).isSound());
+    return opened(id, payload.data(), long(payload.size()));
 }
 
 // What a set of parameters holds after a preset was loaded into it, whatever it held before.

@@ -1,22 +1,16 @@
 #include "tools/pack_presets/FactoryBank.h"
 
-#include "CORE/Numbers.h"
 #include "Orbel/parameters/CPropertyManager.h"
 #include "Orbel/storage/CFileFormat.h"
-#include "Orbel/storage/CPresetStore.h"
 #include "effect/parameters/DKS_Mini.h"
 #include "effect/parameters/TimeAdjust.h"
+#include "presets/SavedBank.h"
+#include "presets/SavedState.h"
+#include "presets/StateLayout.h"
 
 namespace lodex
 {
-static std::string contentOf(Orbel::CPresetStore& store)
-{
-    char* data = nullptr;
-    const long size = store.getPreset(&data);
-    return {data, size_t(size)};
-}
-
-static void addParameters(Orbel::CPresetStore& store, const PresetText& preset)
+std::string packPreset(const PresetText& preset)
 {
     Orbel::CPropertyManager parameters;
     for (const Orbel::ParameterPropertySetup& row : DKS_Mini::ps_plain)
@@ -24,37 +18,22 @@ static void addParameters(Orbel::CPresetStore& store, const PresetText& preset)
     for (const PresetText::Value& each : preset.values)
         parameters.getPropertyByID(each.parameter)->setValue(each.value);
 
-    char* chunk = nullptr;
-    if (const unsigned long size = parameters.getChunk(&chunk))
-        store.addChunk("PPDATA", chunk, long(size));
+    SavedState state;
+    state.name = preset.name;
+    state.parameters = parameters.getRecords();
+    state.timeBase = gTimeAdjustMultiplier[preset.timeBase];
+    return state.bytes();
 }
 
-std::string packPreset(const PresetText& preset)
+std::string packBank(const std::vector<PresetText>& texts)
 {
-    Orbel::CPresetStore store;
-    store.setPresetID("QDT_DKS_PRESET");
-    store.setPresetName(preset.name.c_str());
-    store.addString("SINGLEPRESET", preset.name);
-    addParameters(store, preset);
-    store.addString("ENV_TIME_ADJUST", Core::formatFixed(gTimeAdjustMultiplier[preset.timeBase], 8));
-    return contentOf(store);
-}
-
-std::string packBank(const std::vector<PresetText>& presets)
-{
-    Orbel::CPresetStore bank;
-    bank.setPresetID("QDT_DKS_BANK");
-    bank.addString("NumPresets", std::to_string(presets.size()));
-    bank.addString("CurrentPreset", "0");
-    for (size_t i = 0; i < presets.size(); ++i)
-    {
-        const std::string preset = packPreset(presets[i]);
-        bank.addChunk(("PRESET" + std::to_string(i)).c_str(), preset.data(), long(preset.size()));
-    }
-    const std::string payload = contentOf(bank);
+    std::vector<std::string> presets;
+    for (const PresetText& each : texts)
+        presets.push_back(packPreset(each));
+    const std::string payload = SavedBank::bytes(presets);
 
     Orbel::CPresetFormatFXB format;
-    format.setPluginID(factoryPluginID);
+    format.setPluginID(StateLayout::pluginID);
     return format.wrap(payload.data(), long(payload.size()));
 }
 
@@ -63,7 +42,7 @@ std::string packProgram(const PresetText& preset)
     const std::string payload = packPreset(preset);
 
     Orbel::CPresetFormatFXP format;
-    format.setPluginID(factoryPluginID);
+    format.setPluginID(StateLayout::pluginID);
     return format.wrap(preset.name.c_str(), payload.data(), long(payload.size()));
 }
 }

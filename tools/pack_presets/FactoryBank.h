@@ -11,8 +11,6 @@
 
 namespace lodex
 {
-constexpr int factoryPluginID = 0x51444B43; // "QDKC", as files hold it
-
 // The store of one preset, as the effect writes it into a preset's file. The host's tempo and the settings of
 // the user's work are in it with their defaults.
 std::string packPreset(const PresetText& preset);

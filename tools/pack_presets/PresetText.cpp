@@ -3,6 +3,7 @@
 #include "Orbel/parameters/ParameterText.h"
 #include "effect/parameters/DKS_Mini.h"
 #include "effect/parameters/TimeAdjust.h"
+#include "presets/StateLayout.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -22,10 +23,6 @@ constexpr std::string_view nameKey = "name";
 constexpr std::string_view aboutKey = "about";
 constexpr std::string_view timeBaseKey = "time base";
 constexpr size_t longestName = 28; // what hosts show of a program's name
-
-// What loading a preset leaves as it is, so that a value here would be lost in silence.
-constexpr int noPartOfASound[] = {DKS_Mini::kTriggerSense, DKS_Mini::kEnvHold,      DKS_Mini::kClickFilter,
-                                  DKS_Mini::kBPMScale,     DKS_Mini::kTriggerShift, DKS_Mini::kTempo};
 
 std::string_view trimmed(std::string_view text)
 {
@@ -137,8 +134,8 @@ private:
                          [&](const Orbel::ParameterPropertySetup& each) { return each.id == id; });
         if (row == std::end(DKS_Mini::ps_plain))
             refuse("no parameter is called " + inQuotes(id));
-        if (std::find(std::begin(noPartOfASound), std::end(noPartOfASound), row->parameterId) !=
-            std::end(noPartOfASound))
+        const auto& others = StateLayout::noPartOfASound; // a value here would be lost in silence
+        if (std::find(others.begin(), others.end(), row->parameterId) != others.end())
             refuse(row->id + " is no part of a sound: loading a preset leaves it as it is");
 
         float value = 0.0f;
@@ -170,7 +167,7 @@ PresetText parsePresetText(std::istream& text, const std::string& file)
     return Reader(file).read(text);
 }
 
-PresetText readPresetFile(const std::string& path)
+PresetText readPresetText(const std::string& path)
 {
     errno = 0;
     std::ifstream file(path, std::ios::binary);
@@ -189,7 +186,7 @@ std::vector<PresetText> readBankFiles(const std::vector<std::string>& paths)
         if (!std::filesystem::path(path).filename().string().starts_with(prefix))
             throw PresetTextError(path + ": the name of the next preset's file begins with " +
                                   inQuotes(prefix));
-        presets.push_back(readPresetFile(path));
+        presets.push_back(readPresetText(path));
         if (!names.insert(presets.back().name).second)
             throw PresetTextError(path + ": another preset is called " + inQuotes(presets.back().name));
     }

@@ -43,7 +43,7 @@ public:
 // file is what errors call the text.
 PresetText parsePresetText(std::istream& text, const std::string& file);
 
-PresetText readPresetFile(const std::string& path);
+PresetText readPresetText(const std::string& path);
 
 // The texts of a bank: their names are distinct, and their files' names begin with "01-", "02-" and so on.
 std::vector<PresetText> readBankFiles(const std::vector<std::string>& paths);

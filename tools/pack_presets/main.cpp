@@ -9,8 +9,8 @@
 
 static void write(const char* path, const std::string& image)
 {
-    if (!Core::File::replaceFile(path, image.data(), image.size()))
-        throw std::runtime_error(std::string(path) + ": cannot be written");
+    if (const auto written = Core::File::replaceFile(path, image.data(), image.size()); !written)
+        throw std::runtime_error(std::string("cannot write ") + path + ": " + written.problem);
 }
 
 int main(int count, char** words)
@@ -23,7 +23,7 @@ int main(int count, char** words)
     try
     {
         const std::string bank = lodex::packBank(lodex::readBankFiles({words + 4, words + count}));
-        const std::string init = lodex::packProgram(lodex::readPresetFile(words[3]));
+        const std::string init = lodex::packProgram(lodex::readPresetText(words[3]));
         write(words[1], bank);
         write(words[2], init);
     }

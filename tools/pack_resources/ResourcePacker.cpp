@@ -1,10 +1,11 @@
 #include "tools/pack_resources/ResourcePacker.h"
 
+#include "CORE/File.h"
 #include "CORE/ForeignData.h"
+#include "Orbel/storage/CResourceStore2.h"
 #include "Orbel/storage/Packing.h"
+#include "Orbel/storage/ResourceLayout.h"
 
-#include <fstream>
-#include <iterator>
 #include <set>
 #include <stdexcept>
 #include <string_view>
@@ -13,25 +14,13 @@ namespace lodex
 {
 namespace
 {
-using namespace std::literals;
+namespace layout = Orbel::ResourceLayout;
 
-constexpr std::string_view magic = "RESOURCE2\0"sv;
-constexpr size_t magicField = 12; // two bytes are reserved
-constexpr std::uint32_t version = 8192;
-constexpr std::uint32_t headerSize = 20;
-constexpr std::uint32_t indexHeaderSize = 20;
-constexpr size_t nameField = 256;
 constexpr size_t roomToPack = 1000; // for what does not get smaller
-constexpr std::uint32_t scrambledMark = 0xffffffff;
 
-void appendWords(std::string& to, std::initializer_list<size_t> words)
+void put(std::string& to, size_t at, size_t word)
 {
-    char bytes[4];
-    for (const size_t word : words)
-    {
-        Core::writeLittle32(bytes, std::uint32_t(word));
-        to.append(bytes, sizeof bytes);
-    }
+    Core::writeLittle32(to.data() + at, std::uint32_t(word));
 }
 
 std::string packed(const std::string& content)
@@ -48,7 +37,7 @@ std::string scrambled(std::string content)
 void check(const Resource& resource, std::set<std::string>& names)
 {
     const std::string& name = resource.name;
-    if (name.empty() || name.size() >= nameField || name.find('\0') != name.npos)
+    if (name.empty() || name.size() >= layout::entry::nameSize || name.find('\0') != name.npos)
         throw std::runtime_error("\"" + name + "\": not a name of 1 to 255 characters");
     if (!names.insert(name).second)
         throw std::runtime_error("\"" + name + "\": there twice");
@@ -65,10 +54,9 @@ bool removeEnding(std::string& text, std::string_view ending)
 
 std::string readFile(const std::string& path)
 {
-    std::ifstream file(path, std::ios::binary);
-    std::string content((std::istreambuf_iterator<char>(file)), {});
-    if (!file)
-        throw std::runtime_error(path + ": cannot be read");
+    std::string content;
+    if (const auto read = Core::File::readFile(path.c_str(), Core::kLargestForeignSize, content); !read)
+        throw std::runtime_error(path + ": cannot be read: " + read.problem);
     return content;
 }
 }
@@ -86,6 +74,33 @@ Resource readResource(const std::string& argument)
     return {.name = argument.substr(0, equals), .content = readFile(path), .compressed = compressed};
 }
 
+static std::string entryOf(const Resource& resource, size_t storedSize, size_t offset)
+{
+    namespace entry = layout::entry;
+    std::string bytes(entry::size, '\0');
+    resource.name.copy(bytes.data(), entry::nameSize);
+    put(bytes, entry::rawSize, resource.content.size());
+    put(bytes, entry::storedSize, resource.compressed ? storedSize : entry::scrambled);
+    put(bytes, entry::offset, offset);
+    return bytes;
+}
+
+static std::string headerOf(size_t payloadSize, size_t indexSize, size_t storedIndexSize, size_t count)
+{
+    namespace block = layout::block;
+    namespace index = layout::indexHeader;
+    std::string bytes(block::magic);
+    bytes.resize(block::size + index::size);
+    put(bytes, block::indexOffset, block::size);
+    put(bytes, block::version, block::writtenVersion);
+    put(bytes, block::size + index::payloadSize, payloadSize);
+    put(bytes, block::size + index::payloadOffset, index::size + storedIndexSize);
+    put(bytes, block::size + index::rawSize, indexSize);
+    put(bytes, block::size + index::storedSize, storedIndexSize);
+    put(bytes, block::size + index::entryCount, count);
+    return bytes;
+}
+
 std::string makeBlock(std::span<const Resource> resources)
 {
     std::string index, payload;
@@ -95,20 +110,17 @@ std::string makeBlock(std::span<const Resource> resources)
         check(resource, names);
         const std::string stored =
             resource.compressed ? packed(resource.content) : scrambled(resource.content);
-        index += resource.name + std::string(nameField - resource.name.size(), '\0');
-        appendWords(index, {resource.content.size(), resource.compressed ? stored.size() : scrambledMark,
-                            payload.size()});
+        index += entryOf(resource, stored.size(), payload.size());
         payload += stored;
         if (payload.size() > Core::kLargestForeignSize || resource.content.size() > Core::kLargestForeignSize)
             throw std::runtime_error("\"" + resource.name + "\": more than 64 MiB");
     }
     const std::string storedIndex = packed(index);
-
-    std::string block(magic);
-    block.resize(magicField);
-    appendWords(block, {headerSize, version});
-    appendWords(block, {payload.size(), indexHeaderSize + storedIndex.size(), index.size(),
-                        storedIndex.size(), resources.size()});
-    return block + storedIndex + payload;
+    const std::string block =
+        headerOf(payload.size(), index.size(), storedIndex.size(), resources.size()) + storedIndex + payload;
+    const CResourceStore2 readBack(block.data(), long(block.size()));
+    if (!readBack.getDiagnosis().isSound())
+        throw std::runtime_error("the block cannot be read: " + readBack.getDiagnosis().why);
+    return block;
 }
 }

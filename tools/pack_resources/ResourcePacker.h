@@ -1,5 +1,5 @@
-// Puts files together into a block that Orbel/ResourceStore.h reads. Runs while the project is built: what is
-// wrong stops the build.
+// Puts files together into a block that Orbel/storage/CResourceStore2.h reads. Runs while the project is
+// built: what is wrong stops the build.
 #pragma once
 
 #include <span>

@@ -19,9 +19,10 @@ int main(int argc, char** argv)
         for (int i = 2; i < argc; ++i)
             resources.push_back(lodex::readResource(argv[i]));
         const std::string block = lodex::makeBlock(resources);
-        if (Core::File::replaceFile(argv[1], block.data(), block.size()))
+        const auto written = Core::File::replaceFile(argv[1], block.data(), block.size());
+        if (written)
             return 0;
-        std::fprintf(stderr, "pack_resources: %s: cannot be written\n", argv[1]);
+        std::fprintf(stderr, "pack_resources: cannot write %s: %s\n", argv[1], written.problem.c_str());
     }
     catch (const std::exception& error)
     {

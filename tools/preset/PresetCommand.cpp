@@ -3,22 +3,19 @@
 #include "tools/common/InputFile.h"
 #include "tools/common/Interruption.h"
 #include "tools/common/Text.h"
-#include "tools/common/TimeBase.h"
 #include "tools/common/ToolError.h"
 #include "tools/preset/PresetConversion.h"
 #include "tools/preset/PresetEffect.h"
+#include "tools/preset/PresetPrinting.h"
 
 #include <CLI/CLI.hpp>
 #include <cstdio>
-#include <nlohmann/json.hpp>
 #include <optional>
 
 namespace lodex
 {
 namespace
 {
-using Json = nlohmann::ordered_json;
-
 constexpr const char* forms = R"(
 Files are known by their content: program and bank files, a VST 3 host's state, the bare chunk of a VST 2
 host, and in each of them a preset, a bank, or a raw or tagged form of the older product.
@@ -57,81 +54,6 @@ struct ShowOptions
     bool json = false;
 };
 
-PresetContent contentOf(const PresetFile& file, size_t index, PresetType taken)
-{
-    PresetEffect effect; // for each its own: what a preset doesn't tell is as in a new one
-    effect.load(file, index, taken);
-    return effect.content();
-}
-
-const char* kindOf(const PresetFile& file, PresetType taken)
-{
-    return file.isOlder ? "legacy" : taken == PresetType::preset ? "preset" : "state";
-}
-
-// The number with as few digits as the single-precision one needs.
-double shortest(float value)
-{
-    return *parseNumber(formatNumber(value));
-}
-
-Json jsonOf(const PresetContent& content, const char* kind)
-{
-    Json parameters = Json::object(), texts = Json::object();
-    for (const auto& each : content.parameters)
-    {
-        parameters[each.id] = shortest(each.value);
-        texts[each.id] = each.text;
-    }
-    return {{"kind", kind},
-            {"name", content.name},
-            {"time_adjust", shortest(content.timeBase)},
-            {"parameters", std::move(parameters)},
-            {"texts", std::move(texts)}};
-}
-
-Json jsonOf(const PresetFile& file, PresetType taken)
-{
-    Json presets = Json::array();
-    for (size_t i = 0; i < file.presets.size(); ++i)
-    {
-        if (file.presets[i].chunk.empty())
-            presets.push_back({{"kind", "damaged"}, {"reason", file.presets[i].problem}});
-        else
-            presets.push_back(jsonOf(contentOf(file, i, taken), kindOf(file, taken)));
-    }
-    if (!file.isBank)
-        return presets[0];
-    return {{"kind", file.isOlder ? "legacy" : "bank"},
-            {"current", file.current},
-            {"presets", std::move(presets)}};
-}
-
-void printTable(const PresetContent& content, const char* kind)
-{
-    std::printf("%s %s, time base %s\n", kind, inQuotes(content.name).c_str(),
-                nameOfTimeBase(content.timeBase).c_str());
-    for (const auto& each : content.parameters)
-        std::printf("  %-14s%10s   %s\n", each.id.c_str(), formatNumber(each.value).c_str(),
-                    printable(each.text).c_str());
-}
-
-void printTables(const PresetFile& file, PresetType taken)
-{
-    if (file.isBank)
-        std::printf("%sbank of %zu presets, the current one is %d\n", file.isOlder ? "legacy " : "",
-                    file.presets.size(), file.current);
-    for (size_t i = 0; i < file.presets.size(); ++i)
-    {
-        if (file.isBank)
-            std::printf("\n%zu: ", i);
-        if (file.presets[i].chunk.empty())
-            std::printf("damaged: %s\n", printable(file.presets[i].problem).c_str());
-        else
-            printTable(contentOf(file, i, taken), kindOf(file, taken));
-    }
-}
-
 void warnOfDamage(const PresetFile& file, const std::string& path)
 {
     if (!file.problem.empty())
@@ -145,7 +67,7 @@ void show(const ShowOptions& options)
     const PresetType taken = options.taken.value_or(file.type);
     warnOfDamage(file, options.file);
     if (options.json)
-        std::printf("%s\n", jsonOf(file, taken).dump(-1, ' ', true, Json::error_handler_t::replace).c_str());
+        printJson(file, taken);
     else
         printTables(file, taken);
 }

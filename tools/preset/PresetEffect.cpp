@@ -4,6 +4,7 @@
 #include "Orbel/parameters/ParameterProperty.h"
 #include "Orbel/storage/CFileFormat.h"
 #include "effect/instance/CQDT_DKS_Single.h"
+#include "presets/StateLayout.h"
 
 namespace lodex
 {
@@ -34,16 +35,25 @@ void PresetEffect::load(const PresetFile& file, size_t index, PresetType taken)
     product.setPresetType(int(taken));
     for (std::string& chunk : file.chunks(index, taken))
         product.setDataChunk(chunk.data(), long(chunk.size()));
+    if (file.isRecalledAsBank(taken))
+        endBankLoad();
+}
+
+// The effect leaves it to whoever brings a bank from outside. The time base is that of the preset, which was
+// loaded before the bank.
+void PresetEffect::endBankLoad()
+{
+    product.updateEnvelopeTimes(-1);
 }
 
 PresetContent PresetEffect::content()
 {
     PresetContent content;
     Orbel::CPresetStore store;
-    store.setPresetID(presetID);
+    store.setPresetID(StateLayout::presetID);
     std::string chunk = presetChunk();
     store.setPreset(chunk.data(), long(chunk.size()));
-    content.name = store.getString("SINGLEPRESET");
+    content.name = store.getString(StateLayout::nameChunk);
     content.timeBase = product.getTimeAdjust();
     for (int id = 0; Orbel::ParameterProperty* property = effect->getParameterPropertyByID(id); ++id)
     {

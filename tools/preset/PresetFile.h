@@ -3,23 +3,22 @@
 //   a program or bank file (.fxp, .dks, .fxb), a VST 3 host's state, or the bare chunk, and in each of them
 //   a preset, a bank of presets, or one of the older product's forms, raw or tagged
 //
-// What comes out is a list of presets that the effect can load. The raw older forms are told by their exact
-// size alone, so those sizes win over any content.
+// What comes out is a list of presets that the effect can load. The readers are those of the effect itself;
+// what they have to say is passed on as words for a person. A small file can unpack to a very large one, so
+// that all that a file unpacks to comes out of one allowance.
 #pragma once
 
-#include "tools/preset/PresetExamination.h"
+#include "tools/preset/PresetPayload.h"
 
 #include <string>
 #include <vector>
 
 namespace lodex
 {
-// How a preset is to be taken: a host's state brings the system settings (trigger sense, envelope hold, click
-// filter, scaling, trigger shift), a preset leaves them at their defaults.
-enum class PresetType
+struct StoredPreset
 {
-    state = 0,
-    preset = 1
+    std::string chunk;   // a store for the effect; empty if nothing in it can be used
+    std::string problem; // empty if there is none
 };
 
 struct PresetFile
@@ -32,8 +31,10 @@ struct PresetFile
     std::string systemSettings;        // of a bank
     std::string problem;               // the first of all; empty if there is none
 
-    // What the effect is given, in this order, for it to hold one of the presets, which can be used. A host
-    // recalls a bank with the bank's system settings, which is a chunk of its own.
+    // A bank that a host recalls as such, with system settings of its own.
+    bool isRecalledAsBank(PresetType taken) const { return isBank && !isOlder && taken == PresetType::state; }
+    // What the effect is given, in this order, for it to hold one of the presets, which can be used. For a
+    // bank that is recalled as such the last one is a bank.
     std::vector<std::string> chunks(size_t index, PresetType taken) const;
 };
 

@@ -160,8 +160,7 @@ void CPropertyManager::setChunk(const char* data, unsigned long size, int loadSu
                                 const std::vector<long>& ignored, IIDConverter* converter)
 {
     ParameterChunk records;
-    UnpackingAllowance any;
-    if (!data || !records.read({data, size}, any).taken)
+    if (!data || !records.read({data, size}).taken)
         return;
     for (size_t i = 0; i < records.size(); ++i)
         setRecord(propertyOfRecord(std::string(records.id(i)), loadSuffix, converter), records.value(i),

@@ -2,6 +2,7 @@
 
 #include "CORE/ForeignData.h"
 #include "Orbel/storage/Packing.h"
+#include "Orbel/storage/ResourceLayout.h"
 
 #include <algorithm>
 #include <cstring>
@@ -11,38 +12,11 @@ using Orbel::cutOff;
 using Orbel::damaged;
 using Orbel::quoted;
 using Orbel::refused;
+using namespace Orbel::ResourceLayout;
 using std::string_view;
 
 namespace
 {
-// A block of the current form: this header, at indexOffset that of the index with the index behind it, and
-// at payloadOffset from there the resources, one after another. Integers have 32 bits and are little-endian;
-// the version (8192) and the payload's size are not read.
-namespace block
-{
-constexpr string_view magic = "RESOURCE2\0"sv;
-constexpr size_t indexOffset = 12;
-constexpr size_t size = 20;
-}
-
-namespace indexHeader
-{
-constexpr size_t payloadOffset = 4;
-constexpr size_t rawSize = 8;
-constexpr size_t storedSize = 12;
-constexpr size_t entryCount = 16;
-constexpr size_t size = 20; // the index, a zlib stream, follows
-}
-
-namespace entry
-{
-constexpr size_t nameSize = 256; // its NUL included
-constexpr size_t rawSize = 256;
-constexpr size_t storedSize = 260;
-constexpr size_t offset = 264;
-constexpr size_t size = 268;
-}
-
 constexpr std::uint64_t indexSlack = 100;   // by how much an index may be longer than it says
 constexpr std::uint64_t resourceSlack = 20; // and a resource
 

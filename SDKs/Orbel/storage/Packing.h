@@ -38,11 +38,14 @@ public:
     {
         const bool enough = bytes <= left;
         left -= enough ? bytes : 0;
+        refusals += enough ? 0 : 1;
         return enough;
     }
+    int getRefusalCount() const { return refusals; }
 
 private:
     std::uint64_t left;
+    int refusals = 0;
 };
 
 // Exchanges readable bytes for others: XOR with 0xAA at even offsets, with 0x55 at odd ones. It undoes

@@ -35,6 +35,11 @@ public:
     // Reading, in place of what was here. Whatever lies ahead of the chunk is skipped, and of two chunks the
     // first counts. A chunk that fails any check is refused as a whole, and then there are no records.
     Diagnosis read(std::string_view data, UnpackingAllowance& allowance);
+    Diagnosis read(std::string_view data)
+    {
+        UnpackingAllowance any;
+        return read(data, any);
+    }
 
     bool empty() const { return count == 0; }
     size_t size() const { return count; }

@@ -141,7 +141,7 @@ TEST_F(PresetFileTest, UsesWhatIsLeftAndSaysWhatIsMissing)
         {taggedTwo.substr(0, 700), "its presets are cut off after 1 of 2", 0.5f},
         {images::preset("Half", {{"STRENGTH", 0.5f}}, "nan"), "its time base is \"nan\"", 0.5f},
         {images::store("QDT_DKS_PRESET", "", {{"PPDATA", halfChunk}, {"SystemData", "junk"}}),
-         "its system settings do not unpack", 0.5f},
+         "its chunk of system settings: there is no \"ppCh\"", 0.5f},
         {images::store("QDT_DKS_BANK", "", {{"PRESET0", half}, {"PRESET2", half}}),
          "it does not tell how many presets it holds", 0.5f},
         {images::store("QDT_DKS_BANK", "", {{"PRESET0", half}, {"NumPresets", "1000000"}}),

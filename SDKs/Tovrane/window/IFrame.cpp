@@ -4,8 +4,30 @@
 
 namespace Tovra
 {
-static IFrame::Factory platformFactory = nullptr;
-static IFrame::Factory fallbackFactory = nullptr;
+namespace
+{
+IFrame::Factory platformFactory = nullptr;
+IFrame::Factory fallbackFactory = nullptr;
+
+// Without a surface, it knows nothing and refuses everything.
+class InertFrame : public IFrame
+{
+public:
+    using IFrame::IFrame;
+
+    bool getGlobalPosition(CPoint&) const override { return false; }
+    bool setSize(const CRect&) override { return false; }
+    bool getSize(CRect&) const override { return false; }
+    bool getCurrentMousePosition(CPoint&) const override { return false; }
+    bool getCurrentMouseButtons(long&) const override { return false; }
+    bool setMouseCursor(CCursorType) override { return false; }
+    bool invalidRect(const CRect&) override { return false; }
+    IOSTextEdit* createPlatformTextEdit(CFrame*, ITextEditCallback*, CView*) override { return nullptr; }
+    IOptionMenu* createOptionMenu(CFrame*) override { return nullptr; }
+    void* getSystemWindow() const override { return nullptr; }
+    IFileSelector* createFileSelector(CFrame*) override { return nullptr; }
+};
+}
 
 void IFrame::setPlatformFactory(Factory factory)
 {
@@ -23,7 +45,7 @@ IFrame* IFrame::createPlatformFrame(CFrame* frame, const CRect& size, void* pare
         if (factory != nullptr)
             if (IFrame* made = factory(frame, size, parent))
                 return made;
-    return nullptr;
+    return new InertFrame(frame);
 }
 
 long IFrame::getTicks()

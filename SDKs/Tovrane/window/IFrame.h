@@ -1,10 +1,10 @@
-// What a frame asks of a window system: a surface that shows the frame's picture, cursors, a text field,
-// menus and file panels. One implementation a window system, in platform/. The surface never paints on its
-// own: the frame draws when it is idled, and the surface then shows the whole picture by one blit.
+// What a frame needs from a window system: a surface that shows the frame's picture, cursors, a text field,
+// menus and file panels. platform/ has one implementation for each window system. The surface does not draw
+// by itself: the frame draws when it is idled, and then asks the surface to show the picture.
 //
-// Events go the other way, through WindowEvents. All of it is [window thread]. Points and rectangles are in
-// plug-in coordinates, which CFrame::convertPluginToWorld turns into the window's pixels; sizes alone are in
-// pixels, as they stand.
+// A window system passes its events to the frame directly. [window thread] Points and rectangles are in
+// plug-in coordinates, which CFrame::convertPluginToWorld converts to pixels of the window; only the sizes of
+// setSize and getSize are in pixels already.
 #pragma once
 
 #include "Tovrane/base/CBaseObject.h"
@@ -26,49 +26,51 @@ class IFrame : public CBaseObject
 public:
     explicit IFrame(CFrame* owner) : frame(owner) {}
 
-    // The top left on the screen; false if it is not known.
+    // The position of the top left on the screen; false if it is not known.
     virtual bool getGlobalPosition(CPoint& position) const = 0;
-    // Resizes the surface to width and height of the rectangle. False if that is refused.
+    // Changes the surface's size to width and height of the rectangle. False if the window system refuses.
     virtual bool setSize(const CRect& size) = 0;
     virtual bool getSize(CRect& size) const = 0;
     // False if it is not known.
     virtual bool getCurrentMousePosition(CPoint& position) const = 0;
-    // A mouse word; false if it is not known.
+    // The buttons and modifiers that are held, as a mouse word; false if they are not known.
     virtual bool getCurrentMouseButtons(long& buttons) const = 0;
     virtual bool setMouseCursor(CCursorType type) = 0;
-    // Shows the frame's picture there, soon.
+    // Shows this part of the frame's picture soon.
     virtual bool invalidRect(const CRect& rect) = 0;
-    // The caller deletes it. Null if there can be none.
+    // The caller deletes it. Null if there is none.
     virtual IOSTextEdit* createPlatformTextEdit(CFrame* forFrame, ITextEditCallback* callback,
                                                 CView* view) = 0;
-    // Both with one reference, the caller's.
+    // One reference, the caller's. Null if there is none.
     virtual IOptionMenu* createOptionMenu(CFrame* forFrame) = 0;
-    // The target of CDrawContext::blit and IOSBitmap::drawToContext.
+    // The target of CDrawContext::blit and IOSBitmap::drawToContext: an IBlitTarget*, or null.
     virtual void* getSystemWindow() const = 0;
+    // One reference, the caller's. Null if there is none.
     virtual IFileSelector* createFileSelector(CFrame* forFrame) = 0;
 
     // The frame's views are about to go: what the mouse holds is released while they are still there.
     virtual void releaseMouse() {}
-    // The frame is going: no event may reach it from here on. The surface may outlive it for a while, as long
-    // as the window system holds on to it.
+    // The frame is about to be destroyed: it must not get any more events. The surface may outlive it, as
+    // long as the window system holds a reference.
     virtual void clearFrame() { frame = nullptr; }
 
-    // The window system's frame, or the fallback's where that one refuses. parent is the host's window, null
-    // for none. The caller's reference; never null once a fallback is registered.
+    // Makes a frame of the window system, or of the fallback if the window system has none for this parent.
+    // parent is the host's window, or null. One reference, the caller's; never null: without factories the
+    // frame has no surface and refuses everything.
     static IFrame* createPlatformFrame(CFrame* frame, const CRect& size, void* parent);
 
-    // What makes frames for a window system; it answers null when it cannot, or when the parent is none of
-    // its own. Null takes it out. One a process: the last one set.
+    // Makes frames for a window system, with one reference. Returns null if it cannot, or if parent is not a
+    // window of its kind. There is one such factory in the process, the last one set; null removes it.
     using Factory = IFrame* (*)(CFrame* frame, const CRect& size, void* parent);
     static void setPlatformFactory(Factory factory);
-    // What makes a frame that never refuses, with or without a parent: the headless platform registers itself
-    // here. It has to be there before the first CFrame is made.
+    // Makes the frames for which the platform factory returns null, with or without a parent. The headless
+    // platform registers itself here, before the first CFrame is made.
     static void setFallbackFactory(Factory factory);
 
-    // Milliseconds, in steps of a 60 Hz counter.
+    // Milliseconds, in steps of 1/60 s.
     static long getTicks();
 
 protected:
-    CFrame* frame; // null once it has gone
+    CFrame* frame; // null after clearFrame
 };
 }

@@ -1,6 +1,7 @@
 #include "Tovrane/draw/CBitmap.h"
 #include "Tovrane/draw/IOSBitmap.h"
 #include "Tovrane/views/tree/RecordingView.h"
+#include "Tovrane/window/IFrame.h"
 
 #include <cmath>
 #include <limits>
@@ -227,4 +228,20 @@ TEST_F(CFramePainting, HostileSizesNeitherCrashNorTakeMemory)
         frame->idle();
         frame->removeAll();
     }
+}
+
+TEST(CFrame, WorksWithoutAnyWindowSystem)
+{
+    IFrame::setFallbackFactory(nullptr);
+    const auto frame = Kept<CFrame>::adopt(new CFrame({0, 0, 20, 10}, nullptr, nullptr));
+    useHeadlessFrames();
+    frame->setBackgroundColor(kBlueCColor);
+    frame->idle();
+    EXPECT_EQ(frame->getFrameBitmap()->getPixelPtr()[9 * 20 * 4], 255);
+    CRect size;
+    EXPECT_FALSE(frame->setSize(30, 30) || frame->getSize(size) || frame->setCursor(kCursorHand));
+    EXPECT_EQ(frame->createOptionMenu(), nullptr);
+    EXPECT_EQ(frame->createOSTextEdit(nullptr, nullptr), nullptr);
+    EXPECT_EQ(frame->createFileSelector(), nullptr);
+    frame->close();
 }

@@ -1,5 +1,6 @@
 #include "tools/gallery/LiveViews.h"
 
+#include "Tovrane/views/controls/CMenuItem.h"
 #include "Tovrane/views/tree/CFrame.h"
 #include "Tovrane/window/IOptionMenu.h"
 #include "tools/gallery/Sketch.h"

@@ -1,10 +1,8 @@
-// What a pop-up menu shows. The option menu control implements it; window systems read it. All of it
-// belongs to the window thread.
+// The content of a pop-up menu. The option menu control implements it; window systems read it. [window
+// thread]
 #pragma once
 
 #include "Tovrane/base/CPoint.h"
-
-#include <string>
 
 namespace Tovra
 {
@@ -15,29 +13,23 @@ class IMenu
 {
 public:
     virtual long getNbEntries() const = 0;
-    // Null out of range. The item stays the menu's.
+    // Null out of range. The menu owns the item.
     virtual CMenuItem* getEntry(long index) const = 0;
-    // Digits of the number ahead of each title: 1 to 3, anything else for none.
+    // The number of digits of the numbers before the titles: 1 to 3, or any other value for no numbers.
     virtual long getPrefixNumbers() const = 0;
-    // Where the top left of the menu goes, in frame coordinates. Of submenus it is not asked.
+    // The position of the menu's top left, in frame coordinates. Not used for submenus.
     virtual CPoint getMenuPosition() const = 0;
-    // The object whose count keeps this menu alive.
+    // The object whose reference count keeps this menu alive.
     virtual CBaseObject* countedObject() = 0;
 
 protected:
     ~IMenu() = default;
 };
 
-// Without a choice the menu is null and the index -1.
+// If nothing was chosen the menu is null and the index -1.
 struct MenuChoice
 {
-    IMenu* menu = nullptr; // the menu, or the submenu, that holds the entry
+    IMenu* menu = nullptr; // the menu or submenu that contains the entry
     long index = -1;
 };
-
-// The title of an entry with its prefix number, counted from 1. Empty out of range.
-std::string shownTitle(const IMenu& menu, long index);
-
-// Whether a click on the entry chooses it: enabled, and neither separator, title nor submenu.
-bool isChoosable(const IMenu& menu, long index);
 }

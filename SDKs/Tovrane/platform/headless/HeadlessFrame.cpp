@@ -2,6 +2,7 @@
 
 #include "Tovrane/base/Kept.h"
 #include "Tovrane/platform/headless/HeadlessTextEdit.h"
+#include "Tovrane/views/controls/CMenuItem.h"
 #include "Tovrane/views/tree/CFrame.h"
 #include "Tovrane/window/IOptionMenu.h"
 

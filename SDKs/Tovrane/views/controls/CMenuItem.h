@@ -1,4 +1,4 @@
-// One entry of a menu: a title, a submenu, a separator, or something to choose. [window thread]
+// One entry of a menu: a heading, a submenu, a separator, or something to choose. [window thread]
 #pragma once
 
 #include "Tovrane/base/CBaseObject.h"
@@ -25,17 +25,17 @@ public:
     };
 
     explicit CMenuItem(const char* title, long flags = kNoFlags);
-    // Shares submenu and icon.
+    // The copy shares submenu and icon.
     CMenuItem(const CMenuItem& other);
     ~CMenuItem() override;
 
-    // UTF-8; null is empty.
+    // UTF-8; null counts as empty.
     void setTitle(const char* text) { title = text != nullptr ? text : ""; }
     const std::string& getTitle() const { return title; }
-    // Kept alive by its object's count. A menu must not hold itself, at any depth.
+    // The entry keeps the submenu alive. A menu must not contain itself, at any depth.
     void setSubmenu(IMenu* menu);
     IMenu* getSubmenu() const { return submenu; }
-    // The key that chooses the entry, shown at its side, with KeyModifier bits; null for none.
+    // The key that chooses the entry, with KeyModifier bits; it is shown at the right. Null for none.
     void setKey(const char* text, long modifiers = 0);
     const std::string& getKey() const { return key; }
     long getKeyModifiers() const { return keyModifiers; }
@@ -46,7 +46,7 @@ public:
     bool isEnabled() const { return (flags & kDisabled) == 0; }
     void setChecked(bool flag) { setFlag(kChecked, flag); }
     bool isChecked() const { return (flags & kChecked) != 0; }
-    // A heading, which can't be chosen.
+    // A heading, which cannot be chosen.
     void setIsTitle(bool flag) { setFlag(kTitle, flag); }
     bool isTitle() const { return (flags & kTitle) != 0; }
     void setIsSeparator(bool flag) { setFlag(kSeparator, flag); }
@@ -59,8 +59,14 @@ private:
     std::string key;
     long keyModifiers = 0;
     long flags;
-    IMenu* submenu = nullptr; // alive through submenuObject
+    IMenu* submenu = nullptr; // kept alive by submenuObject
     Kept<CBaseObject> submenuObject;
     Kept<CBitmap> icon;
 };
+
+// The title of a menu's entry after its number, which counts from 1. Empty out of range.
+std::string shownTitle(const IMenu& menu, long index);
+
+// Whether a click on the entry chooses it: it is enabled, and no separator, heading or submenu.
+bool isChoosable(const IMenu& menu, long index);
 }

@@ -1,4 +1,4 @@
-// A place, or a distance, in the toolkit's coordinates: x to the right, y downwards, in pixels.
+// A position, or a distance, in the toolkit's coordinates: x to the right, y downwards, in pixels.
 #pragma once
 
 namespace Tovra

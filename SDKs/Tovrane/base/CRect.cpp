@@ -39,7 +39,7 @@ bool CRect::pointInside(const CPoint& point) const
 
 bool CRect::isEmpty() const
 {
-    return !(left < right && top < bottom); // true, too, where a coordinate is no number
+    return !(left < right && top < bottom); // also for a NaN
 }
 
 CRect& CRect::bound(const CRect& other)

@@ -1,14 +1,14 @@
-// A rectangle, kept by its corners in pixels: width and height are computed.
+// A rectangle, stored by its edges in pixels: width and height are computed.
 //
-// pointInside is half-open, so that neighbours share no point. What a view answers to a mouse is another
-// question (CView::hitTest), which includes all four edges.
+// pointInside leaves out the right and bottom edges, so that neighbours share no point. Views include all
+// four edges when they are asked about the mouse (CView::hitTest).
 #pragma once
 
 #include "Tovrane/base/CPoint.h"
 
 namespace Tovra
 {
-// [any thread]  A plain value. One with a coordinate that is no number is empty and holds no point.
+// [any thread]  A plain value. A rectangle with a NaN coordinate is empty and contains no point.
 struct CRect
 {
     double left = 0.0;
@@ -29,23 +29,22 @@ struct CRect
     CPoint getSize() const { return {getWidth(), getHeight()}; }
     CPoint center() const { return {left + getWidth() * 0.5, top + getHeight() * 0.5}; }
 
-    // Right and bottom stay where they are: the size changes.
+    // Moves the left and top edges alone: the size changes.
     CRect& setTopLeft(const CPoint& point);
-    // Left and top stay where they are.
+    // Moves the right and bottom edges.
     CRect& setSize(const CPoint& size);
     CRect& offset(double dx, double dy);
     CRect& offset(const CPoint& by) { return offset(by.x, by.y); }
-    // The top left comes to lie on the point; the size is kept.
+    // Moves the top left corner to the point; the size is kept.
     CRect& moveTo(const CPoint& point);
 
     bool pointInside(const CPoint& point) const;
     bool isEmpty() const;
 
-    // Cuts off what lies outside other. Without a common part the width or the height is exactly 0, never
-    // negative.
+    // The intersection with other. If they do not meet, the width or the height is exactly 0, never negative.
     CRect& bound(const CRect& other);
-    // Moves into other, size kept, by the shift that is returned. Where both sides stick out, left and top
-    // decide.
+    // Moves the rectangle into other, without changing its size, and returns the shift. If it is larger than
+    // other, the left and top edges are aligned.
     CPoint bounce(const CRect& other);
 
     bool operator==(const CRect&) const = default;

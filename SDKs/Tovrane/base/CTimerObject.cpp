@@ -15,14 +15,14 @@ using Core::Threads::SectionGuard;
 
 struct CTimerListItem
 {
-    CTimerObject* object;   // null once it has gone
+    CTimerObject* object;   // null once it is destroyed
     std::int64_t period;    // milliseconds
     std::int64_t remaining; // ticks
     std::int64_t reload;    // ticks of a period
     bool removed;           // to be deleted at the next tick
 };
 
-// All of it under the timer lock, which the same thread may enter again from inside onTimer.
+// Guarded by the timer lock, which onTimer may enter again on the same thread.
 class TimerList
 {
 public:
@@ -30,7 +30,7 @@ public:
     void remove(const CTimerObject* object);
     void forget(const CTimerObject* object);
     void stop() { platformTimer.stop(); }
-    // The platform timer's function.
+    // The callback of the platform timer.
     void tick();
 
 private:
@@ -53,7 +53,7 @@ static void __Tovra_TimerItemListCallback()
     __gTovra_TimerItemList.tick();
 }
 
-// Behind the list, so that it goes first when the code is unloaded.
+// Defined after the list, so that it is destroyed first when the plug-in is unloaded.
 static struct _CTimterAutoRelease
 {
     ~_CTimterAutoRelease() { __gTovra_TimerItemList.stop(); }
@@ -80,7 +80,7 @@ bool TimerList::add(CTimerObject* object, std::int64_t period, bool callNow)
 
     if (callNow)
         object->onTimer(0);
-    if (find(object)) // else it has taken itself away
+    if (find(object)) // unless it has removed itself
         object->lastTick = Tovra_getTicks();
     return platformTimer.isRunning();
 }
@@ -137,7 +137,7 @@ void TimerList::tick()
 {
     if (!lock.tryEnter())
         return;
-    if (!ticking) // else an onTimer runs the event loop
+    if (!ticking) // otherwise an onTimer runs the event loop
     {
         ticking = true;
         std::erase_if(items, [](const auto& item) { return item.removed; });
@@ -149,7 +149,7 @@ void TimerList::tick()
     lock.leave();
 }
 
-// Items that are added meanwhile stand behind count, and none is deleted but all at once.
+// Items that are added meanwhile come after the first count ones. Single items are only marked as removed.
 void TimerList::callDueItems()
 {
     const std::int64_t now = Tovra_getTicks();

@@ -1,7 +1,7 @@
-// Timers of the toolkit: one process-wide list that ticks on one timer of the current run loop.
+// The toolkit's timers: one list for the whole process, driven by one timer of the current run loop.
 //
-// The tick is that of the shortest period ever asked for, and never gets slower again while anything is
-// registered; other periods are counted in whole ticks. Times go in steps of 1/60 s.
+// That timer has the shortest period asked for so far, and keeps it until nothing is registered any more; the
+// other periods are counted in its ticks. Times advance in steps of 1/60 s.
 #pragma once
 
 #include <cstdint>
@@ -14,26 +14,26 @@ public:
     CTimerObject() = default;
     CTimerObject(const CTimerObject&) {} // a copy is not registered
     CTimerObject& operator=(const CTimerObject&) { return *this; }
-    // Takes itself off the list.
+    // Unregisters the object.
     virtual ~CTimerObject();
 
-    // [window thread]  Its period is over; so many milliseconds since the last time. May register and remove
-    // itself and others, and destroy itself.
-    virtual void onTimer(int elapsedMilliseconds) = 0;
+    // [window thread]  The period has passed. May register and remove this object and others, and may destroy
+    // this object.
+    virtual void onTimer(int millisecondsSinceLastCall) = 0;
 
 private:
     friend class TimerList;
     std::int64_t lastTick = 0; // milliseconds
 };
 
-// [window thread]  Calls the object about every periodMs milliseconds (at least 1), and with callNow once
-// with 0 at once. Registering it again changes its period. False while there is no run loop to tick on: the
-// object is called once there is one.
+// [window thread]  Calls the object about every periodMs milliseconds (at least 1), and with callNow also
+// immediately, with 0. Registering it again changes its period. False while there is no run loop: the calls
+// begin when there is one.
 bool RegisterTimerObject(CTimerObject* object, long periodMs, bool callNow);
 
-// [window thread]  From here on the object is not called. Always true.
+// [window thread]  The object is not called any more. Always true.
 bool RemoveTimerObject(CTimerObject* object);
 
-// [any thread]  Milliseconds in steps of 1/60 s, from some moment in the past.
+// [any thread]  Milliseconds since some moment in the past, in steps of 1/60 s.
 std::int64_t Tovra_getTicks();
 }

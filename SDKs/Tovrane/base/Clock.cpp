@@ -22,17 +22,17 @@ public:
     }
 };
 
-Clock* inCharge = nullptr; // null: the machine's own
+Clock* testClock = nullptr; // null for the machine's clock
 }
 
 Clock& Clock::current()
 {
     static SystemClock machine;
-    return inCharge ? *inCharge : machine;
+    return testClock ? *testClock : machine;
 }
 
 void Clock::setCurrent(Clock* clock)
 {
-    inCharge = clock;
+    testClock = clock;
 }
 }

@@ -1,7 +1,6 @@
-// Where time comes from and how it is waited for: the machine's own clock, or that of a test, in which
-// waiting takes no time.
+// Tells the time and waits: the machine's clock, or a test's clock, for which waiting takes no time.
 //
-// The clock in charge is process-wide. Whoever wants a time asks current() each time. [window thread]
+// There is one current clock in the process, which is looked up for each use. [window thread]
 #pragma once
 
 #include <cstdint>
@@ -15,14 +14,14 @@ class Clock
 public:
     virtual ~Clock() = default;
 
-    // Microseconds since some moment in the past; never runs backwards.
+    // Microseconds since some moment in the past; never decreases.
     virtual std::int64_t microseconds() = 0;
-    // Until something happens on one of the descriptors or milliseconds are over, as poll(2) has it: -1 waits
-    // for ever, the result is the number of descriptors with something to tell. May return early.
+    // Waits as poll(2) does, until a descriptor is ready or the milliseconds have passed (-1: for ever), and
+    // returns the number of ready descriptors. May return early.
     virtual int wait(pollfd* descriptors, unsigned long count, int milliseconds) = 0;
 
     static Clock& current();
-    // Null puts the machine's own back in charge. The clock stays the caller's.
+    // Null restores the machine's clock. The caller keeps ownership.
     static void setCurrent(Clock* clock);
 };
 }

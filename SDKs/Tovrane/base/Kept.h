@@ -1,6 +1,6 @@
-// A reference to a shared object, remembered from here on and forgotten at the end.
+// A smart pointer to a shared object: remembers it when constructed and forgets it when destroyed.
 //
-// Dispatch holds one to every view that it calls: the call may take the view out of the tree.
+// Whoever calls into a view holds one meanwhile, since the call may remove the view from the tree.
 #pragma once
 
 namespace Tovra
@@ -18,7 +18,7 @@ public:
     Kept(const Kept& other) : Kept(other.held) {}
     ~Kept() { reset(); }
 
-    // Takes over the reference that the caller has, as of a new object.
+    // Takes over the caller's reference, such as that of a new object.
     static Kept adopt(T* object)
     {
         Kept kept;
@@ -32,7 +32,7 @@ public:
         return *this;
     }
 
-    // The new object is remembered before the old one is forgotten, which may destroy a good deal.
+    // Remembers the new object before it forgets the old one, whose destructor may do anything.
     void reset(T* object = nullptr)
     {
         if (object != nullptr)

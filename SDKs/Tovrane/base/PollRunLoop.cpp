@@ -9,7 +9,7 @@ namespace Tovra
 {
 namespace
 {
-constexpr std::int64_t microsecondsOfOne = 1000; // millisecond
+constexpr std::int64_t microsecondsPerMillisecond = 1000;
 
 template <typename T>
 void drop(std::vector<std::shared_ptr<T>>& from, unsigned long id)
@@ -18,7 +18,7 @@ void drop(std::vector<std::shared_ptr<T>>& from, unsigned long id)
         std::find_if(from.begin(), from.end(), [id](const auto& entry) { return entry->id == id; });
     if (found == from.end())
         return;
-    (*found)->id = 0; // for those who are walking a copy
+    (*found)->id = 0; // for loops over a copy of the list
     from.erase(found);
 }
 }
@@ -30,7 +30,7 @@ PollRunLoop::~PollRunLoop()
 
 RunLoop::TimerId PollRunLoop::startTimer(int milliseconds, Callback callback)
 {
-    const std::int64_t period = std::max(milliseconds, 1) * microsecondsOfOne;
+    const std::int64_t period = std::max(milliseconds, 1) * microsecondsPerMillisecond;
     const std::int64_t due = Clock::current().microseconds() + period;
     timers.push_back(std::make_shared<Timer>(Timer{++lastId, period, due, std::move(callback)}));
     return lastId;
@@ -63,13 +63,13 @@ void PollRunLoop::run()
 
 void PollRunLoop::runFor(int milliseconds)
 {
-    const std::int64_t end = Clock::current().microseconds() + milliseconds * microsecondsOfOne;
+    const std::int64_t end = Clock::current().microseconds() + milliseconds * microsecondsPerMillisecond;
     while (!stopped)
     {
         const std::int64_t left = end - Clock::current().microseconds();
         if (left <= 0)
             break;
-        runOnce(int((left + microsecondsOfOne - 1) / microsecondsOfOne));
+        runOnce(int((left + microsecondsPerMillisecond - 1) / microsecondsPerMillisecond));
     }
     stopped = false;
 }
@@ -88,7 +88,7 @@ bool PollRunLoop::runOnce(int milliseconds)
     return callDueTimers() || called;
 }
 
-// In milliseconds, at most so many; -1 is without end, in both.
+// In milliseconds, at most atMost. -1 means for ever, in the argument and in the answer.
 int PollRunLoop::untilNextTimer(int atMost) const
 {
     if (timers.empty())
@@ -96,11 +96,11 @@ int PollRunLoop::untilNextTimer(int atMost) const
     const auto next = std::min_element(timers.begin(), timers.end(),
                                        [](const auto& a, const auto& b) { return a->due < b->due; });
     const std::int64_t left = std::max<std::int64_t>((*next)->due - Clock::current().microseconds(), 0);
-    const int milliseconds = int((left + microsecondsOfOne - 1) / microsecondsOfOne);
+    const int milliseconds = int((left + microsecondsPerMillisecond - 1) / microsecondsPerMillisecond);
     return atMost < 0 ? milliseconds : std::min(milliseconds, atMost);
 }
 
-// Those whose descriptors have something to tell.
+// Returns the watches whose descriptors are ready.
 PollRunLoop::Watches PollRunLoop::wait(int milliseconds)
 {
     const Watches waiting = watches;
@@ -113,7 +113,7 @@ PollRunLoop::Watches PollRunLoop::wait(int milliseconds)
         return ready;
     for (size_t i = 0; i < waiting.size(); ++i)
     {
-        if (descriptors[i].revents & POLLNVAL) // closed under our feet: it would never be quiet again
+        if (descriptors[i].revents & POLLNVAL) // closed meanwhile: poll would return at once for ever
             drop(watches, waiting[i]->id);
         else if (descriptors[i].revents != 0)
             ready.push_back(waiting[i]);

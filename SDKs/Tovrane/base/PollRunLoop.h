@@ -1,7 +1,7 @@
-// A run loop of one's own, over poll(2): for tools, tests and windows without a host.
+// A run loop over poll(2), for tools, tests and windows without a host.
 //
-// It reads the time from Clock::current() and lets that clock wait, so that a test with a clock of its own
-// takes no time. A period that was missed is not made up for: one call, then the next full period.
+// It uses Clock::current() to tell the time and to wait, so that a test with a clock of its own takes no
+// time. Missed timer periods are not made up for: there is one call, and the next one a full period later.
 #pragma once
 
 #include "Tovrane/base/RunLoop.h"
@@ -12,7 +12,7 @@
 
 namespace Tovra
 {
-// [window thread]  Not current before it has been entered.
+// [window thread]  It has to be entered to become the current loop.
 class PollRunLoop : public RunLoop
 {
 public:
@@ -21,30 +21,32 @@ public:
 
     TimerId startTimer(int milliseconds, Callback callback) override;
     void stopTimer(TimerId timer) override;
-    // One whose descriptor turns out to be closed is given up.
+    // A watch is dropped when its descriptor turns out to be closed.
     WatchId watch(int descriptor, Callback callback) override;
     void unwatch(WatchId watched) override;
 
-    // Until stop(). Returns, too, when there is neither a timer nor a watch left to wait for.
+    // Runs until stop() is called, or until no timer and no watch is left.
     void run();
-    // Until so much time has passed, or stop().
+    // Runs for the time given, or until stop() is called.
     void runFor(int milliseconds);
-    // One wait, of at most so many milliseconds, and the calls that are due after it. False if none was.
+    // Waits once, at most for the time given, and makes the calls that are then due. False if there were
+    // none.
     bool runOnce(int milliseconds);
-    // Ends the run that is under way after the present callback, or, before one, the next run at once.
+    // Ends the present run after the callback that is being called, or, outside of a run, ends the next one
+    // immediately.
     void stop() { stopped = true; }
 
 private:
     struct Timer
     {
-        TimerId id; // 0: stopped
+        TimerId id; // 0 once stopped
         std::int64_t period;
         std::int64_t due; // both in microseconds
         Callback callback;
     };
     struct Watch
     {
-        WatchId id; // 0: given up
+        WatchId id; // 0 once dropped
         int descriptor;
         Callback callback;
     };

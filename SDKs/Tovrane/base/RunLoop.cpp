@@ -8,7 +8,7 @@ namespace Tovra
 {
 namespace
 {
-// Who is there: the last loop is the current one.
+// All loops that are entered, the last one being the current one, and all users of loops.
 struct Registry
 {
     std::vector<RunLoop*> loops;
@@ -16,7 +16,8 @@ struct Registry
     std::vector<DescriptorWatch*> watches;
 };
 
-// Every loop and every timer sees to it that it is made before them, so it goes after them, static ones too.
+// Constructed before every loop and timer, static ones too, since their constructors call this; so it is
+// destroyed after them.
 Registry& registry()
 {
     static Registry all;
@@ -37,7 +38,7 @@ RunLoop::RunLoop()
 
 RunLoop::~RunLoop()
 {
-    for (RepeatingTimer* timer : registry().timers) // those that still run here went with the loop
+    for (RepeatingTimer* timer : registry().timers) // those that still run here end with the loop
         if (timer->loop == this)
             timer->timer = 0;
     for (DescriptorWatch* watch : registry().watches)

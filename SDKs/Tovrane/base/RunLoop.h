@@ -1,11 +1,10 @@
-// The seam of time: repeating timers and watched file descriptors on the window thread's event loop.
+// The interface to the window thread's event loop: repeating timers and watched file descriptors.
 //
-// Who runs the loop depends on where the plug-in lives: the host's own loop, the host's idle call, or a
-// PollRunLoop in tools and tests. Whoever has a loop enters it; the last one that was entered and is still
-// there is the current one. There may be none.
+// The loop is the host's own, or driven by the host's idle call, or a PollRunLoop in tools and tests. Its
+// owner enters it; the current loop is the last one entered that has not been left. There may be none.
 //
-// Users take a RepeatingTimer or a DescriptorWatch, which move along when the current loop changes. All of
-// this belongs to the window thread.
+// Use RepeatingTimer and DescriptorWatch, which move to the new loop when the current loop changes.
+// [window thread]
 #pragma once
 
 #include <functional>
@@ -16,35 +15,37 @@ class RunLoop
 {
 public:
     using Callback = std::function<void()>;
-    // Of a timer or a watch, never given twice by one loop. 0 is none.
+    // Identify a timer or a watch; a loop never gives the same one twice. 0 means none.
     using TimerId = unsigned long;
     using WatchId = unsigned long;
 
     RunLoop();
     RunLoop(const RunLoop&) = delete;
     RunLoop& operator=(const RunLoop&) = delete;
-    // Leaves, if need be. A loop that needs itself whole to stop its timers leaves in its own destructor.
+    // Leaves the loop if it is still entered. The derived object is destroyed by then, so stopTimer and
+    // unwatch are not called for what is left on it; a loop that wants these calls leaves in its own
+    // destructor.
     virtual ~RunLoop();
 
-    // Calls back every so many milliseconds (at least 1), first after one period. 0 if there can be no timer.
+    // Calls back with that period (at least 1), for the first time after one period. 0 on failure.
     virtual TimerId startTimer(int milliseconds, Callback callback) = 0;
-    // From here on it is not called. A callback may stop its own timer, and lives until it has returned.
+    // The callback is not called any more. It may stop its own timer, and is not destroyed before it returns.
     // Unknown ids are ignored.
     virtual void stopTimer(TimerId timer) = 0;
-    // Calls back whenever the descriptor is readable, or has failed. 0 if that cannot be.
+    // Calls back whenever the descriptor is readable or has failed. 0 on failure.
     virtual WatchId watch(int descriptor, Callback callback) = 0;
-    // As stopTimer.
+    // Like stopTimer.
     virtual void unwatch(WatchId watched) = 0;
 
-    // Null if there is none.
+    // May be null.
     static RunLoop* current();
-    // Makes loop the current one. Entering one that is in moves it to the front.
+    // Makes loop the current one, also if it was entered before.
     static void enter(RunLoop& loop);
-    // The one that was current before it takes over, if there is one.
+    // The loop entered before it becomes the current one again.
     static void leave(RunLoop& loop);
 };
 
-// A repeating timer on whichever loop is the current one.
+// A repeating timer on the current loop, whichever that is.
 class RepeatingTimer
 {
 public:
@@ -53,27 +54,27 @@ public:
     RepeatingTimer(const RepeatingTimer&) = delete;
     RepeatingTimer& operator=(const RepeatingTimer&) = delete;
 
-    // In place of what was started before, from inside a callback, too. Without a loop it begins to run once
+    // Replaces what was started before; a callback may do so, too. Without a loop, the timer starts when
     // there is one.
     void start(int milliseconds, RunLoop::Callback callback);
     void stop();
 
-    // Started, whether or not there is a loop to run on.
+    // Whether it was started, with or without a loop.
     bool isStarted() const { return period != 0; }
-    // On a loop: it will be called.
+    // Whether it is on a loop, so that it will be called.
     bool isRunning() const { return timer != 0; }
 
 private:
     friend class RunLoop;
     void moveTo(RunLoop* next);
 
-    int period = 0; // 0: stopped
+    int period = 0; // milliseconds; 0 while stopped
     RunLoop::Callback action;
     RunLoop* loop = nullptr;
     RunLoop::TimerId timer = 0; // on loop
 };
 
-// A watch on a descriptor that moves along in the same way.
+// A watched descriptor on the current loop, whichever that is.
 class DescriptorWatch
 {
 public:
@@ -82,8 +83,8 @@ public:
     DescriptorWatch(const DescriptorWatch&) = delete;
     DescriptorWatch& operator=(const DescriptorWatch&) = delete;
 
-    // In place of what was started before. Without a loop it begins to watch once there is one. The
-    // descriptor stays the caller's, and open until stop.
+    // Replaces what was started before. Without a loop, it starts to watch when there is one. The caller owns
+    // the descriptor and keeps it open until stop.
     void start(int watchedDescriptor, RunLoop::Callback callback);
     void stop();
 
@@ -91,7 +92,7 @@ private:
     friend class RunLoop;
     void moveTo(RunLoop* next);
 
-    int descriptor = -1; // -1: stopped
+    int descriptor = -1; // -1 while stopped
     RunLoop::Callback action;
     RunLoop* loop = nullptr;
     RunLoop::WatchId watched = 0; // on loop

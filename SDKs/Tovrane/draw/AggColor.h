@@ -1,4 +1,4 @@
-// The toolkit's colours for the renderer. Apart from CColor.h so that AGG stays out of the views.
+// Converts the toolkit's colours for the renderer. Apart from CColor.h, so that views do not include AGG.
 #pragma once
 
 #include "Tovrane/draw/CColor.h"
@@ -7,7 +7,7 @@
 
 namespace Tovra
 {
-// [any thread]  The same four bytes.
+// [any thread]  Copies the four bytes.
 inline agg::rgba8 aggColorFromCColor(const CColor& color)
 {
     return agg::rgba8(color.red, color.green, color.blue, color.alpha);

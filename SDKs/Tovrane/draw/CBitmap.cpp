@@ -13,7 +13,7 @@ namespace Tovra
 {
 namespace
 {
-// The context's clip without its last row and column, for as long as this lives.
+// Takes the last row and column off the context's clip during its lifetime.
 class ShrunkenClip
 {
 public:
@@ -51,8 +51,8 @@ void jumpOut(png_structp png, png_const_charp)
 
 void stayQuiet(png_structp, png_const_charp) {}
 
-// Everything to 8 bits of blue, green, red and alpha. Palettes come out as red, green, blue: the pictures in
-// use have none, and callers rely on neither.
+// Asks for 8 bits each of blue, green, red and alpha. Only pictures with a palette are decoded as red, green,
+// blue; none of the product's pictures has one.
 void requestBgra(png_structp png, png_infop info, int bitDepth, int colorType)
 {
     if (colorType == PNG_COLOR_TYPE_PALETTE)
@@ -140,8 +140,8 @@ void CBitmap::load(ITovraPNGStream& stream)
     attachImg(memory.get());
 }
 
-// libpng jumps back here on an error, so neither this function nor loadPNGFromStruct holds an object with a
-// destructor, or changes a local variable that is looked at behind the jump.
+// libpng jumps back here on an error, so neither this function nor loadPNGFromStruct has an object with a
+// destructor, or changes a local variable that is read after the jump.
 void CBitmap::decode(ITovraPNGStream& stream)
 {
     png_structp png = png_create_read_struct(PNG_LIBPNG_VER_STRING, nullptr, jumpOut, stayQuiet);

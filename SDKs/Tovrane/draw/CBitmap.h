@@ -1,10 +1,10 @@
-// A picture: a PNG decoded once into premultiplied memory, from then on blended by the renderer.
+// A picture: a PNG that is decoded once into premultiplied pixels, which the renderer blends from then on.
 //
-// Premultiplying shifts where it would have to divide, so full white comes out as 254: it is part of the look
-// of every picture. A PNG that fails on the way is shown as far as it came. Above 8192 pixels a side, or 64
-// MiB in all, a PNG is refused: nothing of it came.
+// Premultiplying shifts by 8 instead of dividing by 255, so that white becomes 254: this is part of the look
+// of every picture. A PNG with an error in it is shown as far as it could be decoded. One of more than 8192
+// pixels a side, or 64 MiB in all, is refused and gives an empty picture.
 //
-// Shared by count: who keeps one remembers it. [window thread]
+// Shared by reference count. [window thread]
 #pragma once
 
 #include "Tovrane/base/CBaseObject.h"
@@ -27,36 +27,36 @@ struct CResourceDescription;
 class CBitmap : public CBaseObject
 {
 public:
-    // From the file, or from the resources that are bound. What cannot be opened gives a picture of 0 x 0,
-    // which draws nothing.
+    // Loads the file of that name, or the resource from the block that is bound to this thread. What cannot
+    // be opened gives a picture of 0 x 0, which draws nothing.
     CBitmap(const char* name, bool fromFile);
     ~CBitmap() override;
     CBitmap(const CBitmap&) = delete;
     CBitmap& operator=(const CBitmap&) = delete;
 
-    // The part from offset on, as large as the rectangle, with its top left on the rectangle's. The last row
-    // and column of the context's clip stay free.
+    // Draws the part of the picture that begins at offset and is as large as rect, to the top left of rect.
+    // The last row and column of the context's clip are left out.
     virtual void draw(CDrawContext* context, const CRect& rect, const CPoint& offset);
-    // The same.
+    // Like draw.
     virtual void drawTransparent(CDrawContext* context, const CRect& rect, const CPoint& offset);
-    // The same with alpha from 0 to 255, on whole pixels at any origin.
+    // Like draw, with an alpha from 0 to 255, and on whole pixels whatever the offset of the context is.
     virtual void drawAlphaBlend(CDrawContext* context, const CRect& rect, const CPoint& offset,
                                 unsigned char alpha);
-    // The source part, in whole pixels, over the whole of the target.
+    // Scales the source part, truncated to whole pixels, to the target.
     virtual void drawScaled(CDrawContext* context, const CRect& source, const CRect& target);
 
-    // In place of what was here. False if it could not be opened.
+    // Replaces the picture. False if the file could not be opened.
     virtual bool loadFromPath(const void* path);
-    // Forgets the picture. Its memory stays for the next one.
+    // Empties the picture, and keeps its memory for the next one.
     virtual void dispose();
-    // The decoder's part of loadFromStream: on an error it jumps past this.
+    // Called within loadFromStream; libpng's error handler jumps out of it.
     virtual void loadPNGFromStruct(png_struct_def* png, png_info_def* info);
     virtual bool loadFromResource(const CResourceDescription& description);
     virtual bool loadFromNewResource(const char* name);
-    // False for null alone. The stream stays the caller's.
+    // False only for null. The caller keeps the stream.
     virtual bool loadFromStream(ITovraPNGStream* stream);
 
-    // The memory to draw from and into; it stays its owner's. Null: none.
+    // Sets the pixels to draw from and into. The caller keeps ownership. Null for no pixels.
     void attachImg(IOSBitmap* bitmap);
 
     // In pixels.
@@ -65,22 +65,22 @@ public:
     bool isLoaded() const { return loaded; }
     IOSBitmap* getOSBitmap() const { return memory.get(); }
     const PelmoAGG::Image& getImage() const { return image; }
-    // For drawing into the picture.
+    // Draws into this picture.
     CDrawContext* getDrawContext() const { return context; }
 
 private:
     void load(ITovraPNGStream& stream);
     void decode(ITovraPNGStream& stream);
     void premultiply();
-    // The renderer to draw with; null if there is nothing to do.
+    // The renderer of the target; null if there is nothing to draw.
     PelmoAGG* drawable(CDrawContext* target) const;
 
-    CDrawContext* context; // without a frame
+    CDrawContext* context; // draws with renderer
     bool loaded = false;
     double width = 0.0;
     double height = 0.0;
     std::unique_ptr<IOSBitmap> memory;
     PelmoAGG::Image image;
-    std::unique_ptr<PelmoAGG> renderer; // on memory
+    std::unique_ptr<PelmoAGG> renderer; // draws into memory
 };
 }

@@ -1,4 +1,4 @@
-// A colour as views know it: red, green, blue and alpha, 255 being opaque. Not premultiplied.
+// A colour as views use it: red, green, blue and alpha (255 is opaque), not premultiplied.
 #pragma once
 
 namespace Tovra
@@ -25,6 +25,6 @@ inline constexpr CColor kYellowCColor{255, 255, 0, 255};
 inline constexpr CColor kMagentaCColor{255, 0, 255, 255};
 inline constexpr CColor kCyanCColor{0, 255, 255, 255};
 
-// [any thread]  The colour as it looks on black, opaque.
+// [any thread]  The opaque colour that results on black.
 CColor convertCColorNoAlpha(const CColor& color);
 }

@@ -35,7 +35,7 @@ void CDrawContext::forget()
     CBaseObject::forget();
 }
 
-// As large as the clip, which is still empty: the least picture there is.
+// As large as the clip, which is still empty, and so of one pixel.
 void CDrawContext::createPrivateRenderer()
 {
     privateBitmap = std::make_unique<CMACBitmap>();
@@ -227,7 +227,7 @@ double CDrawContext::getStringWidth(const char* text)
     return renderer ? renderer->textWidth(text) : 0.0;
 }
 
-// Where along the rectangle a text starts, ends or has its middle, and how the renderer is told so.
+// Sets the renderer's alignment and answers the x that it refers to.
 static double alignText(PelmoAGG& renderer, const CRect& rect, CHoriTxtAlign align)
 {
     switch (align)

@@ -1,9 +1,9 @@
-// What a view draws on: coordinates of its own, a clip, colours and a font, on top of a renderer.
+// The surface that views draw on: an offset, a clip, colours and a font, on top of a renderer.
 //
-// The containers move the offset, so that each view draws in its parent's coordinates, and set the clip. A
-// frame's context draws on the frame's target; one that is made without a target has a small picture of its
-// own until it is given a better one. Without a renderer nothing happens. [window thread], but for contexts
-// of bitmaps, which one thread at a time may use.
+// Containers change the offset, so that each view draws in its parent's coordinates, and set the clip. What
+// is drawn goes to a target: a renderer and its picture. A context without a target has a tiny picture of its
+// own until setAGGRenderer. Without a renderer nothing is drawn. [window thread], except that a bitmap's
+// context may be used by any one thread at a time.
 #pragma once
 
 #include "Tovrane/base/CBaseObject.h"
@@ -33,19 +33,20 @@ enum CHoriTxtAlign
     kTextRight = 2
 };
 
-// What is drawn on. Neither the renderer nor its picture is owned.
+// Where a context draws to. Whoever makes the context keeps ownership of both objects and has them outlive
+// it.
 struct CDrawTarget
 {
     PelmoAGG* renderer = nullptr;
     IOSBitmap* bitmap = nullptr;
-    CRect size{0.0, 0.0, 1000.0, 1000.0}; // the clip that resetClipRect restores
+    CRect size{0.0, 0.0, 1000.0, 1000.0}; // the first clip, which resetClipRect restores
 };
 
 class CDrawContext : public CBaseObject
 {
 public:
     CDrawContext() : CDrawContext(CDrawTarget(), nullptr) {}
-    // systemContext is where blit shows the picture; it may be null.
+    // systemContext is the IBlitTarget* that blit shows the picture on; it may be null.
     CDrawContext(const CDrawTarget& target, void* systemContext);
     ~CDrawContext() override;
     CDrawContext(const CDrawContext&) = delete;
@@ -53,32 +54,33 @@ public:
 
     void forget() override;
 
-    // Where the frame lies, and what is added to every coordinate. A container moves both.
+    // The frame offset is the sum of the containers' positions; the offset is added to every coordinate.
+    // Containers change both.
     CPoint getFrameOffset() const { return frameOffset; }
     void setFrameOffset(const CPoint& offset) { frameOffset = offset; }
     CPoint getOffset() const { return drawOffset; }
     void setOffset(const CPoint& offset) { drawOffset = offset; }
 
-    // The clip in the coordinates that are drawn in.
+    // The clip, without the offset.
     CRect getClipRect() const;
     void setClipRect(const CRect& clip);
-    // The target's size is kept as the clip as it stands; the renderer gets it moved by the offset.
+    // Makes the target's size the clip. The offset is added for the renderer, but not for getClipRect.
     void resetClipRect();
 
-    // The pen goes to the point; lineTo draws on its way.
+    // Move the pen; lineTo draws a line on the way.
     void moveTo(const CPoint& point);
     void lineTo(const CPoint& point);
     void line(double x1, double y1, double x2, double y2);
 
-    // Shapes put the context's colours into the renderer as far as the style uses them, so a gradient that
-    // was set there is gone: gradients are filled through CDrawPath or the renderer. A style beyond the
-    // three draws with whatever colours the renderer holds.
+    // Shapes set the renderer's colours to those of the context that the style uses. This ends a gradient
+    // that was set there: to fill with a gradient, use CDrawPath or the renderer. Any other value of style
+    // draws with the colours that the renderer has.
     void drawRect(const CRect& rect, CDrawStyle style);
     void drawRoundRect(const CRect& rect, float radius, CDrawStyle style);
     void drawEllipse(const CRect& rect, CDrawStyle style);
-    // Part of the ellipse in the rectangle; degrees, clockwise from the right.
+    // A part of the ellipse in rect; in degrees, clockwise from the right.
     void drawArc(const CRect& rect, float start, float sweep, CDrawStyle style);
-    // Both radii in pixels.
+    // The radii are in pixels.
     void blurRect(CRect& rect, int radiusX, int radiusY);
 
     void setLineWidth(double width);
@@ -90,26 +92,25 @@ public:
     void setFontColor(CColor color) { fontColor = color; }
     CColor getFontColor() const { return fontColor; }
 
-    // The font is not counted and gets the style, and the size unless that is 0, which means the font's own.
-    // A font without data leaves the renderer's former font.
+    // Sets the font's style, and its size unless size is 0, which stands for the size that it has. The caller
+    // keeps ownership of the font. If it has no data, the renderer keeps its former font.
     void setFont(CFontDesc* newFont, const double& size, const long& style);
     CFontDesc* getFont() const { return font; }
     double getFontSize() const { return fontSize; }
-    // In pixels.
+    // In pixels, with the renderer's font.
     double getStringWidth(const char* text);
-    // One line, in the vertical middle of the rectangle and clipped to it without its last row. Without
-    // useFontColor the renderer's line colour stays.
+    // Draws one line of UTF-8 at the vertical centre of rect, clipped to rect without its last row. In the
+    // font colour, or, without useFontColor, in the renderer's line colour.
     void drawString(const char* text, const CRect& rect, bool useFontColor = true,
                     CHoriTxtAlign align = kTextCenter);
 
-    // Shows the picture on target (an IBlitTarget*), or on the system context for null.
+    // Shows the target's picture on target (an IBlitTarget*), or, if that is null, on the system context.
     void blit(void* target);
 
-    // A renderer that belongs to somebody else, in place of the one so far, which is deleted if it was the
-    // context's own. The clip and the font are told to it.
+    // Replaces the renderer and passes the clip and the font on to the new one. The caller keeps ownership.
     void setAGGRenderer(PelmoAGG* newRenderer);
     PelmoAGG* getAGGRenderer() const { return renderer; }
-    // Not owned; goes with setAGGRenderer.
+    // To be called along with setAGGRenderer. The caller keeps ownership.
     void setTargetBitmap(IOSBitmap* bitmap);
     IOSBitmap* getTargetBitmap() const { return targetBitmap; }
 
@@ -122,18 +123,18 @@ private:
     CPoint frameOffset;
     CPoint drawOffset;
     void* systemContext;
-    CRect wholeSize; // of the target
+    CRect wholeSize; // the size of the target
     CFontDesc* font = nullptr;
     CColor fontColor;
     CPoint pen;
     double lineWidth = 1.0;
     CColor frameColor;
     CColor fillColor;
-    CRect clip; // with the offset
+    CRect clip; // includes the offset
     PelmoAGG* renderer = nullptr;
     IOSBitmap* targetBitmap = nullptr;
     double fontSize = 0.0;
-    std::unique_ptr<IOSBitmap> privateBitmap; // null where these two are somebody else's
+    std::unique_ptr<IOSBitmap> privateBitmap; // these two are null while there is a target
     std::unique_ptr<PelmoAGG> privateRenderer;
 };
 }

@@ -1,7 +1,7 @@
-// A free polygon, drawn with the colours or the gradient that the renderer holds and an alpha of its own.
+// Draws any polygon, with the colours or the gradient that are set in the renderer.
 //
-// It is built in the renderer itself: one at a time, and nothing else may be drawn before finish.
-// [window thread]
+// The path is built in the renderer: there can be only one at a time, and nothing else may be drawn before
+// finish. [window thread]
 #pragma once
 
 #include "Tovrane/draw/CDrawContext.h"
@@ -11,16 +11,17 @@ namespace Tovra
 class CDrawPath
 {
 public:
-    // Takes the offset that the context has now; the context's renderer has to outlive the path. alpha is 0
-    // to 255. Without a renderer nothing happens.
+    // Uses the present offset of the context, whose renderer has to outlive the path. alpha is 0 to 255.
+    // Without a renderer nothing is drawn.
     explicit CDrawPath(CDrawContext* context, unsigned int alpha = 255);
 
     void moveTo(float x, float y);
     void lineTo(float x, float y);
-    // Back to where this part of the path began.
+    // Closes the polygon that began at the last moveTo.
     void closePath();
-    // Fills for kFilled, strokes for kStroked, does both for any other style. Colours and gradients that
-    // are set already keep the alpha that they were set with. The flag is not used.
+    // Fills for kFilled, strokes for kStroked, does both for any other style. alpha is the renderer's master
+    // alpha meanwhile, which does not change colours and gradients that were set before. The flag is not
+    // used.
     void finish(CDrawStyle style, bool);
 
     void setAlpha(unsigned int newAlpha) { alpha = newAlpha; }

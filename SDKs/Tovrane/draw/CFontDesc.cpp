@@ -15,8 +15,8 @@ CFontDesc gNormalFont("arial.ttf", "arialbd.ttf", 12.0, kFontCacheLCD);
 CFontDesc gNormalFont_NoLCD("arial.ttf", "arialbd.ttf", 12.0, kFontCacheGrey);
 CFontDesc* const kNormalFont = &gNormalFont;
 
-// Of the font resources; null if there is none. It stays, since renderers keep their faces by name, longer
-// than any one font may live.
+// Null if there is no such font resource. The data is kept for good, since renderers keep faces by name,
+// longer than a font lives.
 static const std::string* readFace(const char* name)
 {
     static std::mutex reading;

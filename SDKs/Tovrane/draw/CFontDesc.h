@@ -1,7 +1,8 @@
-// A font: a regular and a bold face from the font resources, a size, a style, and how its glyphs are drawn.
+// A font: a regular and a bold face from the font resources, a size, a style, and the way its glyphs are
+// drawn.
 //
-// The faces are read when they are first asked for, so that a plug-in that is only scanned unpacks no fonts;
-// fonts that name the same file share it. [window thread]
+// A face is read when it is first used, so that scanning the plug-in does not unpack the fonts. Fonts share
+// faces of the same name. [window thread]
 #pragma once
 
 #include "Tovrane/base/CBaseObject.h"
@@ -14,15 +15,15 @@ namespace Tovra
 class CFontDesc : public CBaseObject
 {
 public:
-    // The names are those of the files among the resources; they have to stay. A bold name that is null, or
-    // equal to the regular one, gives a bold face that is the regular one. Size in pixels to an em.
+    // Names of font resources; they have to outlive the font. A bold name that is null, or equal to the
+    // regular name, makes the bold face the same as the regular one. size is in pixels to an em.
     CFontDesc(const char* regularName, const char* boldName, double size, FontCacheType cacheType);
 
-    // The regular face's name with a style, the bold one's without: the reverse of getFont. Caches of
-    // glyphs go by it.
+    // The name under which the font engine caches the face: the regular one's for any style but 0, the bold
+    // one's for 0, which is the reverse of getFont.
     const char* getName() const;
-    // The TrueType file: the bold face for a style of exactly 1, else the regular one. It stays for good.
-    // False, null and 0 if there is none.
+    // The bytes of the TrueType file: of the bold face for a style of exactly 1, otherwise of the regular
+    // one. They stay valid for good. False, null and 0 if there is no such resource.
     bool getFont(const char*& data, long& length);
 
     double getSize() const { return size; }
@@ -35,7 +36,7 @@ private:
     struct Face
     {
         const char* name;
-        bool loaded = false; // asked for; there may be none
+        bool loaded = false; // looked for, whether or not it was found
         const std::string* data = nullptr;
     };
 
@@ -46,7 +47,7 @@ private:
     FontCacheType cacheType;
 };
 
-// The editor's font in thirds of a pixel, and in grey; both of size 12.
+// The editor's font, with sub-pixels and in grey; both of size 12.
 extern CFontDesc gNormalFont;
 extern CFontDesc gNormalFont_NoLCD;
 extern CFontDesc* const kNormalFont; // gNormalFont

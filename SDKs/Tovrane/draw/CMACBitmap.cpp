@@ -10,7 +10,7 @@
 namespace Tovra
 {
 constexpr std::align_val_t pixelAlignment{16};
-constexpr std::uint32_t slack = 24; // behind the last row
+constexpr std::uint32_t slack = 24; // bytes after the last row
 
 CMACBitmap::~CMACBitmap()
 {

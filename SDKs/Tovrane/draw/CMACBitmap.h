@@ -1,7 +1,6 @@
-// The memory picture: the one IOSBitmap there is, on every system.
+// A picture in memory: the only implementation of IOSBitmap, on every system.
 //
-// Its pixels begin on a multiple of 16 bytes, and the picture ends where they end: there is no padding
-// between rows.
+// The first pixel is aligned to 16 bytes, and there is no padding between rows.
 #pragma once
 
 #include "Tovrane/draw/IOSBitmap.h"

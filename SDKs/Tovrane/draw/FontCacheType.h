@@ -1,12 +1,12 @@
-// How the glyphs of a font are kept and drawn.
+// How the glyphs of a font are cached and drawn.
 #pragma once
 
 namespace Tovra
 {
 enum FontCacheType
 {
-    kFontCacheGrey = 1,   // coverage in steps of 1/256
-    kFontCacheLCD = 2,    // the same for each third of a pixel
+    kFontCacheGrey = 1,   // one coverage for each pixel
+    kFontCacheLCD = 2,    // one coverage for each sub-pixel, a third of a pixel
     kFontCacheOutline = 3 // curves
 };
 }

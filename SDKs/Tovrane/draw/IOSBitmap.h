@@ -1,7 +1,6 @@
-// A picture in memory that the window system can show: 32 bits a pixel, blue, green, red, alpha.
+// A picture in memory that the window system can show, of 32 bits a pixel: blue, green, red, alpha.
 //
-// The frame's backing picture and every bitmap are drawn into one of these; CMACBitmap is the one there is.
-// One thread at a time.
+// A frame's picture and every bitmap are of this kind. CMACBitmap implements it. One thread at a time.
 #pragma once
 
 #include "Tovrane/base/CRect.h"
@@ -18,24 +17,24 @@ public:
     IOSBitmap& operator=(const IOSBitmap&) = delete;
 
     virtual ~IOSBitmap() = default;
-    // Null while there are no pixels. Row y begins getRowBytes() x y bytes behind it.
+    // Null while there are no pixels. Row y begins y x getRowBytes() bytes after it.
     virtual unsigned char* getPixelPtr() = 0;
-    // Drops the pixels and makes new ones, all zero; a width or height of 0 becomes 1. False, and no pixels
-    // with a size of 0 x 0, if there is no memory or more than 64 MiB would be needed.
+    // Replaces the pixels by new ones, all zero; a width or height of 0 counts as 1. False, and an empty
+    // picture of 0 x 0, if there is not enough memory, or if it would take more than 64 MiB.
     virtual bool setSize(unsigned int w, unsigned int h) = 0;
     virtual void destroy() = 0;
-    // [window thread]  Shows the whole picture in target, or at its own size at (0, 0) for null. context is
-    // an IBlitTarget*. Nothing happens without pixels or context. source is not used.
+    // [window thread]  Shows the whole picture in target, or, if that is null, at (0, 0) in its own size.
+    // context is an IBlitTarget*. Nothing happens without pixels or context. source is not used.
     virtual void drawToContext(void* context, const CRect* target, const CRect* source) = 0;
     virtual int getBitsPerPixel() const = 0;
 
-    // In pixels; 0 while there are none.
+    // In pixels; 0 for an empty picture.
     unsigned int getWidth() const { return width; }
     unsigned int getHeight() const { return height; }
     // In bytes.
     int getRowBytes() const { return rowBytes; }
     std::uint32_t getTotalBytes() const { return totalBytes; }
-    // The first row in memory is shown lowest.
+    // Whether the first row in memory is the lowest one.
     bool isFlipped() const { return flipped; }
     void setFlipped(bool lowestFirst) { flipped = lowestFirst; }
 

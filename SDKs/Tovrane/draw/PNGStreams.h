@@ -1,6 +1,6 @@
-// Where the bytes of a PNG picture come from: a file or a resource.
+// Read the bytes of a PNG picture, from a file or from a resource.
 //
-// A stream ends where its bytes end: the decoder that asks for more is told so and gives up there.
+// When a stream has no more bytes, the decoder stops with an error.
 #pragma once
 
 #include <cstdio>
@@ -9,12 +9,12 @@ struct png_struct_def;
 
 namespace Tovra
 {
-// A picture among a window system's own resources. This system has none.
+// Names a picture among the resources of the operating system. Here there are none.
 struct CResourceDescription
 {
 };
 
-// [window thread]  As all streams.
+// [window thread]
 class ITovraPNGStream
 {
 public:
@@ -23,10 +23,11 @@ public:
     ITovraPNGStream& operator=(const ITovraPNGStream&) = delete;
     virtual ~ITovraPNGStream() = default;
 
-    // The next count bytes. False if so many are not left.
+    // Reads the next count bytes. False if there are fewer.
     virtual bool read(unsigned char* target, unsigned long count) = 0;
 
-    // The decoder's way to the stream, which is its I/O pointer. Does not return when the bytes have ended.
+    // libpng's read function; the stream is its I/O pointer. On a failed read it jumps to libpng's error
+    // handler.
     static void readCallback(png_struct_def* png, unsigned char* target, unsigned long count);
 };
 
@@ -42,15 +43,15 @@ private:
     std::FILE* file = nullptr;
 };
 
-// From the block of resources that is bound to this thread.
+// Reads from the block of resources that is bound to this thread.
 class PNGNewResourceStream : public ITovraPNGStream
 {
 public:
     ~PNGNewResourceStream() override;
 
-    // False if there is no such resource, or an empty one.
+    // False if there is no such resource, or if it is empty.
     bool open(const char* name);
-    // A read past the end leaves the target as it is.
+    // If there are fewer bytes than count, the target is left unchanged.
     bool read(unsigned char* target, unsigned long count) override;
 
 private:
@@ -59,7 +60,7 @@ private:
     unsigned long position = 0;
 };
 
-// From a window system's own resources: never opens.
+// Reads from the resources of the operating system: cannot be opened.
 class PNGResourceStream : public ITovraPNGStream
 {
 public:

@@ -1,4 +1,4 @@
-// A finished picture as a PNG file.
+// Saves a finished picture as a PNG file.
 #pragma once
 
 #include <vector>
@@ -7,7 +7,7 @@ namespace Tovra
 {
 class IOSBitmap;
 
-// [any thread]  Red, green and blue as a window would show them, without alpha. Empty if the picture has no
-// pixels, or if there is not enough memory.
+// [any thread]  The bytes of the file, with red, green and blue as a window shows them, without alpha. Empty
+// if the picture has no pixels, or if there is not enough memory.
 std::vector<unsigned char> writePNG(IOSBitmap& picture);
 }

@@ -1,15 +1,16 @@
 // The renderer: draws shapes, gradients, pictures and text into one 32-bit picture in memory.
 //
-// A frame has one for its picture, which all its views share through a CDrawContext; a bitmap has one of its
-// own. It is a state machine: colours, line width, clip and font stay as they were set until the next call
-// or the next attach. One thread at a time, in a frame the window thread under the frame's draw lock.
+// A frame has one for its picture, which all its views use through a CDrawContext; a bitmap has one of its
+// own. It is a state machine: colours, line width, clip and font keep their values until the next call that
+// sets them, or the next attach. One thread at a time; in a frame that is the window thread, under the
+// frame's draw lock.
 //
-// The pixels are blue, green, red, alpha. Shapes and text blend colours as they are; pictures are
-// premultiplied. The master alpha counts when a colour or a gradient is set, not when something is drawn, so
-// it comes first.
+// The pixels are blue, green, red, alpha. Shapes and text blend colours that are not premultiplied; pictures
+// are premultiplied. The master alpha takes effect when a colour or a gradient is set, not when something is
+// drawn, so it has to be set before them.
 //
-// Coordinates that are no numbers draw nothing. Those far outside of the picture are pulled in to where the
-// 24.8 fixed point of the rasteriser can hold them.
+// A call with a NaN coordinate draws nothing. Coordinates far outside of the picture are clamped to what the
+// 24.8 fixed point numbers of the rasteriser can hold.
 #pragma once
 
 #include "Tovrane/draw/FontCacheType.h"
@@ -19,8 +20,8 @@
 
 namespace Tovra
 {
-// How a colour meets the pixel below it. The first 28 are the compositing operators by their usual names;
-// the last one is plain mixing by alpha.
+// How colours are blended with the picture: 28 compositing operators by their usual names, and, at last,
+// plain mixing by alpha.
 enum BlendMode
 {
     kBlendClear,
@@ -76,7 +77,7 @@ enum TextHintsType
     kAutoHints
 };
 
-// By the name of the interpolation.
+// Named after the interpolation.
 enum ImageFilter
 {
     kFilterNone,
@@ -94,8 +95,8 @@ enum ImageFilter
 class PelmoAGG
 {
 public:
-    // Somebody else's pixels: rows of width pixels, stride bytes apart. A negative stride marks a bottom-up
-    // picture, whose last row in memory is row 0.
+    // Refers to pixels that somebody else owns: rows of width pixels, stride bytes apart. A negative stride
+    // stands for a bottom-up picture, whose last row in memory is row 0.
     class Image
     {
     public:
@@ -105,10 +106,10 @@ public:
             attach(pixels, width, height, stride);
         }
 
-        // Refused, and left without pixels: null, no size, more than maxSide a side, or rows that overlap.
+        // Leaves the image empty if pixels is null, a side is 0 or above maxSide, or the rows would overlap.
         void attach(unsigned char* pixels, unsigned int width, unsigned int height, int stride);
 
-        // The start of memory, as attached; null without a picture.
+        // The address that was attached; null for an empty image.
         unsigned char* getPixels() const { return memory; }
         unsigned int getWidth() const { return columns; }
         unsigned int getHeight() const { return rows; }
@@ -124,7 +125,7 @@ public:
         int rowStride = 0;
     };
 
-    // The longest side of a picture.
+    // The maximum width and height of a picture.
     static constexpr unsigned int maxSide = 8192;
 
     PelmoAGG();
@@ -132,42 +133,43 @@ public:
     PelmoAGG(const PelmoAGG&) = delete;
     PelmoAGG& operator=(const PelmoAGG&) = delete;
 
-    // The picture to draw into, which stays its owner's; null or a size of 0 means none, and nothing is
-    // drawn. Clip: the whole picture; line width 1; lines black, filling white; text on its base line from
-    // the left; bilinear pictures; plain blending, master alpha 1. The font stays.
+    // Sets the picture to draw into, which the caller owns. Without one (null, or a size of 0) nothing is
+    // drawn. Resets all else but the font: the clip is the whole picture, lines are black and 1 wide, shapes
+    // are filled white, text begins at its top left, pictures are scaled bilinearly, blending is plain with a
+    // master alpha of 1.
     void attach(unsigned char* pixels, unsigned int width, unsigned int height, int stride);
     void attach(Image& image);
 
-    // Nothing is drawn outside of it, but by clearAll and blurRect. Pixels from x1 to x2, both included, are
-    // open to pictures and text; shapes end at x2 itself. A box without an inner part, outside of the
-    // picture, or with a coordinate that is no number closes everything.
+    // Limits drawing, except for clearAll and blurRect. Pictures and text reach the pixels from x1 to x2,
+    // both included; shapes end at the coordinate x2. With an empty box, one outside of the picture, or one
+    // with a NaN, nothing is drawn.
     void clipBox(double x1, double y1, double x2, double y2);
-    // As it was set.
+    // Reads back what was set.
     void clipBox(double& x1, double& y1, double& x2, double& y2) const;
-    // Every pixel, without blending. The master alpha counts.
+    // Sets every pixel, without blending. The master alpha takes effect.
     void clearAll(unsigned int r, unsigned int g, unsigned int b, unsigned int a);
-    // To the centre of the pixel that holds the point: lines of one pixel stay crisp.
+    // Moves the point to the centre of its pixel, for crisp lines of one pixel.
     void alignPoint(double& x, double& y) const;
 
-    // 0 to 1. Colours and gradients that are set already stay as they are.
+    // 0 to 1. Does not change colours and gradients that are already set.
     void masterAlpha(double alpha);
     double masterAlpha() const;
     void blendMode(BlendMode mode);
     BlendMode blendMode() const;
-    // Kept for callers; kBlendDst, the default, is the only one in use, and leaves pictures as they are.
+    // Kept for callers; kBlendDst, the default and the only value in use, does not change pictures.
     void imageBlendMode(BlendMode mode);
     BlendMode imageBlendMode() const;
-    // What lies around a picture that is transformed.
+    // The colour around a transformed picture.
     void imageBlendColor(const agg::rgba8& color);
     void imageBlendColor(unsigned int r, unsigned int g, unsigned int b, unsigned int a = 255);
     agg::rgba8 imageBlendColor() const;
-    // Whether pictures that are made smaller take all of their pixels into account.
+    // Whether pictures are resampled from all of their pixels when they are made smaller.
     void imageResample(bool always);
     bool imageResample() const;
     void imageFilter(ImageFilter filter);
     ImageFilter imageFilter() const;
 
-    // From here on one colour, without a gradient; its alpha is multiplied by the master alpha.
+    // Sets a solid colour, in place of a gradient. Its alpha is multiplied by the master alpha.
     void fillColor(const agg::rgba8& color);
     void fillColor(unsigned int r, unsigned int g, unsigned int b, unsigned int a = 255);
     void noFill();
@@ -176,7 +178,7 @@ public:
     void lineColor(unsigned int r, unsigned int g, unsigned int b, unsigned int a = 255);
     void noLine();
     agg::rgba8 lineColor() const;
-    // All colours as they are, to be put back as they were whatever the master alpha is.
+    // The present colours, which can be restored unchanged whatever the master alpha is.
     struct Colors
     {
         agg::rgba8 fill;
@@ -185,63 +187,67 @@ public:
     };
     Colors colors() const;
     void colors(const Colors& saved);
-    // In pixels; 0 and below draw no lines.
+    // In pixels. Lines of 0 or less are not drawn.
     void lineWidth(double width);
     double lineWidth() const;
 
-    // Fills with c1 up to the first point, and from there towards c2 at the second. A profile of 1 spreads
-    // the change over the whole distance, a smaller one over the middle of it. Beyond the change stays its
-    // last step, which is short of c2, the more so the fewer steps there are: a profile of 0 has one, and
-    // that is c1.
+    // Fills with c1 up to the first point, and then with a transition towards c2 at the second. With a
+    // profile of 1 the transition takes the whole distance, with a smaller one only the middle of it. After
+    // it, its last step goes on, which does not quite reach c2, the less so the fewer steps there are: a
+    // profile of 0 has one step, and that is c1.
     void fillLinearGradient(double x1, double y1, double x2, double y2, agg::rgba8 c1, agg::rgba8 c2,
                             double profile);
-    // c2 half-way. The master alpha counts twice for c1, not at all for c2, and once for c3: looks that are
-    // in use depend on it.
+    // With c2 half-way. The master alpha is applied twice to c1, not at all to c2, and once to c3; the
+    // product's look depends on this.
     void fillLinearGradient(double x1, double y1, double x2, double y2, agg::rgba8 c1, agg::rgba8 c2,
                             agg::rgba8 c3);
-    // The 256 colours from the first point to the second, of the gradient that was set last.
+    // The 256 colours from the first to the second point of the gradient that was set last.
     const agg::rgba8* fillGradientTable() const;
 
-    // Shapes are filled and then stroked, a line is stroked. Angles are in radians, clockwise from the right.
+    // Shapes are filled and then stroked; a line is only stroked. Angles are in radians, clockwise from the
+    // right.
     void line(double x1, double y1, double x2, double y2);
     void rectangle(double x1, double y1, double x2, double y2);
     void roundedRect(double x1, double y1, double x2, double y2, double radius);
     void ellipse(double cx, double cy, double rx, double ry);
     void arc(double cx, double cy, double rx, double ry, double start, double sweep);
 
-    // The free path. A point that is no number is left out.
+    // A path of any shape. Points with a NaN are ignored.
     void resetPath();
     void moveTo(double x, double y);
     void lineTo(double x, double y);
     void closePolygon();
     void drawPath(DrawPathFlag flag);
 
-    // A TrueType file in memory, which has to outlive the renderer, under a name that stands for it; height
-    // is in pixels, angle in radians. A file that is no font leaves text undrawn.
+    // Sets the font: a TrueType file in memory, which has to outlive the renderer, and a name that identifies
+    // it; height is in pixels to an em, angle in radians. If the file is no font, the former font stays.
     void font(const char* name, const char* data, long length, double height, FontCacheType type,
               double angle);
     void textAlignment(TextAlignment x, TextAlignment y);
-    // None at first: letters keep their own widths at every size, so texts are evenly spaced.
+    // Without hints, the default, letters keep their proportions at every size, so that text is evenly
+    // spaced.
     void textHints(TextHintsType hints);
     TextHintsType textHints() const;
-    // In pixels; 0 without a font. Texts are UTF-8; a byte that is none stands for itself.
+    // In pixels; 0 without a font. Texts are UTF-8; an invalid byte stands for the character of its number.
     double textWidth(const char* string);
-    // In the line colour, at the point by the alignment. With roundOff the start is cut to whole pixels;
-    // ddx and ddy are added after that.
+    // Draws in the line colour, aligned to the point. With roundOff the start is truncated to whole pixels;
+    // ddx and ddy are added afterwards.
     void text(double x, double y, const char* string, bool roundOff, double ddx, double ddy);
 
-    // A premultiplied picture, or the part of it from (imgX1, imgY1) to (imgX2, imgY2), both included, to the
-    // point. All coordinates are cut to whole pixels. alpha is 0 to 255. Image and picture may overlap.
+    // Blends a premultiplied picture, or its part from (imgX1, imgY1) to (imgX2, imgY2), both included, with
+    // its top left at (dstX, dstY). All coordinates are truncated to whole pixels. alpha is 0 to 255. Both
+    // pictures may share memory.
     void blendImage(const Image& image, double imgX1, double imgY1, double imgX2, double imgY2, double dstX,
                     double dstY, unsigned int alpha);
     void blendImage(const Image& image, double dstX, double dstY, unsigned int alpha);
-    // Scales a part of a premultiplied picture, by the image filter.
+    // Scales a part of a premultiplied picture, with the image filter.
     void transformImage(const Image& image, int imgX1, int imgY1, int imgX2, int imgY2, double dstX1,
                         double dstY1, double dstX2, double dstY2);
-    // In place, whatever the clip is. Radii are in pixels, rounded, at most 254; 0 leaves an axis alone.
+    // Blurs in place and ignores the clip. Radii are in pixels, rounded, at most 254; with 0 an axis is not
+    // blurred.
     void blurRect(double x1, double y1, double x2, double y2, double radiusX, double radiusY);
 
-    struct Pipelines; // for the renderer's own files
+    struct Pipelines; // in PelmoAGGPipelines.h, for the implementation
 
 private:
     friend class PelmoText;

@@ -9,7 +9,7 @@
 
 namespace Tovra
 {
-constexpr double curveScale = 2.0; // segments of curves stay within a quarter of a pixel
+constexpr double curveScale = 2.0; // keeps the segments of curves within a quarter of a pixel
 
 PelmoAGG::Pipelines::Pipelines() : text(std::make_unique<PelmoText>())
 {
@@ -71,7 +71,8 @@ void PelmoAGGRenderer::render(PelmoAGG::Pipelines& agg, const agg::rgba8& color)
 
 using Interpolator = agg::span_interpolator_linear<>;
 
-// The colours of a linear gradient. A span across its direction, as all are of an upright gradient, has one.
+// Generates the colours of a linear gradient. A span at a right angle to it, as all spans of a vertical
+// gradient are, has one colour.
 class GradientSpans : public agg::span_gradient<agg::rgba8, Interpolator, agg::gradient_x, ColorTable>
 {
 public:
@@ -86,7 +87,7 @@ public:
     }
 
 private:
-    // Between equal ends the interpolator has no steps.
+    // If both ends are equal the interpolator makes no steps between them.
     bool isOfOneColor(int x, int y, unsigned length)
     {
         const auto along = [this, y](double at)
@@ -110,7 +111,7 @@ void PelmoAGGRenderer::renderWithFillType(PelmoAGG::Pipelines& agg)
         agg::render_scanlines_aa(agg.rasterizer, agg.scanline, agg.comp.base, agg.spans, gradient);
 }
 
-// A picture as the image filters read it.
+// Gives the image filters access to an image.
 struct PelmoImageAdaptor
 {
     using Pixels = PrePixels;

@@ -1,4 +1,4 @@
-// The inside of PelmoAGG: the pipelines from a path to pixels, and the state that chooses among them.
+// The implementation of PelmoAGG: the pipelines from a path to pixels, and the state that selects one.
 #pragma once
 
 #include "Tovrane/draw/PelmoAGG.h"
@@ -30,7 +30,7 @@ using PrePixels = agg::pixfmt_alpha_blend_rgba<agg::blender_rgba_pre<agg::rgba8,
 using CompPixels = agg::pixfmt_custom_blend_rgba<CompOpAdaptor<false>, Rows>;
 using CompPrePixels = agg::pixfmt_custom_blend_rgba<CompOpAdaptor<true>, Rows>;
 
-// Pixels of one blending and their clip.
+// A pixel format and the renderer that clips for it.
 template <class Pixels>
 struct PixelPath
 {
@@ -46,7 +46,8 @@ struct PixelPath
 
 using ColorTable = agg::pod_auto_array<agg::rgba8, 256>;
 
-// Farther out no coordinate reaches the rasteriser: there, differences of two still fit its 24.8 fixed point.
+// Coordinates are clamped to this range, so that the difference of two fits the rasteriser's 24.8 fixed
+// point.
 constexpr double farthest = 1 << 21;
 constexpr double widestLine = 1 << 16;
 
@@ -55,7 +56,7 @@ inline double pulledIn(double coordinate)
     return std::clamp(coordinate, -farthest, farthest);
 }
 
-// Cut to a whole number, of any double but those that are no numbers.
+// Truncates any double but a NaN.
 inline int wholePixels(double coordinate)
 {
     return int(pulledIn(coordinate));
@@ -72,7 +73,7 @@ struct PelmoAGG::Pipelines
     Pipelines();
     ~Pipelines();
 
-    // Nothing can be drawn: no picture, or the clip is closed.
+    // Whether nothing can be drawn, without a picture or with an empty clip.
     bool closed() const { return clipClosed; }
     agg::rgba8 scaledByMaster(agg::rgba8 color) const;
     void resetState();
@@ -96,7 +97,7 @@ struct PelmoAGG::Pipelines
     agg::conv_stroke<decltype(curves), agg::null_markers> stroke{curves};
 
     agg::rect_d clip;
-    agg::rect_i clipPixels; // both edges included
+    agg::rect_i clipPixels; // all four edges are inside
     bool clipClosed = true;
 
     double masterAlpha = 1.0;
@@ -112,20 +113,20 @@ struct PelmoAGG::Pipelines
     double lineWidth = 1.0;
     bool fillIsGradient = false;
     ColorTable fillTable;
-    agg::trans_affine fillMatrix; // from the picture to the gradient
+    agg::trans_affine fillMatrix; // from picture to gradient coordinates
     double fillDistance = 0.0;
 
     std::unique_ptr<PelmoText> text;
 };
 
-// From the rasteriser to the picture.
+// The last step, from the rasteriser to the picture.
 struct PelmoAGGRenderer
 {
-    // What the rasteriser holds, in one colour, by the blend mode.
+    // Draws what the rasteriser holds in one colour, with the blend mode.
     static void render(PelmoAGG::Pipelines& agg, const agg::rgba8& color);
-    // The same in the fill's gradient.
+    // Draws it with the fill's gradient.
     static void renderWithFillType(PelmoAGG::Pipelines& agg);
-    // The same with pixels of a picture, from its own coordinates by toSource.
+    // Draws it with the pixels of an image; toSource converts from picture to image coordinates.
     static void renderImage(PelmoAGG::Pipelines& agg, const PelmoAGG::Image& image,
                             agg::trans_affine toSource);
 };

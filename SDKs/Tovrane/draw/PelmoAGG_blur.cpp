@@ -6,10 +6,10 @@ namespace Tovra
 {
 namespace
 {
-constexpr int widestBlur = 254; // what the tables hold
+constexpr int widestBlur = 254; // the last radius in AGG's tables
 constexpr int channels = 4;
 
-// Sums of the four channels.
+// One sum for each channel.
 struct Sums
 {
     unsigned of[channels] = {};
@@ -39,9 +39,9 @@ struct Sums
     }
 };
 
-// The pixels within a radius weigh by a triangle. Its sum moves on by one pixel with two more sums: what
-// grows in weight comes in, what shrinks goes out. The pixels themselves wait in a ring, since the line is
-// overwritten behind them.
+// A stack blur: the weights of the pixels within the radius form a triangle. To move the weighted sum on by
+// one pixel, the sum of the pixels whose weight shrinks is subtracted, and the sum of those whose weight
+// grows is added. A ring buffer keeps the original pixels, since the line is overwritten in place.
 class StackBlur
 {
 public:
@@ -53,7 +53,7 @@ public:
     {
     }
 
-    // In place, over pixels that lie step bytes apart; at least one.
+    // Blurs pixels in place that lie step bytes apart; there is at least one.
     void line(unsigned char* first, int pixels, std::ptrdiff_t step)
     {
         const unsigned char* const last = first + (pixels - 1) * step;

@@ -2,14 +2,14 @@
 
 namespace Tovra
 {
-// Between two colours in steps of 1/256: an arithmetic shift, so a falling channel is rounded away from c1.
+// Mixes two colours in steps of 1/256. The shift rounds down, so a decreasing channel is rounded towards c2.
 static agg::rgba8 mixed(const agg::rgba8& c1, const agg::rgba8& c2, int k)
 {
     const auto channel = [k](int from, int to) { return unsigned(from + (((to - from) * k) >> 8)); };
     return {channel(c1.r, c2.r), channel(c1.g, c2.g), channel(c1.b, c2.b), channel(c1.a, c2.a)};
 }
 
-// Gradients of that size are hard edges or flat; the spans' 24.8 fixed point ends a little farther out.
+// Gradients of that size look flat or like hard edges; beyond it the spans' 24.8 fixed point would overflow.
 constexpr double farthestGradient = 100000.0;
 constexpr double steepestProfile = 1000.0;
 

@@ -17,7 +17,7 @@ constexpr int alphaByte = PixelOrder::A;
 constexpr std::uint64_t alphasOfTwo = 0xFF000000FF000000;
 static_assert(std::endian::native == std::endian::little);
 
-// How an image meets the picture: all of it, faded, or by a compositing operator.
+// The ways to blend one pixel: with full alpha, with less, or with a compositing operator.
 struct Opaquely
 {
     void operator()(Byte* to, const Byte* from) const
@@ -62,7 +62,7 @@ void blendRow(Byte* to, const Byte* from, int pixels, const Blend& blend)
         blend(to, from);
 }
 
-// Two pixels at once where both are opaque, which is most of an editor, or both are nothing.
+// Takes two pixels at once where both are opaque, as most of an editor is, or both fully transparent.
 void blendRow(Byte* to, const Byte* from, int pixels, const Opaquely& blend)
 {
     for (; pixels > 1; pixels -= 2, to += 2 * pixelBytes, from += 2 * pixelBytes)
@@ -85,7 +85,7 @@ void blendRowFromItsEnd(Byte* to, const Byte* from, int pixels, const Blend& ble
         blend(to + pixels * pixelBytes, from + pixels * pixelBytes);
 }
 
-// Which pixels of an image come to lie where.
+// Which pixels of an image are drawn where.
 struct Placement
 {
     int fromX, fromY;
@@ -131,8 +131,8 @@ struct MemoryRange
     const Byte* end;
 };
 
-// Within one picture no pixel may be written before it has been read: towards higher memory, the walk begins
-// at the highest.
+// If both pictures share memory, no pixel may be written before it has been read: when it moves to a higher
+// address, the last pixel is the first to be drawn.
 template <class Blend>
 void blendPlaced(const Image& picture, const Image& image, const Placement& at, const Blend& blend)
 {
@@ -210,7 +210,7 @@ void PelmoAGG::imageFilter(ImageFilter filter)
     }
 }
 
-// Beyond these a picture cannot be scaled within the spans' 24.8 fixed point.
+// Limits within which the spans' 24.8 fixed point can scale a picture.
 constexpr double smallestTarget = 1.0 / 16;
 constexpr int farthestSource = 1 << 15;
 

@@ -6,7 +6,7 @@
 
 namespace Tovra
 {
-constexpr double arcScale = 2.0; // segments of round corners, as those of curves
+constexpr double arcScale = 2.0; // as for curves
 
 void PelmoAGG::resetPath()
 {

@@ -1,5 +1,5 @@
-// The 28 compositing operators, numbered as BlendMode is. The library has lost three of them, which stand
-// here in the same form: premultiplied values from 0 to 1.
+// The 28 compositing operators in the order of BlendMode. AGG has dropped three of them (contrast and the two
+// inversions), which are defined here in its way: with premultiplied values from 0 to 1.
 #pragma once
 
 #include <agg_pixfmt_rgba.h>
@@ -9,7 +9,8 @@ namespace Tovra
 {
 using PixelOrder = agg::order_bgra;
 
-// Spreads the picture's values away from its middle by twice as much as the colour exceeds its own.
+// Spreads the picture's values away from half its alpha, by twice the amount that the colour exceeds half of
+// its own alpha.
 struct CompOpContrast : agg::blender_base<agg::rgba8, PixelOrder>
 {
     static void blend_pix(agg::int8u* p, agg::int8u r, agg::int8u g, agg::int8u b, agg::int8u a,
@@ -27,7 +28,7 @@ struct CompOpContrast : agg::blender_base<agg::rgba8, PixelOrder>
     }
 };
 
-// Dca' = (Da - Dca) x Sa + Dca x (1 - Sa), Da' = Sa + Da - Sa x Da; perColor puts Sca for the first Sa.
+// Dca' = (Da - Dca) x Sa + Dca x (1 - Sa), Da' = Sa + Da - Sa x Da; with perColor the first Sa is Sca.
 template <bool perColor>
 struct CompOpInvert : agg::blender_base<agg::rgba8, PixelOrder>
 {
@@ -70,7 +71,7 @@ inline constexpr std::array<CompOp, 28> compOps = {
     compOp<agg::comp_op_rgba_exclusion>,  &CompOpContrast::blend_pix,
     &CompOpInvert<false>::blend_pix,      &CompOpInvert<true>::blend_pix};
 
-// What agg::comp_op_adaptor_rgba and its premultiplied sister are, over this table. op is below 28.
+// Like agg::comp_op_adaptor_rgba and agg::comp_op_adaptor_rgba_pre, but with this table. op is below 28.
 template <bool premultiplied>
 struct CompOpAdaptor
 {

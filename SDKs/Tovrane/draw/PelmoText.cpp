@@ -43,7 +43,7 @@ agg::glyph_ft2_lcd_type glyphType(FontCacheType type)
     }
 }
 
-// What the alignment takes off a text that extends so far.
+// How far the alignment shifts a text of that extent.
 double alignedShift(TextAlignment alignment, double extent)
 {
     switch (alignment)
@@ -73,12 +73,12 @@ void PelmoText::font(const char* name, const char* data, long length, double hei
     if (!name || !areNumbers(height) || !std::isfinite(textAngle))
         return;
     angle = textAngle;
-    if (asked.name != name)
-        asked.name = name;
-    asked.data = data;
-    asked.length = length;
-    asked.height = std::clamp(height, 0.0, tallestFont);
-    asked.type = type;
+    if (wanted.name != name)
+        wanted.name = name;
+    wanted.data = data;
+    wanted.length = length;
+    wanted.height = std::clamp(height, 0.0, tallestFont);
+    wanted.type = type;
 }
 
 void PelmoText::alignment(TextAlignment x, TextAlignment y)
@@ -89,26 +89,26 @@ void PelmoText::alignment(TextAlignment x, TextAlignment y)
 
 void PelmoText::hints(TextHintsType hints)
 {
-    asked.hints = hints;
+    wanted.hints = hints;
 }
 
-// What is asked for, or else the former font, size and all.
+// Opens the font that is wanted, or keeps the former one, with its size. False if there is none.
 bool PelmoText::openFont()
 {
-    if (asked == opened || asked.name.empty())
+    if (wanted == opened || wanted.name.empty())
         return hasSize;
     if (!fonts)
         fonts = std::make_unique<Fonts>();
     agg::font_engine_ft2_lcd& engine = fonts->engine;
-    if (!engine.load_font(asked.name.c_str(), 0, glyphType(asked.type), asked.data, asked.length))
+    if (!engine.load_font(wanted.name.c_str(), 0, glyphType(wanted.type), wanted.data, wanted.length))
     {
-        asked = opened;
+        wanted = opened;
         return hasSize;
     }
     engine.flip_y(true);
-    engine.hinting(agg::glyph_ft2_hining(asked.hints));
-    hasSize = engine.height(asked.height);
-    opened = asked;
+    engine.hinting(agg::glyph_ft2_hining(wanted.hints));
+    hasSize = engine.height(wanted.height);
+    opened = wanted;
     return hasSize;
 }
 
@@ -170,7 +170,7 @@ static void renderMonoGlyph(Base& base, Adaptor& glyph, Scanline& scanline, cons
     agg::render_scanlines_bin_solid(glyph, scanline, base, color);
 }
 
-// A blank has no scanlines, and bounds that no place can be added to.
+// A blank has no scanlines, and its bounds (left above right) would overflow when a position is added.
 static bool isBlank(const agg::glyph_cache& glyph)
 {
     struct

@@ -1,8 +1,7 @@
-// The text half of the renderer: the font that is asked for, its glyph caches, and the way from a glyph to
-// pixels.
+// The part of the renderer that draws text: the font, the glyph caches, and the way from a glyph to pixels.
 //
-// The font engine is made, and a face opened, when text is first measured or drawn: a bitmap's renderer never
-// needs one. Once a text's glyphs are in the cache, drawing it allocates nothing.
+// The font engine is created, and a face opened, when text is first measured or drawn, since most renderers
+// (those of bitmaps) never do. Drawing a text allocates nothing once its glyphs are in the cache.
 #pragma once
 
 #include "Tovrane/draw/PelmoAGGPipelines.h"
@@ -27,11 +26,10 @@ public:
               double angle);
     void alignment(TextAlignment x, TextAlignment y);
     void hints(TextHintsType hints);
-    TextHintsType hints() const { return asked.hints; }
+    TextHintsType hints() const { return wanted.hints; }
 
     double width(const char* string);
-    // At the start of the base line, as the alignment shifts it. renderer is the one that pipelines belong
-    // to.
+    // See PelmoAGG::text. renderer is the one that this belongs to.
     void draw(PelmoAGG& renderer, double x, double y, const char* string, bool roundOff, double ddx,
               double ddy);
 
@@ -54,14 +52,14 @@ private:
     void drawOutline(PelmoAGG& renderer);
 
     std::unique_ptr<Fonts> fonts;
-    Face asked;
-    Face opened; // without a name: none
+    Face wanted;
+    Face opened; // without a name if none is
     bool hasSize = false;
     double angle = 0.0;
 
     TextAlignment alignX = kAlignLeftOrBottom;
     TextAlignment alignY = kAlignRightOrTop;
-    double startX = 0.0; // of the text that is being drawn
+    double startX = 0.0; // of the text being drawn
     double startY = 0.0;
 };
 }

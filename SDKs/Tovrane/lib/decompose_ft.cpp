@@ -12,10 +12,10 @@ namespace agg
 {
 namespace
 {
-constexpr FT_Pos farthestPoint = 1 << 26;                       // 64ths of a pixel: stays an int when tripled
+constexpr FT_Pos farthestPoint = 1 << 26; // in 64ths of a pixel; three times that is an int
 constexpr std::uint64_t largestGlyph = std::uint64_t(16) << 20; // (thirds of) pixels
 
-// Where the points of an outline go: into the engine's path, transformed.
+// Receives the points of an outline, transforms them and appends them to the engine's path.
 struct OutlineSink
 {
     path_storage_integer<int, 6>& path;
@@ -66,7 +66,7 @@ int curve4To(const FT_Vector* control1, const FT_Vector* control2, const FT_Vect
     return 0;
 }
 
-// The pixels of a row that are set, as runs.
+// Adds the runs of set pixels of one row.
 void addRuns(const unsigned char* bits, unsigned width, int left, scanline_bin& scanline)
 {
     const auto isSet = [bits](unsigned x) { return (bits[x >> 3] & 0x80 >> (x & 7)) != 0; };

@@ -13,7 +13,7 @@ namespace agg
 {
 namespace
 {
-constexpr double primaryWeight = 0.4; // of the sub-pixel filter
+constexpr double primaryWeight = 0.4; // these three of the sub-pixel filter
 constexpr double secondaryWeight = 0.2;
 constexpr double tertiaryWeight = 0.1;
 constexpr double largestHeight = 1000.0; // pixels to an em
@@ -167,7 +167,7 @@ void font_engine_ft2_lcd::update_char_size()
 
 void font_engine_ft2_lcd::update_signature()
 {
-    constexpr int resolution = 0; // sizes are in pixels
+    constexpr int resolution = 0; // none, since sizes are in pixels
     const unsigned charMap = m_cur_face && m_cur_face->charmap ? unsigned(m_cur_face->charmap->encoding) : 0;
     char text[200];
     m_signature = m_name;
@@ -248,7 +248,7 @@ void font_engine_ft2_lcd::take_scanlines(const Storage& storage, glyph_data_type
 {
     m_data_size = storage.byte_size();
     m_data_type = type;
-    const bool empty = storage.min_x() > storage.max_x(); // a blank
+    const bool empty = storage.min_x() > storage.max_x(); // such as a blank
     m_bounds = empty ? rect_i(0, 0, 0, 0)
                      : rect_i(storage.min_x(), storage.min_y(), storage.max_x() + 1, storage.max_y() + 1);
 }
@@ -278,7 +278,7 @@ bool font_engine_ft2_lcd::add_kerning(unsigned int first, unsigned int second, d
 {
     if (!m_cur_face || !first || !second || !FT_HAS_KERNING(m_cur_face))
         return false;
-    // Unhinted glyphs have fractions of a pixel in their advances, too.
+    // The advances of unhinted glyphs have fractions of a pixel, too.
     const FT_UInt mode = m_hinting == glyph_ft2_hint_none ? FT_KERNING_UNFITTED : FT_KERNING_DEFAULT;
     FT_Vector delta;
     if (FT_Get_Kerning(m_cur_face, first, second, mode, &delta) != 0)

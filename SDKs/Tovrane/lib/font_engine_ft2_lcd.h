@@ -1,11 +1,11 @@
-// Glyphs of TrueType faces for agg::font_cache_pool: mono, grey, in thirds of a pixel, or as outlines.
+// Makes glyphs of TrueType faces for agg::font_cache_manager: mono, grey, with sub-pixels, or as outlines.
 //
-// FreeType reads and hints, AGG rasterises: text comes out the same on every machine. A glyph is asked for in
-// three steps: prepare_glyph, then its size, bounds and advances, then write_glyph_to. font_signature() is
-// the key of the cache that it belongs in: whatever changes the shape of glyphs changes the key.
+// FreeType reads and hints, AGG rasterises, so that text looks the same on every machine. A glyph takes three
+// steps: prepare_glyph; then its size, bounds and advances are read; then write_glyph_to. font_signature() is
+// the key of the glyph's cache: whatever changes the shape of glyphs changes the key.
 //
-// Faces are kept by name: one that is loaded again under a known name is the one that is known, whatever
-// memory comes with it.
+// Faces are kept by name: a name that was loaded before stands for the same face again, and the memory that
+// is passed with it is ignored.
 #pragma once
 
 #include "Tovrane/lib/scanline_storage_lcd.h"
@@ -29,7 +29,7 @@ enum glyph_ft2_lcd_type
 {
     glyph_ft2_mono = 0,
     glyph_ft2_gray8 = 1,
-    glyph_ft2_lcd = 2, // bounds in thirds of a pixel across
+    glyph_ft2_lcd = 2, // x in thirds of a pixel
     glyph_ft2_outline = 3
 };
 
@@ -40,47 +40,47 @@ enum glyph_ft2_hining
     glyph_ft2_hint_auto = 2
 };
 
-// [window thread]  One thread at a time; each engine has a FreeType of its own.
+// [window thread]  One thread at a time. Each engine has a FreeType library of its own.
 class font_engine_ft2_lcd
 {
 public:
-    // What agg::font_cache_manager reads the serialised glyphs with.
+    // The types with which agg::font_cache_manager reads the serialised glyphs.
     typedef serialized_scanlines_adaptor_aa<int8u> gray8_adaptor_type;
     typedef serialized_scanlines_adaptor_bin mono_adaptor_type;
     typedef serialized_integer_path_adaptor<int, 6> path_adaptor_type;
 
-    // Keeps so many faces, and gives up the one loaded first for one more.
+    // Keeps at most max_faces faces; one more replaces the one that was loaded first.
     explicit font_engine_ft2_lcd(unsigned int max_faces = 32);
     ~font_engine_ft2_lcd();
     font_engine_ft2_lcd(const font_engine_ft2_lcd&) = delete;
     font_engine_ft2_lcd& operator=(const font_engine_ft2_lcd&) = delete;
 
-    // The face that is asked from here on, from memory, which has to stay as long as the engine, or from the
-    // file of that name for null. False if it is no font; the former face stays.
+    // Makes a face the current one: from memory, which has to outlive the engine, or, if that is null, from
+    // the file called name. False if that is not a font; the former face stays current.
     bool load_font(const char* name, unsigned int face_index, glyph_ft2_lcd_type type, const char* memory,
                    long length);
 
-    // Pixels to an em, to a 64th; across the same as upright, or what width says (0: the same). False for
-    // what is no size, or above 1000.
+    // Pixels to an em, in steps of 1/64. A width of 0 stands for the height. False, and no change, for a NaN,
+    // a negative value, a height of 0, or more than 1000.
     bool height(double h);
     bool width(double w);
     void hinting(glyph_ft2_hining mode);
-    // With true, glyphs have their top at the lower y, as pictures do.
+    // true: y grows downwards, as in pictures.
     void flip_y(bool flip);
 
     double height() const { return m_height / 64.0; }
     double width() const { return m_width / 64.0; }
     glyph_ft2_hining hinting() const { return m_hinting; }
     bool flip_y() const { return m_flip_y; }
-    // Pixels from the base line up, in proportion to the face's line of that height; 0 without a face.
+    // The ascender in pixels, if a line of the face (not its em) were height() tall; 0 without a face.
     double ascender() const;
 
-    // Changes with the signature.
+    // Changes whenever the signature may have changed.
     int change_stamp() const { return m_change_stamp; }
     const char* font_signature() const { return m_signature.c_str(); }
 
-    // The glyph of a character; the face's own stand-in if it has none. False without a face, for a damaged
-    // glyph and for one that would need more than 16 Mi (thirds of) pixels.
+    // Makes the glyph of a character, or the face's glyph for missing characters. False without a face, for a
+    // damaged glyph, and for one of more than 16 Mi pixels, or sub-pixels.
     bool prepare_glyph(unsigned int code);
     unsigned glyph_index() const { return m_glyph_index; }
     unsigned data_size() const { return m_data_size; }
@@ -88,10 +88,10 @@ public:
     const rect_i& bounds() const { return m_bounds; }
     double advance_x() const { return m_advance_x; }
     double advance_y() const { return m_advance_y; }
-    // data_size() bytes.
+    // Writes data_size() bytes.
     void write_glyph_to(unsigned char* data) const;
 
-    // Adds, in pixels, what brings these two glyph indexes together. False, and nothing, if there is none.
+    // Adds the kerning between two glyph indexes, in pixels. False, and no change, if there is none.
     bool add_kerning(unsigned int first, unsigned int second, double* x, double* y);
 
 private:
@@ -124,7 +124,7 @@ private:
     int m_width = 0;
     glyph_ft2_hining m_hinting = glyph_ft2_hint_none;
     bool m_flip_y = false;
-    trans_affine m_affine; // of the outline: thirds across
+    trans_affine m_affine; // of outlines: three times the width for sub-pixels
     std::string m_signature;
     int m_change_stamp = 0;
 

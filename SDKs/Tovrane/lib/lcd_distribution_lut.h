@@ -1,18 +1,19 @@
-// The sub-pixel filter: how much of one third of a pixel reaches itself and its two neighbours on each side.
+// The sub-pixel filter: spreads the coverage of a sub-pixel (a third of a pixel) over itself and its two
+// neighbours on each side.
 //
-// Without it, coverage by thirds would colour every edge. The shares are cut off, not rounded, so that five
-// of them never exceed a byte; full coverage comes out as 254.
+// Without it, every edge would be coloured. The shares are truncated, not rounded, so that the sum of five
+// never exceeds a byte; full coverage becomes 254.
 #pragma once
 
 #include <agg_basics.h>
 
 namespace agg
 {
-// [any thread]  Does not change once it is made.
+// [any thread]  Constant after construction.
 class lcd_distribution_lut
 {
 public:
-    // Weights of a third itself, of its neighbours, and of theirs; they are brought to a sum of 1.
+    // The weights of a sub-pixel itself, of its neighbours, and of theirs; they are scaled to a sum of 1.
     lcd_distribution_lut(double prim, double second, double tert)
     {
         const double norm = 1.0 / (prim + second * 2.0 + tert * 2.0);

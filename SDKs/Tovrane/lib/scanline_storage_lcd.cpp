@@ -30,7 +30,7 @@ void scanline_storage_lcd::spread(unsigned at, unsigned cover)
     middle[2] = int8u(middle[2] + m_filter.tertiary(cover));
 }
 
-// What has coverage, as spans.
+// Stores what has coverage, as spans.
 void scanline_storage_lcd::end_row(int y)
 {
     const unsigned size = unsigned(m_row.size());

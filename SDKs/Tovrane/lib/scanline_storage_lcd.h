@@ -1,7 +1,7 @@
-// Scanlines in thirds of a pixel, filtered as they come in.
+// Stores scanlines in sub-pixels (thirds of a pixel) and filters them on the way in.
 //
-// A renderer for agg::render_scanlines, whose x are thirds. What is kept, and serialised for the font
-// cache, is of the form of agg::scanline_storage_aa8, to be read by agg::serialized_scanlines_adaptor_aa8.
+// It is a renderer for agg::render_scanlines, with x in sub-pixels. It serialises for the font cache in the
+// form of agg::scanline_storage_aa8, which agg::serialized_scanlines_adaptor_aa8 reads.
 #pragma once
 
 #include "Tovrane/lib/lcd_distribution_lut.h"
@@ -43,22 +43,22 @@ public:
     int max_x() const { return m_filtered.max_x(); }
     int max_y() const { return m_filtered.max_y(); }
 
-    // In bytes: what serialize writes.
+    // The number of bytes that serialize writes.
     unsigned byte_size() const { return m_filtered.byte_size(); }
     void serialize(int8u* data) const { m_filtered.serialize(data); }
 
 private:
-    static constexpr int reach = 2; // thirds to each side
+    static constexpr int reach = 2; // of the filter, in sub-pixels to each side
 
     void begin_row(int first_x);
-    // A negative len is a run of one cover.
+    // A negative len stands for a run of one cover.
     void add_span(int x, int len, const int8u* covers);
     void spread(unsigned at, unsigned cover);
     void end_row(int y);
 
     const lcd_distribution_lut& m_filter;
     scanline_storage_aa8 m_filtered;
-    std::vector<int8u> m_row; // from m_row_x on
+    std::vector<int8u> m_row; // covers from m_row_x on
     int m_row_x = 0;
     scanline_u8 m_scanline;
 };

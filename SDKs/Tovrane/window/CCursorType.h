@@ -1,4 +1,4 @@
-// The mouse cursors that views ask for. Every other number is the arrow.
+// The mouse cursors that views ask for. Any other number stands for the arrow.
 #pragma once
 
 namespace Tovra

@@ -1,4 +1,4 @@
-// A window system's panel for opening and saving files. IFrame::createFileSelector makes it with one
+// A window system's panel for opening and saving files. IFrame::createFileSelector makes it, with one
 // reference, for one run.
 #pragma once
 
@@ -27,7 +27,7 @@ struct FileSelectorOptions
 
     Purpose purpose = openFile;
     std::string title;
-    std::vector<FileSelectorType> types; // in the order of the panel's list; none for all files
+    std::vector<FileSelectorType> types; // in the order of the panel's list; empty for all files
     std::string startFolder;             // empty for the panel's own choice
     std::string startFile;               // a name without a folder
 };
@@ -35,8 +35,8 @@ struct FileSelectorOptions
 class IFileSelector : public CBaseObject
 {
 public:
-    // [window thread]  Shows the panel and returns when it has closed: the paths in UTF-8, none if it was
-    // cancelled, could not be shown, or the frame went away meanwhile.
+    // [window thread]  Shows the panel and returns when it has closed. The result is paths in UTF-8, or empty
+    // if the panel was cancelled, could not be shown, or if the frame was closed meanwhile.
     virtual std::vector<std::string> run(const FileSelectorOptions& options) = 0;
 };
 }

@@ -1,5 +1,5 @@
-// A live one-line text field over the frame, while a user types. IFrame::createPlatformTextEdit makes it, and
-// whoever asked for it deletes it, often from within its own callback.
+// A one-line text field over the frame, while a user edits a text. IFrame::createPlatformTextEdit makes it,
+// and the caller deletes it, often from within the field's callback.
 #pragma once
 
 #include "Tovrane/window/TovraKeyCode.h"
@@ -9,18 +9,18 @@ namespace Tovra
 class IOSTextEdit
 {
 public:
-    // What getText hands out at most, the end included; longer texts are cut between two characters.
+    // The maximum of bytes of a text, including the NUL; longer texts are cut between two characters.
     static constexpr int textSize = 256;
 
     virtual ~IOSTextEdit() = default;
 
-    // [window thread]  UTF-8; stays valid until the next call on this field.
+    // [window thread]  UTF-8, valid until the next call on this field.
     virtual const char* getText() = 0;
-    // [window thread]  Replaces the text and selects all of it. False if it could not be shown.
+    // [window thread]  Replaces the text and selects it. False if it could not be shown.
     virtual bool setText(const char* text) = 0;
-    // [window thread]  Takes place and clipping from the callback anew. False if that failed.
+    // [window thread]  Asks the callback for position and clipping again. False if that failed.
     virtual bool updateSize() = 0;
-    // [window thread]  Keys that the frame got; kKeyNotHandled if the field has no use for them.
+    // [window thread]  Keys that the frame got; kKeyNotHandled if the field does not use them.
     virtual long onKeyDown(TovraKeyCode&) { return kKeyNotHandled; }
     virtual long onKeyUp(TovraKeyCode&) { return kKeyNotHandled; }
 };

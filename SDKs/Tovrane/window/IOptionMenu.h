@@ -1,4 +1,4 @@
-// A window system's pop-up menu. IFrame::createOptionMenu makes it with one reference, for one opening.
+// A window system's pop-up menu. IFrame::createOptionMenu makes it, with one reference, to be opened once.
 #pragma once
 
 #include "Tovrane/base/CBaseObject.h"
@@ -9,8 +9,8 @@ namespace Tovra
 class IOptionMenu : public CBaseObject
 {
 public:
-    // [window thread]  Shows the menu and returns when it has closed. No choice if there is no frame, if it
-    // was cancelled, or if the frame went away meanwhile. The caller keeps the menu alive.
+    // [window thread]  Shows the menu and returns when it has closed. Nothing is chosen if the menu was
+    // cancelled, or if there is no frame or it was closed meanwhile. The caller keeps the menu alive.
     virtual MenuChoice openMenu(IMenu& menu) = 0;
 };
 }

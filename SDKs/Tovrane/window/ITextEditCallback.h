@@ -1,4 +1,4 @@
-// What a live text field asks and tells the view that opened it. Rectangles are in frame coordinates.
+// What a text field asks the view that opened it, and tells it. Rectangles are in frame coordinates.
 #pragma once
 
 #include "Tovrane/base/CRect.h"
@@ -12,20 +12,19 @@ class ITextEditCallback
 public:
     virtual ~ITextEditCallback() = default;
 
-    // [window thread]  Both are drawn opaque.
+    // [window thread]  The alpha of both is ignored.
     virtual CColor textEditGetBackColor() const = 0;
     virtual CColor textEditGetFontColor() const = 0;
-    // [window thread]  The field, whose height makes the height of its font, and the part of it that is not
-    // clipped away.
+    // [window thread]  The field, whose height determines the size of its font, and the visible part of it.
     virtual CRect textEditGetSize() const = 0;
     virtual CRect textEditGetVisibleSize() const = 0;
     // [window thread]  The user ended the edit: true with the return key, false by cancelling. The view
-    // usually destroys the field in here, so the field must not touch itself afterwards.
+    // usually deletes the field meanwhile, so the field must not use its members afterwards.
     virtual void textEditLooseFocus(bool byReturn) = 0;
-    // [window thread]  Every key ahead of the field. kKeyConsumed: the field does not get it, and may be
-    // gone; else kKeyNotHandled.
+    // [window thread]  Gets every key before the field does. After kKeyConsumed the field does not get it,
+    // and may be deleted; otherwise kKeyNotHandled.
     virtual long textEditOnKeyDown(const TovraKeyCode& code) = 0;
-    // [window thread]  From frame coordinates to those of the window.
+    // [window thread]  Converts from frame to window coordinates.
     virtual void convertPluginToWorld(CRect& rect) const = 0;
 };
 }

@@ -1,8 +1,8 @@
-// What mouse events carry and what their handlers answer.
+// The arguments of mouse events, and what their handlers return.
 //
-// A mouse word is the sum of the buttons that are held and the modifier keys. Ahead of dispatch the frame
-// turns a left click with control into kButtonRight, and one with command into kButtonMiddle, modifiers
-// dropped.
+// A mouse word is the sum of the buttons that are held and the modifier keys. Before the views get a left
+// click, the frame replaces one with control by kButtonRight, and one with command by kButtonMiddle, without
+// modifiers.
 #pragma once
 
 namespace Tovra
@@ -16,16 +16,16 @@ constexpr long kModAlt = 64;
 constexpr long kModControl = 128;
 constexpr long kButton4 = 0x100;
 constexpr long kButton5 = 0x200;
-constexpr long kDoubleClick = 0x400; // on a press alone
+constexpr long kDoubleClick = 0x400; // only for a press
 
 constexpr long kAllModifiers = kModShift | kModCommand | kModAlt | kModControl;
 
 enum MouseEventResult : long
 {
     kMouseUnimplemented = 0,
-    kMouseHandled = 1,       // of a press: moves and the release come to the same view
-    kMouseUnhandled = 2,     // the next view below is asked
-    kMouseHandledNoMoves = 3 // the press was taken; neither moves nor the release are wanted
+    kMouseHandled = 1,       // after a press: this view gets the moves and the release, too
+    kMouseUnhandled = 2,     // the next view below gets the event
+    kMouseHandledNoMoves = 3 // the press was handled; neither moves nor the release are wanted
 };
 
 enum CMouseWheelAxis : int

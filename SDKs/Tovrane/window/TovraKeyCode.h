@@ -1,4 +1,4 @@
-// One key, as views get it: a printing key by its character, any other by its number.
+// A key event for views: a printing key has a character, any other key a number.
 #pragma once
 
 #include "CORE/KeyCode.h"
@@ -48,7 +48,7 @@ enum VirtualKey : std::uint8_t
     kVirtualF1 = 40 // up to 51 for F12
 };
 
-// What key handlers answer.
+// The answers of key handlers.
 constexpr long kKeyConsumed = 1;
 constexpr long kKeyNotHandled = -1;
 }

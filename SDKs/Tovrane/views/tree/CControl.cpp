@@ -53,7 +53,7 @@ CControl::~CControl()
     CControl::stopListening();
 }
 
-// The last reference: from here on no other thread may reach the control.
+// Before the last reference is dropped: no other thread may call the control any more.
 void CControl::forget()
 {
     if (getReferenceCount() == 1)

@@ -1,11 +1,11 @@
-// A view with a value from 0 to 1 (unless set otherwise), which may be bound to a parameter of the effect.
+// A view with a value, from 0 to 1 unless set otherwise, that may be bound to a parameter of the effect.
 //
 // A bound control writes its parameter while the user moves it, tells the host where each gesture begins and
 // ends, and publishes the parameter's text as the frame's read-out. It listens until its last reference is
-// given back: stopListening has returned before any of it is destroyed, so that a parameter which is written
-// on another thread meanwhile never reaches half a control.
+// dropped: stopListening returns before the destructor begins, since another thread may write the parameter
+// meanwhile, and must not call a control that is partly destroyed.
 //
-// [window thread], but for parameterChanged and what it needs.
+// [window thread], except for parameterChanged and what it calls.
 #pragma once
 
 #include "CORE/Relaxed.h"
@@ -19,10 +19,10 @@ class CControlListener;
 class CControl : public CView, public Orbel::ParameterChangeListener
 {
 public:
-    // listener, null for none, stays the caller's and has to outlive the control.
+    // The caller owns listener, which may be null and has to outlive the control.
     CControl(const CRect& rect, CControlListener* listener = nullptr, long tag = 0,
              CBitmap* background = nullptr);
-    // Value, range and listener are copied; the copy is bound to no parameter.
+    // The copy has the value, range and listener, but is not bound to a parameter.
     CControl(const CControl& other);
     ~CControl() override;
     void forget() override;
@@ -31,56 +31,56 @@ public:
     CView* newCopy() const override = 0;
 
     virtual void doIdleStuff();
-    // None of these clamps; a NaN is refused.
+    // None of these clamps. A NaN is ignored.
     virtual void setValue(float newValue);
     virtual float getValue() const { return value; }
     virtual void setMin(float bound);
     virtual float getMin() const { return minimum; }
     virtual void setMax(float bound);
     virtual float getMax() const { return maximum; }
-    // The value that was drawn last; -1 while the control is to be drawn again.
+    // The value that was drawn last; -1 while the control has to be drawn again.
     virtual void setOldValue(float drawn) { oldValue = drawn; }
     virtual float getOldValue() const { return oldValue; }
     virtual void setDefaultValue(float newDefault);
-    // That of the attached property, or else the one that was set.
+    // The default of the attached property, or, without one, what was set.
     virtual float getDefaultValue() const;
     // Clamps the value to the range.
     virtual void bounceValue();
-    // A middle click, or a left one with command, and nothing else, sets the default in one whole edit.
-    // True if that was done.
+    // If buttons is a middle click, or a left click with command, and nothing else, this sets the default
+    // value in one complete edit and returns true.
     virtual bool checkDefaultValue(long buttons);
     virtual void setTag(long newTag) { tag = newTag; }
     virtual long getTag() const { return tag; }
 
-    // A gesture on the attached property: to the listener, the frame's focus, and the host.
+    // A gesture on the attached property: tells the listener and the host; beginEdit also takes the focus.
     virtual void beginEdit();
     virtual void endEdit();
     virtual void performEdit();
-    // On another property: without the listener.
+    // A gesture on another property: the listener is not told.
     virtual void beginEdit(Orbel::ParameterProperty* property);
     virtual void endEdit(Orbel::ParameterProperty* property);
     virtual void performEdit(Orbel::ParameterProperty* property);
 
     virtual CControlListener* getListener() const { return listener; }
     virtual void setListener(CControlListener* next) { listener = next; }
-    // Into the background bitmap.
+    // The offset into the background bitmap.
     virtual void setBackOffset(CPoint& offset) { backOffset = offset; }
     const CPoint& getBackOffset() const { return backOffset; }
-    // What a notch of the wheel adds.
+    // The change of the value by one notch of the wheel.
     virtual void setWheelInc(float increment) { wheelIncrement = increment; }
     virtual float getWheelInc() const { return wheelIncrement; }
 
-    // Properties are not owned and have to outlive the control; null for none. This one is not listened to
-    // here: controls that follow it add themselves. It is told to parameterChanged once.
+    // The caller owns the properties, which may be null and have to outlive the control. This one is passed
+    // to parameterChanged once; controls that follow it register themselves as its listeners.
     virtual void setAttachedProperty(Orbel::ParameterProperty* property);
     virtual Orbel::ParameterProperty* getAttachedProperty() const { return attachedProperty; }
     // [any thread]
     void parameterChanged(Orbel::ParameterProperty* property) override;
-    // A text property that receives the read-out, too.
+    // A text property to which the read-out is written, too.
     virtual void setReadoutProperty(Orbel::ParameterProperty* property) { readoutProperty = property; }
     // Publishes the text of the attached property, unless the control is disabled.
     virtual void updateReadout();
-    // Shows and hides the control; it is listened to.
+    // Registers the control as a listener of a property that shows and hides it.
     virtual void setVisibleProperty(Orbel::ParameterProperty* property);
     const char* getReadoutText() const { return readoutText; }
 
@@ -92,16 +92,17 @@ public:
     bool isTypeOf(const char* name) const override;
     const char* getClassName() const override { return "CControl"; }
 
-    // The view as a control, null if it is none.
+    // Casts the view; null if it is not a control.
     static CControl* of(CView* view);
 
 protected:
-    // Enables and disables the control; it is listened to.
+    // Registers the control as a listener of a property that enables and disables it.
     void setEnabledProperty(Orbel::ParameterProperty* property);
-    // Nobody calls parameterChanged once it has returned. Controls that listen to more properties add them.
+    // After it has returned nobody calls parameterChanged. Controls that listen to more properties override
+    // it.
     virtual void stopListening();
 
-    Core::Relaxed<float> value = 0.0f; // written by any thread that writes the parameter, as is oldValue
+    Core::Relaxed<float> value = 0.0f; // these two are written by any thread that writes the parameter
     Core::Relaxed<float> oldValue = 0.0f;
 
 private:
@@ -119,7 +120,7 @@ private:
     CPoint backOffset;
     char readoutText[readoutSize] = {};
     Orbel::ParameterProperty* readoutProperty = nullptr;
-    // Written by the window thread.
+    // Written by the window thread, read by any.
     Core::Relaxed<Orbel::ParameterProperty*> visibleProperty = nullptr;
     Core::Relaxed<Orbel::ParameterProperty*> enabledProperty = nullptr;
     Core::Relaxed<Orbel::ParameterProperty*> attachedProperty = nullptr;

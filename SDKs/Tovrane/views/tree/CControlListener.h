@@ -1,4 +1,4 @@
-// Hears what a user does with a control. Editors and menus implement it. [window thread]
+// Is told what a user does with a control. Editors and menus implement it. [window thread]
 #pragma once
 
 namespace Tovra
@@ -11,7 +11,7 @@ public:
     virtual ~CControlListener() = default;
 
     virtual void valueChanged(CControl*) {}
-    // A click with a modifier, before the control gets it. Anything but 0: it shall not get it.
+    // A click with a modifier key. If the answer is not 0 the control does not get it.
     virtual long controlModifierClicked(CControl*, long) { return 0; }
     virtual void controlBeginEdit(CControl*) {}
     virtual void controlEndEdit(CControl*) {}

@@ -1,4 +1,4 @@
-// A list of rectangles that grows by copying alone: push_back never allocates. [window thread]
+// A list of rectangles. push_back never allocates; only copyFrom may. [window thread]
 #pragma once
 
 #include "Tovrane/base/CRect.h"
@@ -17,14 +17,14 @@ public:
 
     void clear() { count = 0; }
     std::int32_t size() const { return count; }
-    // A rectangle beyond the capacity is dropped.
+    // Does nothing when the list is full.
     void push_back(const CRect& rect);
     void copyFrom(const CDirtyRectHelper& other);
-    // A rectangle of zeros out of range.
+    // Out of range an empty rectangle at (0, 0).
     const CRect& operator[](std::int32_t index) const;
 
 private:
-    std::vector<CRect> rects; // as many as there is room for
+    std::vector<CRect> rects; // its size is the capacity
     std::int32_t count = 0;
 };
 }

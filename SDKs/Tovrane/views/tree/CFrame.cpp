@@ -28,7 +28,7 @@ CFrame::CFrame(const CRect& rect, void* window, IFrameEditor* owner)
     setDirtyFlag(true);
 }
 
-// The extra reference keeps the count from reaching 0 a second time while the views let go of theirs.
+// The extra reference keeps the count from reaching 0 a second time while the views drop theirs.
 CFrame::~CFrame()
 {
     CBaseObject::remember();
@@ -95,7 +95,7 @@ static unsigned pictureSide(double length)
     return Core::truncate<unsigned>(std::min(std::max(length, 1.0), CFrame::maxPictureSide));
 }
 
-// A picture of another size is a new one.
+// Replaces the picture if it should have another size.
 void CFrame::fitPicture()
 {
     const unsigned width = pictureSide(size.getWidth());

@@ -1,8 +1,8 @@
-// The root of a tree of views: owns the picture into which all of them draw, gathers what is dirty, paints
-// when it is idled, and takes every event of the window.
+// The root of a tree of views: owns the picture into which all of them draw, collects what is dirty, paints
+// when it is idled, and gets every event of the window.
 //
-// The editor makes it with the host's window and owns its first reference; each attached view holds another.
-// So close() (or removeAll) comes before the last forget.
+// The editor makes it for the host's window and owns its first reference. Every attached view holds another
+// one, so close() or removeAll() has to be called before the last forget.
 //
 // All of it is [window thread]. Points and rectangles are in plug-in coordinates.
 #pragma once
@@ -33,76 +33,77 @@ class PelmoAGG;
 class CFrame : public CViewContainer
 {
 public:
-    // systemWindow: the host's window, null for none. editor may be null and has to outlive the frame's
-    // events. The picture is as large as the frame, but at most maxPictureSide pixels either way.
+    // systemWindow is the host's window, or null. editor may be null; it has to outlive the events of the
+    // frame. The picture is as large as the frame, but at most maxPictureSide pixels wide and high.
     CFrame(const CRect& rect, void* systemWindow, IFrameEditor* editor);
     CFrame(const CFrame&) = delete;
     ~CFrame() override;
 
     static constexpr double maxPictureSide = 4096.0;
 
-    // Takes the tree down: every view is removed and forgotten, the modal view removed. The window goes with
-    // it, and what is open over it, also when an event or a menu still holds the frame.
+    // Removes the modal view, removes and forgets all other views, and closes the window and what is open
+    // over it, even if an event or a menu still holds a reference to the frame.
     virtual void close();
-    // Collects what was marked on other threads, and paints.
+    // Collects what other threads have marked as dirty, and paints.
     virtual void idle();
-    // Draws what is dirty into the frame's picture, and asks the window to show it.
+    // Draws what is dirty into the frame's picture and asks the window to show it.
     void paint();
     virtual void doIdleStuff() {}
     // Milliseconds.
     virtual long getTicks() const;
-    // A frame is where its parent window puts it: always false.
+    // Always false: the host's window determines the position.
     virtual bool setPosition(double x, double y);
-    // On the screen; false, and (0, 0), if it is not known.
+    // The position on the screen; false, and (0, 0), if it is not known.
     virtual bool getPosition(double& x, double& y) const;
-    // Resizes the window. The frame's own rectangle changes in setViewSize alone.
+    // Changes the size of the window, but not the frame's own rectangle, which setViewSize changes.
     virtual bool setSize(double width, double height);
-    // The window's.
+    // The size of the window.
     virtual bool getSize(CRect* rect) const;
     virtual bool getSize(CRect& rect) const;
-    // A view that gets all mouse events, on top of the others; null removes the present one, without
-    // forgetting it. False if there is one already, or the view is attached somewhere.
+    // Adds a view on top of the others that gets all mouse events. Null removes the modal view without
+    // forgetting it. False if there is a modal view already, or if the view is attached.
     virtual bool setModalView(CView* view);
     virtual CView* getModalView() const { return modalView.get(); }
-    // To the editor, for the host's automation.
+    // Passed on to the editor, for the host's automation.
     virtual void beginEdit(Orbel::ParameterProperty* property);
     virtual void endEdit(Orbel::ParameterProperty* property);
     virtual void performEdit(Orbel::ParameterProperty* property);
-    // Of the last event; (-1, -1) before the first.
+    // The position of the last event; (-1, -1) before the first one.
     virtual const CPoint& getLastMousePosition() const { return lastMousePosition; }
     virtual bool getCurrentMouseLocation(CPoint& where) const;
-    // As the window tells, or else those of the last event.
+    // What the window tells, or, if it does not know, the buttons of the last event.
     virtual long getCurrentMouseButtons() const;
     virtual bool setCursor(CCursorType type);
-    // A looseFocus that comes from in here can't set the focus itself, in any frame.
+    // During this call the focus cannot be set again, in any frame, so that looseFocus cannot interfere.
     virtual void setFocusView(CView* view);
     virtual CView* getFocusView() const { return focusView.get(); }
-    // A view was taken out of the tree.
+    // A view calls this when it is removed from the tree.
     virtual void onViewRemoved(CView* view);
     virtual void invalidate(const CRect&) {}
-    // The caller's reference; null if there is none.
+    // One reference, the caller's; null if there is none.
     virtual IOptionMenu* createOptionMenu();
     // The caller deletes it; null if there is none.
     virtual IOSTextEdit* createOSTextEdit(ITextEditCallback* callback, CView* view);
-    // For a line of text that tells what is under the mouse.
+    // For a line of text about what is under the mouse.
     virtual void setDataReadOutText(const char*) {}
-    // Beats a minute; -1 without an editor.
+    // In beats a minute; -1 without an editor.
     virtual double getEffectTempo() const;
 
-    // A part of the frame that has to be drawn anew. Beyond 64 of them everything is.
+    // Marks a part of the frame as dirty. When there are 64 already, the whole frame becomes dirty.
     void addDirtyRect(const CRect& rect, CView* view = nullptr);
-    // From the coordinates that view lies in.
+    // Converts from the coordinates of view's parent to those of the frame.
     void localRectToFrameRect(CView* view, CRect& rect) const;
     IFrame* getOSFrame() const { return platformFrame.get(); }
-    // The caller's reference.
+    // One reference each, the caller's; the file selector may be null.
     CDrawContext* createDrawContext();
     IFileSelector* createFileSelector();
-    // Between the window's pixels and the frame; both unchanged without an editor.
+    // Convert between the pixels of the window and the frame's coordinates. Without an editor they are the
+    // same.
     void convertWorldToPlugin(CPoint& point) const;
     void convertPluginToWorld(CPoint& point) const;
     void convertPluginToWorld(CRect& rect) const;
 
-    // A view that stays above all others that are added with addView; null for none. It has to be a child.
+    // A child that stays above the views that are added later; null for none.
     void setTopView(CView* view) { topView = view; }
     CView* getTopView() const { return topView; }
 
@@ -113,10 +114,10 @@ public:
 
     void draw(CDrawContext* context) override;
     void drawRect(CDrawContext* context, const CRect& update) override;
-    // The frame's own flag alone.
+    // The frame's own flag, whatever its children are.
     bool isDirty() const override { return isMarkedDirty(); }
     void setDirty(bool flag) override { setDirtyFlag(flag); }
-    // The whole frame, whatever the rectangle.
+    // Shows the whole frame, whatever the rectangle is.
     void invalidRect(CRect rect) override;
     void invalid() override;
     MouseEventResult onMouseDown(CPoint& where, const long& buttons) override;
@@ -160,13 +161,13 @@ private:
     Kept<CView> focusView;
     std::unique_ptr<IOSBitmap> frameBitmap;
     std::unique_ptr<PelmoAGG> renderer;
-    CDirtyRectHelper dirtyRects; // waiting to be drawn
-    CDirtyRectHelper drawRects;  // being drawn
+    CDirtyRectHelper dirtyRects; // to be drawn at the next paint
+    CDirtyRectHelper drawRects;  // being drawn now
     Kept<IFrame> platformFrame;
     CPoint lastMousePosition{-1.0, -1.0};
     long lastMouseButtons = 0;
     CView* topView = nullptr;
-    unsigned appliedMarks = 0; // of countMarks
+    unsigned appliedMarks = 0; // countMarks() when marks were last collected
     Core::Threads::CriticalSection drawLock;
 };
 }

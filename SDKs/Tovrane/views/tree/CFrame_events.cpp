@@ -1,11 +1,11 @@
-// How a frame takes the events of its window, ahead of what every container does with them.
+// What a frame does with the events of its window, before what every container does.
 #include "Tovrane/views/tree/CFrame.h"
 #include "Tovrane/views/tree/ChildWalk.h"
 
 namespace Tovra
 {
-// A click with control is one with the right button, one with command one with the middle button. Nothing
-// else of the word is left then.
+// A left click with control counts as the right button, and one with command as the middle button, without
+// any other bits of the word.
 static long normalisedButtons(long buttons)
 {
     if ((buttons & kButtonLeft) == 0)
@@ -84,7 +84,7 @@ MouseEventResult CFrame::onMouseExited(CPoint& where, const long& buttons)
     return kMouseHandled;
 }
 
-// The wheel does not ask isWheelActive of the frame's own children.
+// The frame does not ask its own children whether isWheelActive.
 template <typename Call>
 bool CFrame::wheelTo(const CPoint& where, const long& buttons, Call call)
 {
@@ -153,7 +153,7 @@ long CFrame::onKeyUp(TovraKeyCode& code)
 
 namespace
 {
-// One for all frames of the process.
+// Shared by all frames of the process.
 bool isFocusChanging = false;
 
 struct FocusChange
@@ -213,7 +213,7 @@ bool CFrame::advanceFromChild(CView* child, bool reverse)
     return false;
 }
 
-// Each container on the way up goes on behind the child that was left.
+// On the way up each container goes on after the child that was left.
 bool CFrame::advanceFromDepth(CView* old, bool reverse)
 {
     CView* below = old;

@@ -1,4 +1,4 @@
-// How a frame gathers what is dirty, and draws it.
+// How a frame collects what is dirty, and draws it.
 #include "Tovrane/draw/CDrawContext.h"
 #include "Tovrane/draw/PelmoAGG.h"
 #include "Tovrane/views/tree/CFrame.h"

@@ -10,7 +10,7 @@ namespace Tovra
 {
 const char* const kMsgCheckIfViewContainer = "kMsgCheckIfViewContainer";
 
-// Of all views, so that a frame with nothing to make up for needn't walk over its own.
+// Counts for all views, so that a frame only walks over its tree when something was marked.
 static std::atomic<unsigned> marksSoFar = 0;
 
 unsigned CView::countMarks()
@@ -259,7 +259,7 @@ bool CView::attached(CView* parent)
     return true;
 }
 
-// A frame that counted itself would never go.
+// A frame that held a reference to itself would never be destroyed.
 void CView::setFrame(CFrame* next)
 {
     if (next == frame)

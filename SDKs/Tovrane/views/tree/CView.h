@@ -1,13 +1,14 @@
-// A rectangle in a tree of views, which draws itself and takes events. Its root is a CFrame.
+// A rectangle in a tree of views, which draws itself and handles events. The root of the tree is a CFrame.
 //
-// A view's rectangle is in its parent's coordinates. A new view is detached and has one reference; adding it
-// to a container passes that reference on, and attaches the view as soon as the container hangs in a frame.
+// A view's rectangle is in its parent's coordinates. A new view is detached and has one reference, which
+// passes to the container to which it is added. It is attached while that container is, directly or
+// indirectly, in a frame.
 //
-// Painting is pulled: setDirty tells the frame which rectangle to draw, and the frame draws when it is idled.
+// setDirty only tells the frame which rectangle has to be drawn; the frame draws when it is idled.
 //
-// All of it is [window thread], but for what a parameter's listener needs, on whichever thread the parameter
-// was written: setDirty, setVisible and setEnabled. Off the thread that made or attached the view they only
-// set flags, without lock or allocation, and the frame's next idle does the rest.
+// All of it is [window thread], except for what the listener of a parameter calls, on whichever thread wrote
+// the parameter: setDirty, setVisible and setEnabled. On any thread but the one that made or attached the
+// view they only set flags, without a lock or an allocation, and the frame's next idle does the rest.
 #pragma once
 
 #include "CORE/Relaxed.h"
@@ -29,78 +30,81 @@ class CDrawContext;
 class CFrame;
 class IFrameEditor;
 
-// CBaseObject::notify of a container answers 1 to it.
+// The message to which CBaseObject::notify of a container answers 1.
 extern const char* const kMsgCheckIfViewContainer;
 
-// Unlike CRect::pointInside it takes right and bottom edge in.
+// Unlike CRect::pointInside, it includes the right and bottom edges.
 bool isWithinEdges(const CRect& rect, const CPoint& point);
 
 class CView : public CBaseObject
 {
 public:
     explicit CView(const CRect& rect);
-    // A detached copy that shares the background.
+    // The copy is detached and shares the background.
     CView(const CView& other);
     ~CView() override;
 
-    // Draws the view, whatever is dirty. The base draws the background bitmap and is clean then.
+    // Draws the view, dirty or not. The base class draws the background and clears the dirty flag.
     virtual void draw(CDrawContext* context);
     virtual void drawRect(CDrawContext* context, const CRect& update);
-    // Whether the rectangle touches the view's, edges included. In the parent's coordinates.
+    // Whether the rectangle, in the parent's coordinates, meets or touches the view's.
     virtual bool checkUpdate(const CRect& update) const;
 
     virtual bool isDirty() const { return dirty; }
-    // [any thread]  true: what is visible of the view is drawn at the next idle.
+    // [any thread]  With true the visible part of the view is drawn at the next idle.
     virtual void setDirty(bool flag);
-    // Asks to show that part of the finished picture again; nothing is drawn. In the view's own coordinates.
+    // Asks the window to show a part of the finished picture again, in the view's own coordinates. Draws
+    // nothing.
     virtual void invalidRect(CRect rect);
-    // [any thread]  Both make the view dirty, changed or not.
+    // [any thread]  Both mark the view as dirty, even if nothing changes.
     virtual void setVisible(bool flag);
     virtual void setEnabled(bool flag);
-    // The flag, and that some of the view lies within its parent, which is visible itself.
+    // Whether the flag is set, some of the view lies inside its parent, and the parent is visible.
     bool isVisible() const;
     bool isEnabled() const { return enabled; }
 
-    // Points are in the parent's coordinates. What they answer decides where the next events go.
+    // Points are in the parent's coordinates. The result decides which view gets the next events.
     virtual MouseEventResult onMouseDown(CPoint& where, const long& buttons);
     virtual MouseEventResult onMouseUp(CPoint& where, const long& buttons);
     virtual MouseEventResult onMouseMoved(CPoint& where, const long& buttons);
     virtual MouseEventResult onMouseEntered(CPoint& where, const long& buttons);
     virtual MouseEventResult onMouseExited(CPoint& where, const long& buttons);
-    // Inside the mouseable area, all four edges included. buttons is -1 where no event asks.
+    // Whether the point is inside the mouseable area, all four edges included. buttons is -1 outside of
+    // events.
     virtual bool hitTest(const CPoint& where, long buttons = -1);
-    // In notches, up positive. True if the view took them.
+    // distance is in notches, up is positive. True if the view used it.
     virtual bool onWheel(const CPoint& where, const float& distance, const long& buttons);
-    // The base hands it on to the form without axis, with the sign turned for X without shift.
+    // The base class calls the form without axis, with the opposite sign for the X axis without shift.
     virtual bool onWheel(const CPoint& where, const CMouseWheelAxis& axis, const float& distance,
                          const long& buttons);
     virtual void setMouseWheelState(bool active) { wheelActive = active; }
     virtual bool isWheelActive() const { return wheelActive; }
     virtual void setMouseEnabled(bool flag) { mouseEnabled = flag; }
     virtual bool getMouseEnabled() const { return mouseEnabled; }
-    // In the parent's coordinates; it does not follow the view's size.
+    // In the parent's coordinates; setViewSize does not change it.
     virtual void setMouseableArea(const CRect& area) { mouseableArea = area; }
     virtual void getMouseableArea(CRect& area) const { area = mouseableArea; }
     virtual const CRect& getMouseableArea() const { return mouseableArea; }
 
-    // True if the view took what was dropped.
+    // True if the view accepted what was dropped.
     virtual bool onDrop(CDragContainer* drag, const CPoint& where);
     virtual void onDragEnter(CDragContainer* drag, const CPoint& where);
     virtual void onDragLeave(CDragContainer* drag, const CPoint& where);
     virtual void onDragMove(CDragContainer* drag, const CPoint& where);
 
-    // kKeyNotHandled passes the key on to the next view.
+    // After kKeyNotHandled the next view gets the key.
     virtual long onKeyDown(TovraKeyCode& code);
     virtual long onKeyUp(TovraKeyCode& code);
 
-    // With invalidate both the old place and the new one are drawn. The mouseable area stays.
+    // With invalidate both the old and the new rectangle are drawn again. Does not change the mouseable area.
     virtual void setViewSize(const CRect& rect, bool invalidate = true);
     virtual void getViewSize(CRect& rect) const { rect = size; }
     virtual const CRect& getViewSize() const { return size; }
-    // What of the view is not cut off by its ancestors, in the parent's coordinates. Empty without a frame.
+    // The part of the view that its ancestors do not clip, in the parent's coordinates. Empty without a
+    // frame.
     virtual CRect getVisibleSize() const;
     virtual void parentSizeChanged() {}
-    // Between the frame's coordinates and those that the view lies in.
+    // Convert between the coordinates of the frame and those of the parent.
     virtual CPoint& frameToLocal(CPoint& point) const;
     virtual CPoint& localToFrame(CPoint& point) const;
 
@@ -109,14 +113,14 @@ public:
     virtual bool wantsFocus() const { return focusWanted; }
     virtual void setWantsFocus(bool flag) { focusWanted = flag; }
 
-    // Remembered here; null for none.
+    // The view keeps a reference; null for none.
     virtual void setBackground(CBitmap* bitmap);
     virtual CBitmap* getBackground() const { return background.get(); }
-    // Selects drawTransparent over draw for the background.
+    // Whether the background is drawn with drawTransparent instead of draw.
     virtual void setTransparency(bool flag) { transparent = flag; }
     virtual bool getTransparency() const { return transparent; }
 
-    // Called by containers. False if the view is in that state already.
+    // Called by containers. False if the view is already in that state.
     virtual bool removed(CView* parent);
     virtual bool attached(CView* parent);
     virtual void setParentView(CView* parent) { parentView = parent; }
@@ -127,21 +131,22 @@ public:
 
     // Null without a frame.
     virtual IFrameEditor* getEditor() const;
-    // The class's name, or one of its bases', compared as text.
+    // Whether the text is the name of the class or of one of its base classes.
     virtual bool isTypeOf(const char* name) const;
-    // A detached copy with one reference. Null for classes that are not copied.
+    // A detached copy with one reference; null for classes that cannot be copied.
     virtual CView* newCopy() const { return new CView(*this); }
     virtual const char* getClassName() const { return "CView"; }
     // In hertz; 44100 without a frame or an editor.
     virtual double getSampleRate() const;
 
-    // Makes up for setDirty off the window thread, here and in all views within. The frame calls it.
+    // Does the rest of setDirty for calls on other threads, in this view and those inside it. The frame calls
+    // it.
     virtual void applyMarks();
-    // How often that happened so far, in all views of the process; wraps.
+    // The number of such calls so far, in all views of the process; wraps around.
     static unsigned countMarks();
 
 protected:
-    // On the thread to which the view belongs: that which made it, or attached it since.
+    // Whether this is the thread that made the view, or attached it since.
     bool isOnOwnThread() const;
     void setDirtyFlag(bool flag) { dirty = flag; }
     void setAttachedFlag(bool flag) { attachedFlag = flag; }
@@ -152,10 +157,10 @@ private:
     void addDirtyRect();
 
     CRect mouseableArea;
-    Core::Relaxed<bool> dirty = false; // these three written by any thread
+    Core::Relaxed<bool> dirty = false; // these three are written by any thread
     Core::Relaxed<bool> visible = true;
     Core::Relaxed<bool> enabled = true;
-    std::atomic<bool> marked = false;         // set by any thread, cleared by the window's
+    std::atomic<bool> marked = false;         // set by any thread, cleared by the window thread
     Core::Relaxed<std::thread::id> ownThread; // written by the window thread
     bool mouseEnabled = true;
     bool transparent = false;
@@ -163,7 +168,7 @@ private:
     bool attachedFlag = false;
     bool wheelActive = true;
     Kept<CBitmap> background;
-    CFrame* frame = nullptr; // counted, unless it is this view
+    CFrame* frame = nullptr; // holds a reference, unless this view is the frame
     CView* parentView = nullptr;
 };
 }

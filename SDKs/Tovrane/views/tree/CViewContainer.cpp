@@ -25,7 +25,7 @@ CViewContainer::CViewContainer(const CViewContainer& other)
             children.push_back(copy);
 }
 
-// The extra reference keeps the count from reaching 0 a second time while the children let go of theirs.
+// The extra reference keeps the count from reaching 0 a second time while the children drop theirs.
 CViewContainer::~CViewContainer()
 {
     CBaseObject::remember();
@@ -123,7 +123,7 @@ void CViewContainer::removeChild(CView* view, bool withForget)
     if (isAttached())
         view->removed(this);
     const auto place = std::find(children.begin(), children.end(), view);
-    if (place == children.end()) // it went while it was told
+    if (place == children.end()) // it was removed meanwhile
         return;
     eraseChild(size_t(place - children.begin()));
     if (withForget)

@@ -1,8 +1,8 @@
-// A view that holds views, draws them in the order in which they were added, and hands events to them, the
-// topmost first. Children lie in its coordinates: (0, 0) is its own top left.
+// A view that contains views: it draws them in the order in which they were added, and passes events on to
+// them, the topmost first. The children's rectangles are in its coordinates: (0, 0) is its own top left.
 //
-// A child may take itself or others out of the tree in the midst of any walk over the children: walks hold
-// what they call, and step over what has gone. What is added during a walk from below is still visited.
+// A child that is called may remove itself or others from the tree: a walk over the children (ChildWalk)
+// keeps a reference to the child that it calls, and skips those that were removed.
 //
 // All of it is [window thread].
 #pragma once
@@ -18,54 +18,54 @@ class CViewContainer : public CView
 {
 public:
     explicit CViewContainer(const CRect& rect, CBitmap* bitmap = nullptr);
-    // Children are copied too.
+    // Copies the children, too.
     CViewContainer(const CViewContainer& other);
     ~CViewContainer() override;
 
-    // On top of the others; the caller's reference passes to the container. False for null, and for a view
-    // that is attached or here already.
+    // Adds a view on top of the others. The caller's reference passes to the container. False for null, and
+    // for a view that is attached or a child already.
     virtual bool addView(CView* view);
     virtual bool addView(CView* view, const CRect& mouseableArea, bool mouseEnabled);
-    // Below before, or on top if that is no child. Unlike the others it does not attach the view, which thus
-    // has no frame until its container is attached anew.
+    // Adds a view below before, or on top if that is not a child. Unlike the other forms it does not attach
+    // the view, which therefore has no frame until its container is attached again.
     virtual bool addView(CView* view, CView* before);
-    // Without withForget the container's reference passes back to the caller. If view is no child, all
-    // children are dropped as they are, and the answer is false.
+    // Without withForget the container's reference passes to the caller. If view is not a child, all children
+    // are dropped, without being told and without forget, and the result is false.
     virtual bool removeView(CView* view, const bool& withForget = true);
     virtual bool removeAll(const bool& withForget = true);
-    // Direct children alone.
+    // Whether view is a direct child.
     virtual bool isChild(CView* view) const;
     virtual long getNbViews() const { return long(children.size()); }
-    // From below; null out of range.
+    // Counts from the lowest child; null out of range.
     virtual CView* getView(long index) const;
-    // The topmost visible child at the point, null for none, and with deep the same within that child. The
-    // point is in the coordinates of the children, other than that of getContainerAt.
+    // The topmost visible child at the point, or null. With deep, if that is a container, the topmost visible
+    // child within it, and so on. Unlike for getContainerAt, the point is in the coordinates of the children.
     virtual CView* getViewAt(const CPoint& where, bool deep = false) const;
-    // The innermost container at the point, which is in the parent's coordinates: this one at least. Null
+    // The innermost container at the point, or this one. The point is in the parent's coordinates. Null
     // without a frame.
     virtual CViewContainer* getContainerAt(const CPoint& where, bool deep = true) const;
     void bringViewToFront(CView* view);
 
     virtual void setBackgroundColor(CColor color);
     virtual CColor getBackgroundColor() const { return backgroundColor; }
-    // Where in the background bitmap the container's top left lies.
+    // The point of the background bitmap that is drawn at the container's top left.
     virtual void setBackgroundOffset(const CPoint& offset) { backgroundOffset = offset; }
     virtual const CPoint& getBackgroundOffset() const { return backgroundOffset; }
     virtual void drawBackgroundRect(CDrawContext* context, CRect& update);
-    // Kept and copied; drawing does not depend on it.
+    // The flag is kept and copied, but not used.
     virtual void useOffscreen(bool flag) { offscreen = flag; }
-    // The next view, or the one ahead, that wants the focus gets it; from the start for a null old. False
-    // behind the last one.
+    // Gives the focus to the next view after old that wants it, or, with reverse, to the one before; null for
+    // old starts with the first one. False if there is no such view.
     virtual bool advanceNextFocusView(CView* old, bool reverse = false);
-    // Shows the container's part of the picture again, if it is visible.
+    // Asks the window to show the container's part of the picture again, if it is visible.
     virtual void invalid();
     virtual bool invalidateDirtyViews();
     virtual void setSubViewsVisible(bool flag);
-    // From the coordinates of the children and back into them: what is left of the rectangle behind this
-    // container's edges and those of its ancestors.
+    // The part of the rectangle that neither this container nor its ancestors clip. Both rectangles are in
+    // the coordinates of the children.
     virtual CRect getVisibleSize(CRect rect) const;
     virtual bool checkUpdateRect(CView* view, const CRect& update);
-    // Whether a child with the mouse enabled is hit. In the parent's coordinates.
+    // Whether the point, in the parent's coordinates, hits a child with the mouse enabled.
     virtual bool hitTestSubViews(const CPoint& where, long buttons = -1);
 
     long notify(CBaseObject* sender, const char* message) override;
@@ -100,7 +100,7 @@ public:
     const char* getClassName() const override { return "CViewContainer"; }
     void applyMarks() override;
 
-    // The view as a container, null if it is none.
+    // Casts the view; null if it is not a container.
     static CViewContainer* of(CView* view);
 
 protected:
@@ -108,11 +108,11 @@ protected:
     class ChildWalk;
 
     CPoint toChildren(const CPoint& where) const { return where - size.getTopLeft(); }
-    // Visible, hit and enabled, and takes the mouse.
+    // Whether the child is visible, enabled, has the mouse enabled, and is hit.
     static bool takesMouseAt(CView* child, const CPoint& where, long buttons);
-    // The child under the point becomes the one that the mouse is over.
+    // Makes the child at the point the one that the mouse is over, and tells both of them.
     void trackMouse(const CPoint& local, const long& buttons);
-    // What is no child any more is not taken.
+    // A view that is no child any more counts as null.
     void setMouseDownChild(CView* child) { mouseDownChild = isChild(child) ? child : nullptr; }
     CView* getMouseDownChild() const { return mouseDownChild; }
     void setMouseOverChild(CView* child) { mouseOverChild = isChild(child) ? child : nullptr; }
@@ -132,9 +132,9 @@ private:
     void leaveDragTarget(CDragContainer* drag, const CPoint& local);
     void enterDragTarget(CView* next, CDragContainer* drag, const CPoint& local);
 
-    std::vector<CView*> children;    // from below; one reference each
-    ChildWalk* walks = nullptr;      // those under way, the innermost first
-    CView* mouseOverChild = nullptr; // these three are children, or null
+    std::vector<CView*> children;    // from the lowest; one reference each
+    ChildWalk* walks = nullptr;      // those in progress, the innermost first
+    CView* mouseOverChild = nullptr; // these three are children or null
     CView* dragTarget = nullptr;
     CView* mouseDownChild = nullptr;
     CColor backgroundColor = kBlackCColor;

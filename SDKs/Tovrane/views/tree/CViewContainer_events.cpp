@@ -1,4 +1,4 @@
-// How a container hands events to its children: from above, in its own coordinates.
+// How a container passes events on to its children: the topmost first, in its own coordinates.
 #include "Tovrane/views/tree/CControl.h"
 #include "Tovrane/views/tree/CControlListener.h"
 #include "Tovrane/views/tree/CFrame.h"
@@ -188,7 +188,7 @@ void CViewContainer::takeFocus()
         child->takeFocus();
 }
 
-// Drags. What a view does when it is left or entered may change the tree.
+// Drags. A view that is left or entered may change the tree.
 
 void CViewContainer::leaveDragTarget(CDragContainer* drag, const CPoint& local)
 {

@@ -1,9 +1,9 @@
-// One walk over the children of a container that survives whatever the views that it visits do to the tree:
-// they may remove themselves or others, add views, change the order, or give the container away.
+// A walk over the children of a container during which the children may change the tree: remove themselves or
+// others, add views, change the order, or drop the container.
 //
-// It holds the container, and the view that it handed out until the next one. What is added above is still
-// visited by a walk from below; what is added below is not visited by a walk from above that has passed it. A
-// view that brings itself to the front in each visit does not keep the walk going.
+// It keeps references to the container and to the child that next returned last. A walk from below visits
+// what is added above its position, and a walk from above what is added below it. The number of visits is
+// limited, so that a child that brings itself to the front at each visit does not make the walk endless.
 // [window thread]
 #pragma once
 
@@ -20,13 +20,13 @@ public:
         fromAbove
     };
 
-    // Walks over one container are nested like the calls in which they run.
+    // Walks over one container have to be nested, as local variables are.
     ChildWalk(CViewContainer& walked, Order walkOrder);
     ~ChildWalk();
     ChildWalk(const ChildWalk&) = delete;
     ChildWalk& operator=(const ChildWalk&) = delete;
 
-    // Null at the end.
+    // The next child; null at the end.
     CView* next();
 
 private:
@@ -38,9 +38,10 @@ private:
     const Kept<CViewContainer> container;
     const Order order;
     ChildWalk* const outer;
-    size_t
-        position; // children ahead of it are visited in a walk from below, still to visit in one from above
-    size_t visitsLeft; // at most
+    // The children below it have been visited by a walk from below, and are still to visit for one from
+    // above.
+    size_t position;
+    size_t visitsLeft; // the maximum
     Kept<CView> current;
 };
 }

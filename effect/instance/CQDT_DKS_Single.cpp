@@ -1,7 +1,6 @@
 #include "effect/instance/CQDT_DKS_Single.h"
 
 #include "CORE/Truncate.h"
-#include "effect/engine/BeatTrigger.h"
 #include "effect/parameters/DKS_Mini.h"
 #include "effect/parameters/TimeAdjust.h"
 #include "presets/Single_CPresetInterface.h"
@@ -249,6 +248,23 @@ void CQDT_DKS_Single::reset()
 
 // The audio path.
 
+BeatTrigger CQDT_DKS_Single::triggerAt(float tempo)
+{
+    return {getSampleRate(), tempo, timeContext.timeAdjust, triggerShiftSamples};
+}
+
+static bool isTempo(float tempo)
+{
+    return tempo > 0.0f && std::isfinite(tempo);
+}
+
+long CQDT_DKS_Single::getDesiredProcessBlockSize()
+{
+    const float tempo = isTempo(getBlockTempo()) ? getBlockTempo() : float(timeContext.tempo);
+    const long quarter = std::max(Core::truncate<long>(triggerAt(tempo).interval() / 4.0), 1L);
+    return getBlockFrames() > quarter ? quarter : -1;
+}
+
 void CQDT_DKS_Single::processAudio(AudioBusInformation& info)
 {
     const ScopedCpuMode mode(cpuMode, cpuControl::plainMode);
@@ -286,7 +302,7 @@ void CQDT_DKS_Single::followTransport(const CHostTimeInfo& time)
 // A tempo that is not above 0 and finite is not taken: the last one stays in force.
 void CQDT_DKS_Single::takeTempo(float hostTempo)
 {
-    if (!(hostTempo > 0.0f) || !std::isfinite(hostTempo))
+    if (!isTempo(hostTempo))
         return;
     updateTempo(hostTempo);
     if (editorRef)
@@ -306,9 +322,7 @@ void CQDT_DKS_Single::armTrigger(const CHostTimeInfo& time)
 {
     if (!time.playing || !std::isfinite(time.ppqPosition))
         return path.ducker.forceNoTrigger();
-    const BeatTrigger trigger = {getSampleRate(), timeContext.tempo, timeContext.timeAdjust,
-                                 triggerShiftSamples};
-    const long distance = trigger.samplesToNext(time.ppqPosition);
+    const long distance = triggerAt(timeContext.tempo).samplesToNext(time.ppqPosition);
     if (distance == BeatTrigger::none)
         return;
     path.ducker.setTriggers(distance);

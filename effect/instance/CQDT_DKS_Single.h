@@ -22,12 +22,14 @@
 #include "Orbel/parameters/ParameterProperty.h"
 #include "Orbel/parameters/ParameterText.h"
 #include "Orbel/storage/CPresetStore.h"
+#include "effect/engine/BeatTrigger.h"
 #include "effect/engine/DuckingPath.h"
 #include "effect/instance/IEffectEditor.h"
 #include "effect/instance/TimeLinker.h"
 #include "presets/IPresetEffect.h"
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -78,6 +80,9 @@ public:
     // [audio stopped] Clears audio, envelope and countdowns; parameters stay.
     void reset() override;
 
+    // [audio thread] A quarter of the interval between triggers where the block is longer than that: a block of
+    // more than half an interval could pass over a trigger.
+    long getDesiredProcessBlockSize() override;
     // [audio thread] The first input bus to the first output bus, which may share memory. A block above the
     // announced size is worked all the same, but allocates. Bypassed, the audio is still delayed, and all
     // countdowns stand.
@@ -99,8 +104,10 @@ public:
     void setPresetType(int type) override { presetType = type; }
     long getDataChunk(char** out) override;
     void setDataChunk(char* data, long size) override;
-    // The current preset of a bank.
+    // The current preset of a bank. Afterwards no time moves another, and the time base is the one from before,
+    // until the next state or finishBankLoad, which brings the preset's own time base.
     void loadPresetFromBankChunk(const char* data, long size);
+    void finishBankLoad() override;
     // The preset's name as a property of type Text: its listeners hear of every new name. It stays the
     // effect's.
     Orbel::ParameterProperty& getPresetNameProperty() { return presetNameProperty; }
@@ -156,6 +163,7 @@ private:
     void readPreset(const SavedState& state);
     void storeTimeAdjust(float beats);
 
+    BeatTrigger triggerAt(float tempo);
     void followTransport(const Orbel::CHostTimeInfo& time);
     void takeTempo(float hostTempo);
     void armTrigger(const Orbel::CHostTimeInfo& time);
@@ -176,6 +184,7 @@ private:
     Core::CStringBufferd<Orbel::kParameterTextSize> presetName;
     Orbel::CPresetStore presetStore; // its id is that of a preset from the start
     int presetType = hostState;
+    std::optional<float> timeBaseOfBank; // of the bank's preset, until finishBankLoad
     std::string factoryBank; // the image of a bank file, once the library is there
     std::unique_ptr<Single_CPresetInterface> presetInterface;
     std::string presetFolder;                    // empty until it is asked for

@@ -54,6 +54,7 @@ void CQDT_DKS_Single::setDataChunk(char* data, long size)
 // stays there.
 void CQDT_DKS_Single::readChunk(const char* data, long size, int depth)
 {
+    timeBaseOfBank.reset();
     timeLinker.beginReading();
     propertyManager.setAllParamsToDefault();
     if (OLDPRESET::isOldPresetOrBank(data, size))
@@ -100,6 +101,7 @@ void CQDT_DKS_Single::readPreset(const SavedState& state)
 // and nobody is told of the times; the reading stays open until the next state or updateEnvelopeTimes(-1).
 void CQDT_DKS_Single::loadPresetFromBankChunk(const char* data, long size)
 {
+    timeBaseOfBank.reset();
     SavedBank bank;
     bank.read({data, size_t(size)});
     const std::string_view preset = bank.getPreset(bank.getCurrent());
@@ -109,11 +111,24 @@ void CQDT_DKS_Single::loadPresetFromBankChunk(const char* data, long size)
         state.read(presetStore, preset);
         setPresetName(state.name.c_str());
         propertyManager.setRecords(state.parameters, StateLayout::ignoredInBanks);
+        if (!presetStore.getString(StateLayout::timeBaseChunk).empty())
+            timeBaseOfBank = state.timeBase;
     }
     Orbel::ParameterChunk systemSettings;
     systemSettings.read(bank.getSystemSettings());
     propertyManager.setRecords(systemSettings, {});
     presetStore.clear();
+}
+
+void CQDT_DKS_Single::finishBankLoad()
+{
+    timeLinker.endReading();
+    if (!timeBaseOfBank)
+        return;
+    setTimeAdjust(*timeBaseOfBank);
+    timeBaseOfBank.reset();
+    if (editorRef)
+        editorRef->setTimeAdjust(getTimeAdjust());
 }
 
 // The sound that the user calls up as "Init". Audio may run: it falls silent at its next block.

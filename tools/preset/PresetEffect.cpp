@@ -35,15 +35,7 @@ void PresetEffect::load(const PresetFile& file, size_t index, PresetType taken)
     product.setPresetType(int(taken));
     for (std::string& chunk : file.chunks(index, taken))
         product.setDataChunk(chunk.data(), long(chunk.size()));
-    if (file.isRecalledAsBank(taken))
-        endBankLoad();
-}
-
-// The effect leaves it to whoever brings a bank from outside. The time base is that of the preset, which was
-// loaded before the bank.
-void PresetEffect::endBankLoad()
-{
-    product.updateEnvelopeTimes(-1);
+    product.finishBankLoad();
 }
 
 PresetContent PresetEffect::content()

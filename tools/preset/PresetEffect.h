@@ -44,7 +44,6 @@ public:
     std::string programFile(const std::string& name);
 
 private:
-    void endBankLoad();
     std::string presetChunk();
 
     std::unique_ptr<Orbel::OrbelOS> effect;

@@ -84,6 +84,9 @@ public:
     virtual void setDataChunk(char*, long) {}
     virtual long getBankDataChunk(char** chunk) { return getDataChunk(chunk); }
     virtual void setBankDataChunk(char* chunk, long size) { setDataChunk(chunk, size); }
+    // [window thread] Whoever gave the effect a chunk from outside (an adapter, a dialog, a tool) calls it
+    // afterwards: it ends what a bank's chunk leaves open.
+    virtual void finishBankLoad() {}
 
     virtual void setProgram(int program) { currentProgram = program; }
     virtual int getCurrentProgram() { return currentProgram; }

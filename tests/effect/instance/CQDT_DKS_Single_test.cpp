@@ -166,6 +166,37 @@ TEST(CQDT_DKS_Single, TriggersFallOnTheNoteValueWhateverTheBlock)
         }
 }
 
+TEST(CQDT_DKS_Single, LargeBlocksLoseNoTrigger)
+{
+    struct Case
+    {
+        float base;
+        int block;
+        long pieces; // what the effect desires at 44.1 kHz and 120 BPM
+    };
+    const Case table[] = {
+        {0.25f, 4096, 1378}, {0.25f, 1378, -1}, {0.25f, 1379, 1378}, {1.0f / 6.0f, 8192, 918}, {1.0f, 4096, -1}};
+    for (const Case& each : table)
+    {
+        SCOPED_TRACE(testing::Message() << "base " << each.base << ", blocks of " << each.block);
+        Player player;
+        player.effect.setTimeAdjust(each.base);
+        player.set("HOLDTIME", 1);
+        player.set("RELEASTIME", 60);
+        player.play(44100, each.block);
+        const double interval = 22050.0 * double(each.base);
+        const auto found = player.triggers();
+        EXPECT_NEAR(double(found.size()), 44100.0 / interval, 1.5);
+        for (size_t i = 2; i < found.size(); ++i)
+            EXPECT_NEAR(double(found[i] - found[i - 1]), interval, 2.0) << i;
+
+        Orbel::CHostTimeInfo time;
+        time.tempo = 120.0f;
+        player.effect.prepareSyncParameterSet(time, each.block);
+        EXPECT_EQ(player.effect.getDesiredProcessBlockSize(), each.pieces);
+    }
+}
+
 TEST(CQDT_DKS_Single, ANewSampleRateRenewsTheLookAheadAndTheTriggerShift)
 {
     Player player;

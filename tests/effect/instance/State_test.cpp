@@ -119,28 +119,37 @@ TEST(State, ABankBringsItsCurrentPresetAndLeavesTheEffectLoading)
         source.setPresetName(("Number " + std::to_string(i)).c_str());
         source.getParameterProperty("STRENGTH")->setValue(0.25f * float(i));
         source.getParameterProperty("CLICKFILTER")->setValue(0.125f * float(i));
+        source.setTimeAdjust(gTimeAdjustMultiplier[i]);
         presets.push_back(save(source, Type::presetFile));
     }
     struct Case
     {
         const char *current, *name;
-        float strength, filter;
+        float strength, filter, timeBase;
     };
     const Case table[] = {
-        {"2", "Number 2", 0.5f, 0.25f}, // the system settings come from the preset's own data
-        {"", "Number 0", 0.0f, 0.0f},
-        {"99999999999999999999", "Init", 1.0f, 0.25f}};
+        {"2", "Number 2", 0.5f, 0.25f, 1.0f}, // the system settings come from the preset's own data
+        {"", "Number 0", 0.0f, 0.0f, 0.25f},
+        {"99999999999999999999", "Init", 1.0f, 0.25f, 4.0f}};
     for (const Case& each : table)
     {
         SCOPED_TRACE(each.current);
         CQDT_DKS_Single effect(nullptr);
+        effect.setTimeAdjust(4.0f);
         load(effect, images::bank(presets, each.current), Type::hostState);
         EXPECT_EQ(nameOf(effect), each.name);
         EXPECT_EQ(value(effect, "STRENGTH"), each.strength);
         EXPECT_EQ(value(effect, "CLICKFILTER"), each.filter);
+        EXPECT_EQ(effect.getTimeAdjust(), 4.0f) << "the one from before";
         EXPECT_TRUE(isLoading(effect));
-        effect.updateEnvelopeTimes(-1);
+        effect.finishBankLoad();
+        EXPECT_EQ(effect.getTimeAdjust(), each.timeBase);
         EXPECT_FALSE(isLoading(effect));
+
+        effect.setTimeAdjust(4.0f); // nothing of the bank is left for the next state
+        load(effect, save(source, Type::presetFile), Type::hostState);
+        effect.finishBankLoad();
+        EXPECT_EQ(effect.getTimeAdjust(), source.getTimeAdjust());
     }
 }
 

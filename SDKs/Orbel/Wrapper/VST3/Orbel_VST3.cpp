@@ -197,7 +197,10 @@ tresult PLUGIN_API Orbel_VST3::setState(IBStream* stream)
     std::vector<char> chunk(static_cast<size_t>(size));
     int32 count = 0;
     if (stream->read(chunk.data(), size, &count) == kResultOk && count == size)
+    {
         effect->setDataChunk(chunk.data(), size);
+        effect->finishBankLoad();
+    }
     return kResultOk;
 }
 

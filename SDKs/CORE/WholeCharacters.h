@@ -28,12 +28,12 @@ inline std::string_view withoutHalfCharacter(std::string_view text)
     for (size_t start = 0, at = 0; start < text.size(); start = at)
     {
         const unsigned first = byte(start);
-        const size_t length = first < 0x80 ? 1 : first < 0xC2 ? 0 : first < 0xE0 ? 2 : first < 0xF0 ? 3 : 4;
+        const size_t length = first < 0x80 ? 1 : first < 0xC2 ? 0 : first < 0xE0 ? 2 : first < 0xF0 ? 3 : first < 0xF5 ? 4 : 0;
         for (at = start + 1; at < text.size() && at < start + length && (byte(at) & 0xC0) == 0x80;)
             ++at;
         if (at == text.size() && at < start + length)
             return text.substr(0, start);
-        if (at != start + length || first > 0xF4)
+        if (at != start + length)
             return text;
     }
     return text;

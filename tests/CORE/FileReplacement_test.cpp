@@ -1,20 +1,18 @@
 #include "CORE/File.h"
 #include "CORE/FileReplacementGroup.h"
+#include "support/SystemCalls.h"
 #include "support/TempFolder.h"
 
 #include <csignal>
 #include <functional>
 #include <gtest/gtest.h>
-#include <sys/mount.h>
-#include <sys/ptrace.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
 namespace file = Core::File;
 
-// As on a disk that is full behind so many bytes.
+// As on a disk that is full after that many bytes.
 static int saveOnFullDisk(const std::string& path, const std::string& content, rlim_t bytes)
 {
     const auto formerHandler = std::signal(SIGXFSZ, SIG_IGN);
@@ -39,60 +37,6 @@ TEST(FileReplacement, AFailedSaveLeavesTheFormerFileAndNothingBeside)
     EXPECT_EQ(folder.names(), std::set<std::string>{"preset"});
 }
 
-TEST(FileReplacement, AFullDiskLeavesTheFormerFile)
-{
-    const TempFolder folder;
-    std::filesystem::create_directory(folder / "disk");
-    if (mount("tmpfs", (folder / "disk").c_str(), "tmpfs", 0, "size=64k") != 0)
-        GTEST_SKIP() << "no right to mount a small disk";
-    const std::string former(20000, 'f'), larger(60000, 'x'), path = folder / "disk/preset";
-    EXPECT_EQ(file::saveBufferToFile(path.c_str(), former.data(), former.size()), 0);
-    EXPECT_EQ(file::saveBufferToFile(path.c_str(), larger.data(), larger.size()), -1);
-    EXPECT_EQ(folder.content("disk/preset"), former);
-    EXPECT_EQ(file::saveBufferToFile(path.c_str(), former.data(), former.size() - 1), 0);
-    EXPECT_EQ(folder.content("disk/preset").size(), former.size() - 1);
-    umount((folder / "disk").c_str());
-}
-
-namespace
-{
-enum class Saving
-{
-    killed,
-    finished,
-    notTraced,
-};
-
-// Saves in a process of its own, which is killed when it has come to the edge of a system call for the
-// count-th time: before the first call, after it, before the second, and so on.
-Saving saveUntilKilled(const std::function<bool()>& save, int count)
-{
-    const pid_t child = fork();
-    if (child == 0)
-    {
-        if (ptrace(PTRACE_TRACEME, 0, nullptr, nullptr) != 0)
-            _exit(2);
-        raise(SIGSTOP);
-        _exit(save() ? 0 : 1);
-    }
-    int status = 0;
-    if (child < 0 || waitpid(child, &status, 0) != child)
-        return Saving::notTraced;
-    for (; count > 0 && WIFSTOPPED(status); --count)
-    {
-        ptrace(PTRACE_SYSCALL, child, nullptr, nullptr);
-        waitpid(child, &status, 0);
-    }
-    if (WIFSTOPPED(status))
-    {
-        kill(child, SIGKILL);
-        waitpid(child, &status, 0);
-        return Saving::killed;
-    }
-    return WIFEXITED(status) && WEXITSTATUS(status) == 0 ? Saving::finished : Saving::notTraced;
-}
-}
-
 TEST(FileReplacement, ASaveThatIsKilledAtAnyMomentLeavesTheOldOrTheNewFiles)
 {
     const TempFolder folder;
@@ -111,13 +55,14 @@ TEST(FileReplacement, ASaveThatIsKilledAtAnyMomentLeavesTheOldOrTheNewFiles)
          {std::function<bool()>(saveOne), std::function<bool()>(saveBoth)})
     {
         int sawFormer = 0, sawNext = 0;
-        Saving saving = Saving::killed;
-        for (int count = 0; saving == Saving::killed; ++count)
+        std::optional<bool> saved = false; // it was killed
+        for (int count = 0; saved == false && count < 1000; ++count)
         {
             for (const char* name : {"preset", "preset 2"})
                 folder.put(name, former);
-            saving = saveUntilKilled(save, count);
-            if (saving == Saving::notTraced)
+            int left = count;
+            saved = watchSystemCalls(save, [&](long) { return left-- > 0; });
+            if (!saved)
                 GTEST_SKIP() << "no right to trace a process";
             for (const char* name : {"preset", "preset 2"})
             {

@@ -1,5 +1,5 @@
-#include "Orbel/parameters/CPropertyManager.h"
 #include "Orbel/storage/CPresetStore.h"
+#include "Orbel/storage/ParameterChunk.h"
 #include "effect/parameters/DKS.h"
 #include "presets/AProgram.h"
 #include "presets/CPresetConverter_V2.h"
@@ -26,20 +26,19 @@ struct Preset
     std::map<std::string, float> values;
 };
 
-Preset read(char* store, long size)
+Preset read(char* bytes, long size)
 {
-    Orbel::CPresetStore preset;
-    preset.setPresetID("QDT_DKS_PRESET");
-    EXPECT_EQ(preset.setPreset(store, size), 0);
-    Preset result{preset.getPresetName(), preset.getString("TEMPO"), {}};
-    Orbel::CPropertyManager parameters;
-    for (const auto& row : DKS::ps_plain)
-        parameters.CreateProperty(&row)->setValue(row.maximum);
+    Orbel::CPresetStore store;
+    store.setPresetID("QDT_DKS_PRESET");
+    EXPECT_EQ(store.setPreset(bytes, size), 0);
     char* data = nullptr;
-    const long length = preset.getChunk("PPDATA", &data);
-    parameters.setChunkWithLoadSuffix(data, size_t(length), -1);
-    for (const auto& row : DKS::ps_plain)
-        result.values[row.id] = parameters.getProperty(row.id.c_str())->getCurrentValue();
+    const long length = store.getChunk("PPDATA", &data);
+    Orbel::ParameterChunk values;
+    EXPECT_TRUE(values.read({data, size_t(length)}).isSound());
+    EXPECT_EQ(values.size(), 45u);
+    Preset result{store.getPresetName(), store.getString("TEMPO"), {}};
+    for (size_t i = 0; i < values.size(); ++i)
+        result.values[std::string(values.id(i))] = values.value(i);
     return result;
 }
 
@@ -159,7 +158,7 @@ TEST(CPresetConverter_V2, TakesOfATaggedChunkWhatIsWhole)
         const char* tempo = "90.00000";
         std::string name = "07-Name";
     };
-    const std::string long28(28, 'n'), long52 = padded("HOLDTIME", 52, 'X');
+    const std::string long28(28, 'n'), name27(27, 'n'), long52 = padded("HOLDTIME", 52, 'X');
     const Case table[] = {
         {"valid", {}},
         {"version too low", {.version = 8191}, 20, 1, "10.00000", ""},
@@ -178,6 +177,7 @@ TEST(CPresetConverter_V2, TakesOfATaggedChunkWhatIsWhole)
         {"no numbers", {.records = record("HOLDTIME", nan, nan), .count = 1}, 20, 1, "10.00000"},
         {"beyond the range", {.records = record("HOLDTIME", 1e30f, 0.5f), .count = 1}, 200, 1, "0.50000"},
         {"name without an end", {.name = long28}, 30, 0.25f, "90.00000", long28},
+        {"name cut in a character", {.name = name27 + "\xC3\xA4"}, 30, 0.25f, "90.00000", name27},
     };
     for (const Case& each : table)
     {
@@ -196,6 +196,7 @@ TEST(CPresetConverter_V2, TakesOfATaggedChunkWhatIsWhole)
 
 TEST(CPresetConverter_V2, TakesOfATaggedBankTheEntriesThatAreWhole)
 {
+    const std::string name39(39, 'n');
     const std::string three = entry("One", 0.25f) + entry("Two", 0.5f) + entry("Three", 0.75f);
     struct Case
     {
@@ -216,6 +217,7 @@ TEST(CPresetConverter_V2, TakesOfATaggedBankTheEntriesThatAreWhole)
          {0.25f, 0.5f},
          "Two"},
         {"enciphered", taggedBank(three, 3, entrySize, 8192, 1), {1.0f, 1.0f, 1.0f}},
+        {"name of 41 bytes", taggedBank(entry(name39 + "\xC3\xA4", 0.25f), 1), {0.25f}, name39.c_str()},
         {"stride too small", taggedBank(three, 3, 67), {}},
         {"stride of gigabytes", taggedBank(three, 1, 0x80000000), {}},
     };

@@ -1,9 +1,8 @@
-#include "CORE/Numbers.h"
-#include "Orbel/parameters/CPropertyManager.h"
 #include "Orbel/storage/CFileFormat.h"
-#include "Orbel/storage/CPresetStore.h"
 #include "effect/parameters/DKS_Mini.h"
 #include "effect/parameters/TimeAdjust.h"
+#include "presets/SavedBank.h"
+#include "presets/SavedState.h"
 #include "tools/pack_presets/FactoryBank.h"
 
 #include <algorithm>
@@ -41,36 +40,29 @@ static const std::vector<PresetText>& factoryTexts()
     return texts;
 }
 
-// A store within the image of a file, or within another store.
-static Orbel::CPresetStore opened(const char* id, const char* data, long size)
-{
-    Orbel::CPresetStore store;
-    store.setPresetID(id);
-    std::string copy(data, size_t(size));
-    EXPECT_EQ(store.setPreset(copy.data(), size), 0);
-    return store;
-}
-
-static Orbel::CPresetStore openedFile(Orbel::CPresetFormat&& format, const char* id, const std::string& image)
+static std::string payloadOf(Orbel::CPresetFormat&& format, const std::string& image)
 {
     format.setPluginID(0x51444B43);
     std::string_view payload;
     EXPECT_TRUE(format.unwrap(image, payload).isSound());
-    return opened(id, payload.data(), long(payload.size()));
+    return std::string(payload);
 }
 
-// What a set of parameters holds after a preset was loaded into it, whatever it held before.
-static Values valuesIn(const Orbel::CPresetStore& preset)
+static SavedState stateIn(std::string_view bytes)
 {
-    Orbel::CPropertyManager parameters;
-    for (const auto& row : DKS_Mini::ps_plain)
-        parameters.CreateProperty(&row)->setValue(row.maximum);
-    char* chunk = nullptr;
-    const long size = preset.getChunk("PPDATA", &chunk);
-    parameters.setChunkWithLoadSuffix(chunk, size_t(size), -1);
+    Orbel::CPresetStore store;
+    SavedState state;
+    EXPECT_EQ(state.read(store, bytes).why, "");
+    EXPECT_EQ(store.getString("SINGLEPRESET"), state.name);
+    EXPECT_TRUE(state.systemSettings.empty());
+    return state;
+}
+
+static Values valuesIn(const SavedState& state)
+{
     Values values;
-    for (int i = 0; i < parameters.getPropertyCount(); ++i)
-        values[parameters.getProperty(i)->getID()] = parameters.getProperty(i)->getCurrentValue();
+    for (size_t i = 0; i < state.parameters.size(); ++i)
+        values[std::string(state.parameters.id(i))] = state.parameters.value(i);
     return values;
 }
 
@@ -91,34 +83,25 @@ static Values valuesOf(const PresetText& text)
     return values;
 }
 
-static double timeBaseIn(const Orbel::CPresetStore& preset)
-{
-    return Core::parseDouble(preset.getString("ENV_TIME_ADJUST").c_str());
-}
-
 TEST(FactoryBank, HoldsEveryPresetAsItsTextSays)
 {
     const auto& texts = factoryTexts();
     const std::string image = contentOf(LODEX_FACTORY_BANK);
-    const auto bank = openedFile(Orbel::CPresetFormatFXB(), "QDT_DKS_BANK", image);
+    SavedBank bank;
+    EXPECT_TRUE(bank.read(payloadOf(Orbel::CPresetFormatFXB(), image)).isSound());
     EXPECT_GE(texts.size(), 32u);
-    EXPECT_EQ(bank.getString("NumPresets"), std::to_string(texts.size()));
-    EXPECT_EQ(bank.getString("CurrentPreset"), "0");
-    EXPECT_EQ(bank.getChunkCount(), int(texts.size()) + 2);
+    EXPECT_EQ(bank.getDeclaredCount(), long(texts.size()));
+    EXPECT_EQ(bank.getCurrent(), 0);
+    EXPECT_EQ(bank.getPreset(long(texts.size())).data(), nullptr);
 
     std::set<std::string> names;
     for (size_t i = 0; i < texts.size(); ++i)
     {
         SCOPED_TRACE(texts[i].name);
-        char* data = nullptr;
-        const long size = bank.getChunk(("PRESET" + std::to_string(i)).c_str(), &data);
-        ASSERT_TRUE(data);
-        const auto preset = opened("QDT_DKS_PRESET", data, size);
-        EXPECT_EQ(preset.getPresetName(), texts[i].name);
-        EXPECT_EQ(preset.getString("SINGLEPRESET"), texts[i].name);
-        EXPECT_EQ(float(timeBaseIn(preset)), gTimeAdjustMultiplier[texts[i].timeBase]);
+        const SavedState preset = stateIn(bank.getPreset(long(i)));
+        EXPECT_EQ(preset.name, texts[i].name);
+        EXPECT_EQ(preset.timeBase, gTimeAdjustMultiplier[texts[i].timeBase]);
         EXPECT_EQ(valuesIn(preset), valuesOf(texts[i]));
-        EXPECT_EQ(preset.getChunk("SystemData", &data), 0);
         EXPECT_TRUE(names.insert(texts[i].name).second);
         EXPECT_LE(texts[i].name.size(), 28u);
     }
@@ -140,9 +123,9 @@ TEST(FactoryBank, StartsFromTheDefaults)
 {
     const std::string image = contentOf(LODEX_INIT_PRESET);
     EXPECT_STREQ(image.substr(28, 28).c_str(), "Init");
-    const auto preset = openedFile(Orbel::CPresetFormatFXP(), "QDT_DKS_PRESET", image);
-    EXPECT_STREQ(preset.getPresetName(), "Init");
-    EXPECT_EQ(timeBaseIn(preset), 1.0);
+    const SavedState preset = stateIn(payloadOf(Orbel::CPresetFormatFXP(), image));
+    EXPECT_EQ(preset.name, "Init");
+    EXPECT_EQ(preset.timeBase, 1.0f);
     EXPECT_EQ(valuesIn(preset), defaultValues());
 }
 

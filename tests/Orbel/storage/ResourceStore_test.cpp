@@ -116,7 +116,14 @@ TEST(ResourceStore, ABlockThatIsCutShortHoldsWhatIsWhole)
     {
         ASSERT_EQ(fetched(block.substr(0, length), "odd"), length < payloadAt + 3 ? "none" : "%n!") << length;
         ASSERT_EQ(fetched(block.substr(0, length), "text"), "none") << length;
+        const CResourceStore2 store(block.data(), long(length));
+        const std::string why = store.getDiagnosis().why;
+        ASSERT_EQ(store.getDiagnosis().taken, length >= payloadAt) << length;
+        ASSERT_TRUE(why.starts_with(length < payloadAt ? "it is cut off at byte " + std::to_string(length)
+                                                       : "its resource \""))
+            << why;
     }
+    EXPECT_TRUE(CResourceStore2(block.data(), long(block.size())).getDiagnosis().isSound());
     const std::string olderBlock = older;
     for (size_t length = 0; length < olderBlock.size(); ++length)
         ASSERT_EQ(fetched(olderBlock.substr(0, length), "text"), "none") << length;

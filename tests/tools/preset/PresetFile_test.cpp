@@ -89,6 +89,27 @@ TEST_F(PresetFileTest, KnowsEveryFormByItsContent)
     }
 }
 
+TEST_F(PresetFileTest, LooksForAFilesOwnHeaderBeforeTheSizesOfRawForms)
+{
+    const std::string bank = images::bank({half, half});
+    for (const size_t size : {6728u, 6860u})
+    {
+        const std::string images[] = {images::file(half), images::bankFile(bank), half, bank,
+                                      images::stream(padded(bank, size - 8))};
+        for (const std::string& image : images)
+        {
+            const PresetFile file = parsePresetFile(padded(image, size));
+            EXPECT_EQ(file.problem, "");
+            EXPECT_FALSE(file.isOlder);
+            for (const PresetType taken : {PresetType::state, PresetType::preset})
+                EXPECT_EQ(value(contentOf(file, 0, taken), "STRENGTH"), 0.5f);
+        }
+        EXPECT_TRUE(parsePresetFile(images::file(std::string(size, '\0'))).isOlder)
+            << "as the plug-in takes it";
+    }
+    EXPECT_THAT(refusal(padded(images::file(half, "FPCh"), 184)), HasSubstr("cut off at byte 184 of "));
+}
+
 TEST_F(PresetFileTest, SaysWhyNothingCanBeUsed)
 {
     const auto withParameters = [](const std::string& chunk) {
@@ -97,6 +118,7 @@ TEST_F(PresetFileTest, SaysWhyNothingCanBeUsed)
     const std::string file = images::file(half);
     std::string broken = half;
     broken[100] = char(broken[100] ^ 1);
+    const std::string tooMuch = images::withField(images::parameters({}), 36, 17 << 20);
     const struct
     {
         std::string image;
@@ -104,18 +126,17 @@ TEST_F(PresetFileTest, SaysWhyNothingCanBeUsed)
     } cases[] = {
         {"", "it is empty"},
         {"QDT_DKS_PRES", "none of the forms"},
-        {images::bankFile(half).substr(0, 159), "cut off at byte 159 of 160 of its header"},
+        {"CcnKxxxx", "cut off at byte 8 of 60 of its header"},
         {images::file(half, "FxCk"), "kind \"FxCk\", not \"FPCh\" or \"FBCh\""},
-        {std::string(file).replace(16, 4, "ABCD"), "its id is \"ABCD\", not \"QDKC\""},
+        {std::string(file).replace(16, 4, "\n\xff\1%"), "its id is \"?\xef\xbf\xbd?%\", not \"QDKC\""},
         {std::string(file).replace(56, 4, "\xff\xff\xff\xff").substr(0, 300), "byte 300 of 4294967355"},
         {images::stream(half).substr(0, 200), "cut off at byte 200 of "},
-        {half.substr(0, 100), "cut off at byte 100 of "},
-        {images::withField(half, 28, 0x1001), "its version is 4097"},
-        {images::withField(half, 40, 0xffffffff), "would unpack to 4294967295 bytes"},
         {broken, "its data does not unpack"},
-        {images::withField(half, 32, 0), "its first chunk is damaged"},
+        {images::withField(half, 40, 17 << 20), "it would unpack to 17825792 bytes"},
         {withParameters(""), "it holds no parameters"},
-        {withParameters(images::withField(images::parameters({}), 36, 0x7fffffff)), "too much"},
+        {withParameters(tooMuch), "its chunk of parameters: it would unpack to 17825792 bytes"},
+        {images::store("QDT_DKS_PRESET", "", {{"PPDATA", images::parameters({})}, {"SystemData", tooMuch}}),
+         "its chunk of system settings: it would unpack to 17825792 bytes"},
         {images::bank({}), "it holds no preset"},
         {images::bank({images::rawProgram("Half", 0.5f)}), "preset 0: it is of an older form"},
         {padded("QDTDKSBNK", 543), "cut off at byte 543 of 544"},

@@ -34,6 +34,20 @@ TEST(AudioStereoBus, AnOwnBufferGrowsForALongCopyAndAnExternalOneRefuses)
     EXPECT_THROW(none.copyFrom(&own, 1), const char*);
 }
 
+TEST(AudioStereoBus, OnlyAnExternalBufferIsMovedOn)
+{
+    Channels channels(10);
+    AudioStereoBus own, external, none;
+    own.createBusWithOwnBuffer(10);
+    external.createBusWithExternalBuffer(channels.pointers, 10);
+    const float* const ownLeft = own.left;
+    for (AudioStereoBus* bus : {&own, &external, &none})
+        bus->advanceBuffer(3);
+    EXPECT_EQ(own.left, ownLeft);
+    EXPECT_EQ(external.right, &channels.right[3]);
+    EXPECT_EQ(none.left, nullptr);
+}
+
 TEST(AudioBusInformation, WiresAtMostTwentyFourBusesASide)
 {
     std::vector<float> sample(60, 0.0f);

@@ -116,6 +116,16 @@ TEST(ParameterProperty, EveryWriteIsToldAndTheWriterIsNot)
     EXPECT_EQ(second.take(), Values({0.5f, 0.5f, 0.25f, 0.75f, 0}));
     p.setMin(0.25f);
     EXPECT_EQ(first.take(), Values({0.25f}));
+    p.setCurve(0.5f); // the value stays, its position moves
+    EXPECT_EQ(first.take(), Values({0.25f}));
+
+    const auto setup = row(0, 8, 6);
+    ParameterProperty other;
+    other.setup(&setup);
+    other.setDefaultValue(3);
+    p = other;
+    EXPECT_EQ(first.take(), Values({6}));
+    EXPECT_EQ(Values({p.getDefaultValue(), p.getMax(), p.getCurve()}), Values({3, 8, 0}));
 }
 
 TEST(ParameterProperty, ReplacesOnlyTheValueThatTheWriterHasRead)

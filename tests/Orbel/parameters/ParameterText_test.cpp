@@ -51,6 +51,7 @@ TEST(ParameterText, EveryUnitReadsAsItsFormatSays)
         {Unit(99), 0, 1, 0.5f, "0.5", "0"},
         {Unit::SignedPercent, -2, 1, -0.5f, "-25.00", "-25"},
         {Unit::SignedPercent, 0, 2, 0.5f, "25.00", "25"},
+        {Unit::SignedPercent, -1, 2, 0.5f, "+25.00", "+25"}, // where there is a negative side, too
         {Unit::GainInDecibels, 0, 2, 1, "+0.00", "+ 0"},
         {Unit::GainInDecibels, 0, 2, 0, "-oo", "-oo"},
         {Unit::GainInDecibels, 0, 2, 11.2f, "+20.98", "+21"},

@@ -2,7 +2,7 @@
 
 #include "CORE/ForeignData.h"
 #include "CORE/Numbers.h"
-#include "CORE/WholeCharacters.h"
+#include "CORE/Utf8.h"
 #include "Orbel/parameters/CPropertyManager.h"
 #include "Orbel/storage/CPresetStore.h"
 #include "effect/parameters/DKS.h"
@@ -49,7 +49,7 @@ float readFloat(const char* from)
 std::string text(std::string_view bytes, size_t at, size_t fieldSize)
 {
     const std::string_view found(bytes.data() + at, strnlen(bytes.data() + at, fieldSize));
-    return std::string(found.size() < fieldSize ? found : Core::withoutHalfCharacter(found));
+    return std::string(found.size() < fieldSize ? found : Core::Utf8::withoutHalfCharacter(found));
 }
 
 // The older product's parameters, and the store that comes of them. One serves for all presets of a bank.

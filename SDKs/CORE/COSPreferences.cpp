@@ -3,7 +3,7 @@
 #include "CORE/CString.h"
 #include "CORE/File.h"
 #include "CORE/UserFolders.h"
-#include "CORE/WholeCharacters.h"
+#include "CORE/Utf8.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -22,7 +22,7 @@ constexpr char escapes[][2] = {{'\n', 'n'}, {'\r', 'r'}, {'\\', '\\'}, {'=', 'e'
 
 std::string fileNameFrom(const char* text)
 {
-    std::string name(Core::wholeCharacters(text ? text : "", longestFileName));
+    std::string name(Core::Utf8::cut(text ? text : "", longestFileName));
     for (char& c : name)
         if (c == '/' || (unsigned char)c < 0x20 || c == 0x7f)
             c = '_';

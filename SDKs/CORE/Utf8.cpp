@@ -118,6 +118,21 @@ std::string_view cut(std::string_view text, std::size_t bytes)
     return text.substr(0, bytes);
 }
 
+std::string_view withoutHalfCharacter(std::string_view text)
+{
+    for (std::size_t start = 0, at = 0; start < text.size(); start = at)
+    {
+        const std::size_t end = start + sequenceLength(text[start]);
+        for (at = start + 1; at < text.size() && at < end && isContinuation(text[at]);)
+            ++at;
+        if (at == text.size() && at < end)
+            return text.substr(0, start);
+        if (at != end)
+            return text;
+    }
+    return text;
+}
+
 std::string removeInvalid(std::string_view text)
 {
     std::string result;

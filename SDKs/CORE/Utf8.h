@@ -66,6 +66,10 @@ std::size_t advance(std::string_view text, std::size_t position);
 // off at most the three bytes that this can be, so that a text of invalid bytes does not vanish.
 std::string_view cut(std::string_view text, std::size_t bytes);
 
+// The text without a character at its end of which bytes are missing: it stood in a field that was too short.
+// Text that is no UTF-8 before that stays as it is, since its end may mean something else.
+std::string_view withoutHalfCharacter(std::string_view text);
+
 // The valid sequences of text, without all other bytes.
 std::string removeInvalid(std::string_view text);
 // Each longest beginning of a valid sequence that does not go on, and each other invalid byte, as a

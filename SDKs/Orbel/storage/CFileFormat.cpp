@@ -2,7 +2,7 @@
 
 #include "CORE/File.h"
 #include "CORE/ForeignData.h"
-#include "CORE/WholeCharacters.h"
+#include "CORE/Utf8.h"
 #include "Sonvex/FileNames.h"
 
 #include <algorithm>
@@ -153,7 +153,7 @@ std::string CPresetFormat::image(std::string_view programName, const char* paylo
     std::string out(layout.headerSize, '\0');
     commonMagic.copy(out.data() + header::magic, magicLength);
     std::memcpy(out.data() + header::kindMagic, layout.magic, magicLength);
-    const auto name = Core::wholeCharacters(programName, header::longestProgramName);
+    const auto name = Core::Utf8::cut(programName, header::longestProgramName);
     name.copy(out.data() + header::programName, name.size());
     const auto put = [&](size_t at, size_t word) { Core::writeBig32(out.data() + at, std::uint32_t(word)); };
     put(header::byteSize, layout.headerSize - header::byteSizeCounted + size_t(size));

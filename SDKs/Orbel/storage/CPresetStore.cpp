@@ -1,6 +1,6 @@
 #include "Orbel/storage/CPresetStore.h"
 
-#include "CORE/WholeCharacters.h"
+#include "CORE/Utf8.h"
 
 #include <algorithm>
 #include <cstring>
@@ -52,7 +52,7 @@ void CPresetStore::setPresetID(const char* id)
 void CPresetStore::setPresetName(const char* name)
 {
     if (name)
-        copyText(presetName, Core::wholeCharacters(*name ? name : noName, kLongestName));
+        copyText(presetName, Core::Utf8::cut(*name ? name : noName, kLongestName));
 }
 
 void CPresetStore::addChunk(const char* name, const char* data, long length)

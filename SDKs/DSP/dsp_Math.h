@@ -6,15 +6,15 @@ namespace DSP
 namespace Math
 {
 // The length in milliseconds of a note value at a tempo in beats per minute; 0 for a tempo of 0.
-// resolution: 1 is four whole notes, 2 two, 3 one whole note ("1/1"), 4 a half ... 11 a 256th; any other
-// number is taken as a whole note. A beat is a quarter note.
+// resolution: 1 is four whole notes, 2 is two, 3 is one ("1/1"), 4 a half note and so on to 11, a 256th; any
+// other number counts as a whole note. A beat is a quarter note.
 float getBeatTime_ms(float bpm, int resolution);
 
 // The name of such a note value, from "4/1" to "1/256"; an empty text for other numbers.
 const char* getBeatTimeString(int resolution);
 }
 
-// A crossfade position with its companion, 1 at first.
+// A crossfade position and a companion value, both 1 at first.
 class CCrossFader
 {
 public:

@@ -1,10 +1,10 @@
-// The allocator under every channel buffer. [audio stopped] or a thread that may allocate.
+// The allocator of all channel buffers. [audio stopped], or any thread that may allocate.
 #pragma once
 
 namespace DSP::MEMORY
 {
-// Replaces pointer by a zeroed buffer of the given count of samples, or by null for a count of 0 or
-// below, and frees what pointer held before. Null where there is no memory.
+// Replaces pointer by a zeroed buffer of so many samples, or by null if their number is 0 or below or there
+// is no memory. The former buffer is freed.
 void getEmptyBufferFloat(float*& pointer, long samples);
 
 // Frees a buffer of getEmptyBufferFloat; null is allowed.

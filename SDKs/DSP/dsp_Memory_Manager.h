@@ -1,6 +1,6 @@
 // Blocks of aligned memory that live until the manager ends: for tables that a whole process shares.
 //
-// Channel buffers don't come from here, but from dsp_Memory.h.
+// Channel buffers come from dsp_Memory.h instead.
 #pragma once
 
 #include <cstddef>

@@ -34,7 +34,7 @@ struct BundleHost
                component->setActive(true) == Steinberg::kResultOk;
     }
 
-    // Noise in, and on in the music.
+    // A block of noise; then the position moves on.
     Steinberg::tresult process(int frames)
     {
         for (size_t channel = 0; channel < 4; ++channel)
@@ -46,7 +46,7 @@ struct BundleHost
         return result;
     }
 
-    // The same with what the channels hold.
+    // A block of what the channels hold, at a position that stays.
     Steinberg::tresult processFilled(int frames)
     {
         float* pointers[6];

@@ -47,7 +47,7 @@ struct Workbench
     RenderBlock block;
 };
 
-// Nanoseconds a frame of work, called once a block: the median of the runs.
+// What work, called once for each block, takes in nanoseconds a frame: the median of the runs.
 template <typename Work>
 double measure(Work work)
 {
@@ -106,7 +106,7 @@ BenchResult measureEffect()
         {
             for (int i = 0; i < 2; ++i)
                 std::memcpy(block.output[i], block.input[i], sizeof bench.memory[i]);
-            asm volatile("" : : "r"(&bench) : "memory"); // the copy is wanted, though nobody reads it
+            asm volatile("" : : "r"(&bench) : "memory"); // keeps the compiler from leaving the copy out
         });
     return {effect, copy};
 }

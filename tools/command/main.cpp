@@ -14,7 +14,7 @@
 
 namespace
 {
-constexpr int failed = 2; // exit code of everything that could not be done
+constexpr int failed = 2; // exit code of whatever could not be done
 
 std::string version()
 {
@@ -33,7 +33,7 @@ int run(int argc, char** argv)
 {
     CLI::App app("QDT Lodex ducks music on the beat. This is the plug-in without a workstation.", "lodex");
     app.set_version_flag("--version", version());
-    app.require_subcommand(0, 1); // none is our own complaint: CLI11 has that even for a misspelt one
+    app.require_subcommand(0, 1); // 0: CLI11's own message would call a misspelt command missing, too
     app.footer("\nlodex COMMAND --help shows the options of a command, and an example.");
     lodex::addRenderCommand(app);
     lodex::addPresetCommand(app);
@@ -43,7 +43,7 @@ int run(int argc, char** argv)
         app.parse(argc, argv);
         return app.get_subcommands().empty() ? fail("a command is missing (see lodex --help)") : 0;
     }
-    catch (const CLI::RuntimeError& answer) // of a command that has said all
+    catch (const CLI::RuntimeError& answer) // of a command that has printed its message itself
     {
         return answer.get_exit_code();
     }

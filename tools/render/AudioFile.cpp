@@ -14,7 +14,7 @@
 namespace lodex
 {
 constexpr int bufferedFrames = 4096;
-constexpr int highestRate = 10'000'000; // beyond any converter; the effect's delay grows with the rate
+constexpr int highestRate = 10'000'000; // more than any converter has; the effect's delay line grows with it
 
 void CloseSoundFile::operator()(sf_private_tag* file) const
 {

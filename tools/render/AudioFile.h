@@ -21,14 +21,14 @@ using SoundFile = std::unique_ptr<sf_private_tag, CloseSoundFile>;
 class AudioReader
 {
 public:
-    // A ToolError if there is no such file, or why it is none that can be used.
+    // Throws a ToolError that says why the file cannot be used.
     explicit AudioReader(const std::string& name);
 
     int rate() const { return sampleRate; } // hertz
-    // As the file says it; -1 where that can't be known before its end.
+    // As the file says; -1 if that cannot be known before its end.
     int64_t length() const { return frames; }
-    // Fills both channels with the next samples, the same in both for a mono file, as they stand there:
-    // nothing is clipped and a NaN stays one. Says how many; fewer than asked for at the end of the file.
+    // Fills both channels with the next samples of the file; those of a mono file go into both. Samples are
+    // not clipped and a NaN stays a NaN. Returns how many there were: fewer than asked for at the end.
     int read(float* left, float* right, int count);
 
 private:
@@ -44,17 +44,17 @@ private:
     int taken = 0;
 };
 
-// A WAV file of 32-bit floats; RF64 where it may grow beyond what a WAV file holds. The same samples give
-// the same bytes.
+// A WAV file of 32-bit floats, or RF64 if it may grow beyond what a WAV file holds. The same samples give the
+// same bytes.
 class AudioWriter
 {
 public:
-    // frames is the length to come, -1 if it isn't known. target outlives the writer.
+    // frames is the length to come, -1 if it is unknown. target outlives the writer.
     AudioWriter(OutputFile& target, int rate, int channelCount, int64_t frames);
 
-    // One pointer a channel. A ToolError if the disk is full.
+    // samples has one pointer for each channel. Throws a ToolError if the disk is full.
     void write(const float* const* samples, int count);
-    // Completes the file. Without it nothing of it is good.
+    // Completes the file, which is invalid without it.
     void finish();
 
 private:

@@ -1,9 +1,9 @@
 // The events of a render: what happens at which frame, one event a line.
 //
 //   at SAMPLE set ID VALUE        at SAMPLE play 0|1         at SAMPLE timebase NAME
-//   at SAMPLE tempo BPM           at SAMPLE ppq POSITION     # a comment, also behind an event
+//   at SAMPLE tempo BPM           at SAMPLE ppq POSITION     # a comment, also after an event
 //
-// The lines are sorted by SAMPLE; those of one SAMPLE happen in their order.
+// The lines are sorted by SAMPLE; those of the same SAMPLE happen in the order of the file.
 #pragma once
 
 #include "tools/render/RenderEngine.h"
@@ -31,8 +31,8 @@ struct Event
     double value = 0.0; // in the parameter's unit, beats a minute, 0 or 1, quarter notes, beats
 };
 
-// The events of a stream. A ToolError names the line by name, the text before the line number, and says
-// what was expected there.
+// The events of a stream. Throws a ToolError that names the line, as "name:number", and says what was
+// expected there.
 std::vector<Event> parseEvents(std::istream& text, const std::string& name,
                                const std::vector<ParameterInfo>& parameters);
 

@@ -8,7 +8,7 @@
 
 namespace lodex
 {
-// A fall or rise of less than this is no change of direction: about a tenth of a decibel.
+// A fall or rise of less than this, about a tenth of a decibel, is no change of direction.
 constexpr float threshold = 0.01f;
 
 void GainSummary::add(const float* record, int count)

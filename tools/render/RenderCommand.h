@@ -8,6 +8,6 @@ namespace lodex
 // Adds the command; it runs when the command line that app parses asks for it.
 void addRenderCommand(CLI::App& app);
 
-// Writes the files that options ask for, all or, on a ToolError, none of them.
+// Writes the files that options ask for. If it throws a ToolError, none of them has been written.
 void render(const RenderOptions& options);
 }

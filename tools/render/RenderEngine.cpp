@@ -53,7 +53,7 @@ ParameterValue resolveSet(const std::vector<ParameterInfo>& parameters, std::str
     const int index = indexOf(parameters, id);
     const ParameterInfo& parameter = parameters[size_t(index)];
     const auto number = parseNumber(value);
-    const float single = number ? float(*number) : 0.0f; // the bounds, too, are single
+    const float single = number ? float(*number) : 0.0f; // because the bounds are single, too
     if (!number || single < parameter.minimum || single > parameter.maximum)
         throw ToolError(parameter.id + " takes a number from " + formatNumber(parameter.minimum) + " to " +
                         formatNumber(parameter.maximum) + ", not " + inQuotes(value));

@@ -18,7 +18,7 @@ struct ParameterInfo
     std::string id; // the id text, as "ATTACKTIME"
     float minimum;  // in the parameter's own unit, as all values here
     float maximum;
-    long automationIndex; // by which hosts automate it; -1 where they can't
+    long automationIndex; // by which hosts automate it; -1 if they cannot
 };
 
 // A value for the parameter at an index of RenderEngine::parameters().
@@ -39,7 +39,7 @@ struct RenderBlock
     float* gainRecord = nullptr; // filled by an engine that records it: see gainFromRecord
 };
 
-// The record counts from -1, where nothing is ducked or bypass is on, to 1, where all is.
+// The record goes from -1, not ducked or bypassed, to 1, ducked to silence.
 inline float gainFromRecord(float record)
 {
     return (1.0f - record) * 0.5f;
@@ -56,11 +56,11 @@ public:
 
     // Rate in hertz; no block will be longer than largestBlock frames.
     virtual void prepare(int rate, int largestBlock) = 0;
-    // The trigger interval in beats. Between blocks. An engine that can't once it runs throws a ToolError,
-    // and so does queueSet for what it can't automate.
+    // The trigger interval in beats, set between blocks. An engine that cannot change it once it runs throws
+    // a ToolError, and so does queueSet for a parameter that it cannot automate.
     virtual void setTimeBase(float beats) = 0;
     virtual void set(ParameterValue value) = 0;
-    // A chunk that the effect takes; it sets the time base, too. Between blocks.
+    // Loads a chunk, which sets the time base, too. Between blocks.
     virtual void loadPreset(const std::string& chunk, PresetType taken) = 0;
     virtual void reset() = 0;
 
@@ -70,10 +70,12 @@ public:
     virtual void process(RenderBlock& block) = 0;
 };
 
-// A new engine by its name on the command line; a ToolError that lists the names if there is none.
+// A new engine by its name on the command line. Throws a ToolError that lists the names if there is none of
+// that name.
 std::unique_ptr<RenderEngine> createRenderEngine(std::string_view name);
 
-// The value that the texts of a set name, checked against the parameter's range; a ToolError otherwise.
+// The parameter and the value that the two texts name. Throws a ToolError if there is no such parameter, or
+// if the value is no number of its range.
 ParameterValue resolveSet(const std::vector<ParameterInfo>& parameters, std::string_view id,
                           std::string_view value);
 }

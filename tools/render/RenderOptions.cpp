@@ -63,7 +63,7 @@ void addRenderOptions(CLI::App& command, RenderOptions& o)
     text("--timebase", o.timeBase, "NAME", "Note value from duck to duck, as 1/8T or \"1 Bar\" (1/4)");
     text("--preset", o.presetFile, "FILE",
          "Preset or state to begin with, of a bank its current one; see below");
-    // With linked times the order of the sets matters, and CLI11 else goes by the order of its options.
+    // With linked times the order of the sets matters; without this CLI11 takes the order of its options.
     parsed("--set", takeSet, "ID=VALUE", "Parameter and its value, any number of times; a wrong ID lists all")
         ->trigger_on_parse();
     parsed("--link", takeLink, "on|off", "Whether attack, hold and release keep their sum (on)")

@@ -27,9 +27,9 @@ struct RenderOptions
     Transport start; // tempo and position
     std::vector<int> blockSizes{512};
     std::string timeBase = "1/4"; // which the effect starts with, too
-    std::string presetFile;       // empty: none
+    std::string presetFile;       // empty: none given
     std::vector<Assignment> sets; // in the order of the command line
-    std::string eventsFile;       // empty, as the next two: none
+    std::string eventsFile;       // empty: none; and so for the next two
     std::string gainFile;
     std::string plotFile;
 };

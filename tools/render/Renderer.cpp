@@ -42,7 +42,7 @@ void Renderer::run(const Source& source, const Sink& sink)
     }
 }
 
-// Those at the first frame of the block to come: none lies before it.
+// The events at the first frame of the coming block; there are none before it.
 void Renderer::applyControls()
 {
     for (; nextControl < controls.size() && controls[nextControl].sample == block.first; ++nextControl)

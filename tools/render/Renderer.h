@@ -16,9 +16,10 @@ namespace lodex
 class Renderer
 {
 public:
-    // Fills left and right with up to frames samples and says how many; fewer than asked for ends the input.
+    // Fills left and right with up to so many samples and returns how many; fewer than asked for end the
+    // input.
     using Source = std::function<int(float* left, float* right, int frames)>;
-    // Takes a block that has been processed; it stands until the next one.
+    // Takes a block that has been processed; the block is valid until the next one.
     using Sink = std::function<void(const RenderBlock&)>;
 
     // prepared outlives the renderer. hertz is the sample rate; sizes holds at least one, each at least

@@ -14,7 +14,7 @@ namespace lodex
 class VST3Engine : public RenderEngine
 {
 public:
-    // Throws a ToolError where there is no bundle, or one that is not ours.
+    // Throws a ToolError if there is no bundle, or one that is not ours.
     VST3Engine();
     ~VST3Engine() override;
 

@@ -1,5 +1,5 @@
-// A built VST 3 bundle, loaded as a host loads it: its object by dlopen, its entry, its factory, and in the
-// opposite order at the end.
+// A built VST 3 bundle, loaded as a host loads it: its shared object by dlopen, then its entry, then its
+// factory; and unloaded in the opposite order.
 //
 // Everything that was made from it must be released first. [window thread]
 #pragma once
@@ -14,14 +14,15 @@ namespace lodex
 class VST3Module
 {
 public:
-    // path is the bundle's folder. A ToolError tells why it can't be loaded.
+    // path is the bundle's folder. Throws a ToolError that says why it cannot be loaded.
     explicit VST3Module(const std::string& path);
     ~VST3Module();
     VST3Module(const VST3Module&) = delete;
     VST3Module& operator=(const VST3Module&) = delete;
 
     Steinberg::IPluginFactory& factory() const { return *classes; }
-    // A new object of the first audio effect's class, before its initialize. A ToolError if there is none.
+    // A new object of the first class of audio effects, not initialised yet. Throws a ToolError if there is
+    // no such class.
     Steinberg::IPtr<Steinberg::Vst::IComponent> createEffect() const;
 
 private:
@@ -29,7 +30,7 @@ private:
     Steinberg::IPluginFactory* classes = nullptr;
 };
 
-// Where the bundle of this build or installation is: LODEX_VST3 in the environment, else beside the command,
-// else among the user's plug-ins. A ToolError lists where it was looked for.
+// The folder of the bundle: LODEX_VST3 of the environment, else that of this build or installation, else that
+// among the user's plug-ins. Throws a ToolError that lists where it was looked for.
 std::string findVST3Bundle();
 }

@@ -14,12 +14,12 @@ namespace Steinberg
 class CPluginFactory : public IPluginFactory3
 {
 public:
-    // A new object with one reference. context is what its class was registered with.
+    // Makes a new object with one reference. context is what the class was registered with.
     using CreateFunction = FUnknown* (*)(void* context);
 
     explicit CPluginFactory(const PFactoryInfo& info) : factoryInfo(info) {}
 
-    // False, and nothing happens, if there is no function or a class of that id is there.
+    // False, and nothing happens, if there is no function or if a class with that id is registered already.
     bool registerClass(const PClassInfo2& info, CreateFunction create, void* context);
 
     // IPluginFactory, IPluginFactory2
@@ -28,7 +28,7 @@ public:
     tresult PLUGIN_API getClassInfo(int32 index, PClassInfo* info) override;
     tresult PLUGIN_API createInstance(FIDString classID, FIDString interfaceID, void** object) override;
     tresult PLUGIN_API getClassInfo2(int32 index, PClassInfo2* info) override;
-    // IPluginFactory3: the same in UTF-16, and the host, of which nothing is asked.
+    // IPluginFactory3: the same in UTF-16. The host's context is not used.
     tresult PLUGIN_API getClassInfoUnicode(int32 index, PClassInfoW* info) override;
     tresult PLUGIN_API setHostContext(FUnknown*) override { return kNotImplemented; }
 

@@ -1,14 +1,14 @@
 // What a host calls when it has loaded the bundle's object and before it unloads it. bundle/ exports these
 // under the names that the platform wants.
 //
-// A host may enter several times, and leaves as often. [window thread]
+// A host may enter several times and then leaves as often. [window thread]
 #pragma once
 
 namespace Steinberg
 {
 // The platform's handle of the loaded object, kept until the last leave. Null is refused.
 bool enterModule(void* platformHandle);
-// False for a leave without an entry.
+// False if no entry is open.
 bool leaveModule();
 // Null while no host has entered.
 void* getModuleHandle();

@@ -123,7 +123,7 @@ tresult PLUGIN_API SingleComponentEffect::setupProcessing(ProcessSetup& setup)
     return kResultOk;
 }
 
-// What each of them is made with, behind its name.
+// Makes a bus of the interface's class Made; the arguments are those of its constructor after the flags.
 template <typename Made, typename... Arguments>
 static void addBus(BusList& buses, const char* name, BusType type, Arguments... arguments)
 {

@@ -2,7 +2,7 @@
 //
 // It keeps the buses and the set-up of processing; an adapter adds its buses in initialize. Answers are
 // those of the interface: kResultFalse for what is refused, kInvalidArgument for an argument that names
-// nothing. What a host may ask before initialize or after terminate is answered as without buses.
+// nothing. Before initialize and after terminate there are no buses.
 //
 // Threads, as the interface has them: process on the audio thread, setupProcessing and setActive while it
 // stands, all else on the window thread.
@@ -22,7 +22,7 @@ public:
     tresult PLUGIN_API initialize(FUnknown* context) override;
     tresult PLUGIN_API terminate() override;
 
-    // IEditController. Nothing is thrown at an index beyond the list.
+    // IEditController. An index beyond the list is refused; the base would throw.
     tresult PLUGIN_API getParameterInfo(int32 index, ParameterInfo& info) override;
 
     // IComponent
@@ -37,8 +37,8 @@ public:
     tresult PLUGIN_API setState(IBStream*) override { return kNotImplemented; }
     tresult PLUGIN_API getState(IBStream*) override { return kNotImplemented; }
 
-    // IAudioProcessor. A bus takes what fits into a stereo pair, or no channel at all; other arrangements
-    // are refused as a whole, and a count of buses below ours leaves the rest as it is.
+    // IAudioProcessor. Each bus takes any arrangement of at most two channels. If one of the arrangements has
+    // more, all are refused and nothing changes. Buses beyond the given number stay as they are.
     tresult PLUGIN_API setBusArrangements(SpeakerArrangement* inputs, int32 numInputs,
                                           SpeakerArrangement* outputs, int32 numOutputs) override;
     tresult PLUGIN_API getBusArrangement(BusDirection direction, int32 index,

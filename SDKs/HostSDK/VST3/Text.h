@@ -10,8 +10,8 @@ namespace Steinberg::Vst
 {
 constexpr size_t kTextUnits = sizeof(String128) / sizeof(TChar); // the end included
 
-// Cut so that no character is torn. A text that is no UTF-8 is taken byte by byte, as Latin-1.
+// Cut so that no character is torn. A text that is not valid UTF-8 is taken byte by byte, as Latin-1.
 void copyText(std::string_view utf8, String128 out);
-// Up to the end, or kTextUnits. Null is the empty text, and so is what is no UTF-16.
+// Up to the closing 0, or kTextUnits. Null gives an empty text, and so does invalid UTF-16.
 std::string textOf(const TChar* text);
 }

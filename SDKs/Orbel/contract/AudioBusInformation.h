@@ -1,7 +1,7 @@
-// All that an adapter hands to an effect for one block: the buses, the count of frames, the transport.
+// All that an adapter hands to an effect for one block: the buses, the number of samples, the transport.
 //
-// [audio thread] It has room for all its buses inside, so that an adapter builds one on its stack in
-// every block without an allocation.
+// [audio thread] It holds all its buses itself, so that an adapter makes one on its stack in every block
+// without an allocation.
 #pragma once
 
 #include "Orbel/contract/AudioStereoBus.h"
@@ -15,11 +15,11 @@ public:
     static constexpr int maximumBuses = 24; // a side
 
     AudioBusInformation() = default;
-    // numIn and numOut count stereo buses: the channels 2i and 2i + 1 make bus i, of numSamples samples.
-    // At most 24 buses a side are wired; the two counts keep what was given.
+    // numIn and numOut count stereo buses: the channels 2i and 2i + 1 make bus i. At most 24 buses a side get
+    // their channels; the two counts stay as given.
     AudioBusInformation(float** inputChannels, int numIn, float** outputChannels, int numOut, int frames);
 
-    // Moves the external buses of one side ahead, between the pieces of a block.
+    // Move the external buses of one side on by so many samples, between the pieces of a block.
     void advanceInput(int frames);
     void advanceOutput(int frames);
 

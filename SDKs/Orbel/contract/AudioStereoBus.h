@@ -1,6 +1,6 @@
 // One stereo pair of channel pointers: its own memory, or pointers into somebody else's.
 //
-// A value without a lock: a bus that the audio thread reads is re-created only while audio stands.
+// There is no lock: a bus that the audio thread reads is created anew only while audio is stopped.
 #pragma once
 
 #include <cstdint>
@@ -22,22 +22,22 @@ public:
         ownBuffer = 1
     };
 
-    // [audio stopped] Two zeroed channels of the given length in samples; what they held is lost. A
-    // length of 0 or below gives null pointers, and so does a lack of memory.
+    // [audio stopped] Makes two zeroed channels of the given length in samples; the former content is lost.
+    // A length of 0 or below gives null pointers, and so does a lack of memory.
     void createBusWithOwnBuffer(long newLength);
-    // [audio thread] Points at channels[0] and channels[1], which the caller owns; copies nothing and
-    // allocates nothing.
+    // [audio thread] Takes the pointers channels[0] and channels[1], which the caller owns. Nothing is copied
+    // or allocated.
     void createBusWithExternalBuffer(float** channels, long newLength);
 
-    // [audio thread] Copies frames samples of both channels. An own buffer that is too short is
-    // re-created at that length, which allocates; any other throws a const char*.
+    // [audio thread] Copies so many samples of both channels. An own buffer that is too short is created anew
+    // at that length, which allocates; a bus of another kind that is too short throws a const char*.
     void copyFrom(AudioStereoBus* source, long frames);
     void copyFrom(float** source, long frames);
 
     // [audio thread] Zeroes the first frames samples of both channels, at most the whole length; 0 means
     // the whole length.
     void clear(long frames);
-    // [audio thread] Moves both pointers of an external buffer ahead; leaves others alone.
+    // [audio thread] Moves both pointers of an external buffer on; an own buffer stays where it is.
     void advanceBuffer(int frames);
 
     float* left = nullptr;

@@ -63,9 +63,9 @@ public:
     // The observer may be null. Neither it nor the effect is owned.
     BlockRoad(OrbelOS& effect, BlockRules rules, BlockObserver* observer = nullptr);
 
-    // Takes a block of numSamples samples through the effect, piece by piece; the buses, the count and the
-    // time of block then stand behind the last piece. sampleRate, in hertz, is that of the host's clock.
-    // Values that were not yet due at the end are dropped.
+    // Takes a block of numSamples samples through the effect, piece by piece. Buses, time and numSamples of
+    // block are then no longer those of its start. sampleRate, in hertz, is that of the host's clock. Values
+    // that are not due before the end are dropped.
     void process(AudioBusInformation& block, double sampleRate);
     // A call without audio: writes all added values at once. No time passes.
     void flush();

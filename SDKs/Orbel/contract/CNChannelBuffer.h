@@ -1,5 +1,5 @@
-// A staging buffer for any count of channels. It has a lock for those who share one, and takes it
-// nowhere itself.
+// A staging buffer for any number of channels. Its lock is there for callers that share one: no operation of
+// its own takes it.
 #pragma once
 
 #include "CORE/CriticalSection.h"
@@ -14,8 +14,8 @@ public:
     CNChannelBuffer& operator=(const CNChannelBuffer&) = delete;
     virtual ~CNChannelBuffer();
 
-    // [audio stopped] Zeroed channels of the given length in samples; what was there is lost. A lack of
-    // memory leaves the buffer empty.
+    // [audio stopped] Makes zeroed channels of the given length in samples; the former content is lost. A
+    // lack of memory leaves the buffer without channels.
     void alloc(unsigned long newSamples, unsigned long newChannels);
 
     // [audio thread] Copy min(count, numChannels) channels of min(frames, numSamples) samples.

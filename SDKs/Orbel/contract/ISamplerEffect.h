@@ -22,6 +22,6 @@ public:
     virtual void close_editor() = 0;
 };
 
-// The editor interface of an effect; null for null and for an effect that has none.
+// The editor interface of an effect; null if the effect is null or has none.
 ISamplerEffect* getSamplerInterface(OrbelOS* effect);
 }

@@ -14,7 +14,7 @@ class OrbelCallback
 public:
     virtual ~OrbelCallback() = default;
 
-    // Hook for the adapter, after the effect was made.
+    // For the adapter itself, after the effect was made.
     virtual void initCallback() {}
     // [window thread] Asks the host to do its idle work now.
     virtual void CB_giveHostIdleTime() {}
@@ -31,13 +31,14 @@ public:
     // [window thread] The layout of channels or the latency has changed.
     virtual bool CB_ioChanged() { return false; }
 
-    // Tell a count of channels: despite the name twice the count of stereo buses.
+    // Tell the host a number of channels: despite the names twice the number of stereo buses.
     virtual bool CB_setNumStereoInputs(int) { return false; }
     virtual bool CB_setNumStereoOutputs(int) { return false; }
-    // Asks the host to compensate so many samples.
+    // Asks the host to compensate a latency of so many samples.
     virtual bool CB_setOutputLatency(int) { return false; }
 
-    // [window thread] A gesture on an automation index: opened, closed, and a new normalised value in it.
+    // [window thread] A gesture on the parameter of an automation index: it begins, it ends, and a new
+    // normalised value in between.
     virtual bool CB_beginEdit(int) { return false; }
     virtual bool CB_endEdit(int) { return false; }
     virtual void CB_performEdit(int, float) {}

@@ -1,12 +1,13 @@
-// The doors of a bundle: what it holds, and how an adapter makes one. The product defines them.
+// What adapters ask of the bundle that they are in: the list of its effects, and a new effect. The product
+// defines these functions.
 #pragma once
 
 #include "Orbel/contract/OrbelOS.h"
 #include "Orbel/contract/OrbelPluginList.h"
 
-// Fills list with the descriptions of what this bundle holds.
+// Fills list with one description for each effect of this bundle.
 void getOrbelPluginList(Orbel::OrbelPluginList& list);
-// The same list, as one that belongs to the bundle.
+// The same list as an object of the bundle's own.
 Orbel::OrbelPluginList* getOrbelPluginListPTR();
 
 // A new effect, owned by the caller and destroyed through its virtual destructor. callback may be null

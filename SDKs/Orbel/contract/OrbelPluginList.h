@@ -1,4 +1,4 @@
-// What a bundle holds, in words for an adapter: one description an effect.
+// The list of a bundle's effects: one description for each.
 #pragma once
 
 #include <memory>
@@ -15,7 +15,7 @@ struct OrbelFX_Description
         instrument = 1002
     };
 
-    // Four characters and four zero bytes; passed on as one 64-bit word, whose lowest byte is the first.
+    // Four characters and four zero bytes. As one 64-bit word the first character is the lowest byte.
     char id[8];
     const char* name;
     const char* product;

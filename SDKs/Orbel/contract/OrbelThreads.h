@@ -16,11 +16,12 @@ void killOrbelThread(const OrbelThreadHandle& handle);
 // [any thread but audio]  Milliseconds.
 void OrbelThreadSleep(int ms);
 // [worker]  From here on the calling thread can be killed between any two instructions, not only where it
-// sleeps, waits or transfers. Only for code that neither allocates nor holds a lock: what it was in the
-// middle of stays half done.
+// sleeps, waits or transfers. Only for code that neither allocates nor holds a lock: what it is in the
+// middle of stays unfinished.
 void OrbelThreadAllowCancel();
 
-// [any thread]  One step up or down as a single action, wrapping at the ends; the value from before it.
+// [any thread]  One step up or down as a single action, wrapping at the ends. The result is the value before
+// it.
 inline int AtomicIncrement(volatile int& value)
 {
     return __atomic_fetch_add(&value, 1, __ATOMIC_SEQ_CST);

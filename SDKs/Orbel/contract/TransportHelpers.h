@@ -3,7 +3,7 @@
 
 namespace Orbel::Helpers
 {
-// A part or multiple of a beat, a quarter note.
+// A multiple or a part of a beat, which is a quarter note.
 enum eBeatResolution : int
 {
     wholeNote = 0,
@@ -14,10 +14,10 @@ enum eBeatResolution : int
     thirtySecondNote = 5
 };
 
-// Samples from a position in quarter notes to the next beat: one whole beat where the position is a
-// beat. The tempo, in beats a minute, is raised to 10.
+// Samples from a position in quarter notes to the next beat; a whole beat if the position is on one. The
+// tempo, in beats a minute, counts as 10 if it is lower.
 long getSamplesToNextBeat(double tempo, double ppqPosition, double sampleRate);
 
-// Samples from a position in samples to the next line of a grid; 0 where the position is a line.
+// Samples from a position in samples to the next line of a grid; 0 if the position is on one.
 long getSamplesToNexBeat(double samplePosition, double tempo, double sampleRate, eBeatResolution resolution);
 }

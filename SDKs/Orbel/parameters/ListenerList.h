@@ -14,8 +14,8 @@
 //   - Retired snapshots are freed once every seat was seen empty after they were retired.
 //
 // Two threads must not forget from inside notifications of the same list at the same time: each would
-// wait for the other. With more threads inside than there are seats, the excess is only counted; a
-// thread of that excess must not forget from inside.
+// wait for the other. Threads that come in when all seats are taken are only counted; such a thread must not
+// forget from inside.
 #pragma once
 
 #include <array>
@@ -37,7 +37,7 @@ public:
     ListenerList() = default;
     ListenerList(const ListenerList&) = delete;
     ListenerList& operator=(const ListenerList&) = delete;
-    // Nobody may be inside any more.
+    // No notification may be under way.
     ~ListenerList();
 
     // [window thread]  Appends the listener, which stays the caller's. False if it is in the list already
@@ -46,7 +46,7 @@ public:
     // [window thread]  Removes the listener, if it is in the list, and waits until no other thread can
     // still be calling it.
     void forget(ParameterChangeListener* listener);
-    // [any thread]  Calls the listeners, the last added first, without the excepted one.
+    // [any thread]  Calls all listeners but the excepted one, the last added first.
     void notify(ParameterProperty* property, ParameterChangeListener* except = nullptr);
 
 private:

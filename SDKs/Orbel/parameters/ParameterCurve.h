@@ -3,7 +3,7 @@
 
 namespace Orbel
 {
-// Place in the range at a position. All in single precision.
+// The place in the range of a position. All in single precision.
 inline float bendPosition(float position, float curve)
 {
     if (curve < 0.0f)
@@ -12,7 +12,7 @@ inline float bendPosition(float position, float curve)
     return 1.0f - (1.0f + curve) * rest / (curve * rest + 1.0f);
 }
 
-// The way back: the same bend with the opposite curve.
+// The inverse: the same bend with the opposite curve.
 inline float unbendUnit(float unit, float curve)
 {
     return bendPosition(unit, -curve);

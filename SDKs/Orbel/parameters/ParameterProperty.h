@@ -6,8 +6,8 @@
 // listeners are changed there only. Numbers are written and read on any thread, the audio thread
 // included, and listeners hear of a write on the thread that wrote.
 //
-// No write compares: writing the value that is there tells everybody again. A NaN is refused by every
-// setter: nothing changes and nobody is told. Infinities meet the clamp.
+// A write does not compare: writing the present value again tells everybody again. A NaN is refused by every
+// setter: nothing changes and nobody is told. Infinities are clamped like any number beyond the range.
 #pragma once
 
 #include "CORE/CString.h"
@@ -23,16 +23,16 @@ namespace Orbel
 {
 class ParameterProperty;
 
-// Size of every text buffer that a caller hands in; never more is written, the end included.
+// Size of every text buffer that a caller hands in: at most so many bytes are written, with the closing 0.
 constexpr int kParameterTextSize = 256;
 
-// Bits of the flags of getStringFromValue.
+// Flags of getStringFromValue.
 constexpr long kRenderWithUnit = 1;
-constexpr long kRenderWithName = 2; // the long name and ": " ahead of the value
+constexpr long kRenderWithName = 2; // the long name and ": " before the value
 constexpr long kRenderShort = 4;    // fewer decimals
 
-// Replacements for the text of a value. They write the whole text, the unit included if it is asked for,
-// into a buffer of kParameterTextSize bytes.
+// Replacements for the text of a value. They write the whole text, with the unit if it is asked for, into a
+// buffer of kParameterTextSize bytes.
 using ParameterTextRenderer = void (*)(float value, char* text, bool withUnit);
 using ParameterContextRenderer = void (*)(ParameterProperty* property, float value, char* text, bool withUnit,
                                           void* data);
@@ -91,8 +91,8 @@ public:
     virtual void setUnitType(ParameterUnitType type);
     virtual ParameterUnitType getUnitType() const { return unitType; }
 
-    // The range; a minimum above the maximum is a reversed range. A new bound that the value does not
-    // meet moves the value, with its notification; otherwise nobody is told.
+    // The range; a minimum above the maximum is a reversed range. If the value lies outside a new range, it
+    // is moved into it, with a notification; otherwise nobody is told.
     virtual float getMin() const { return minimum; }
     virtual float getMax() const { return maximum; }
     virtual void setMin(float bound);
@@ -144,10 +144,10 @@ public:
     void setAutomationIndex(long index) { automationIndex = index; }
     long getAutomationIndex() const { return automationIndex; }
 
-    // [window thread]  Takes the row over as it stands, the default unclamped; then writes its value.
+    // [window thread]  Takes everything from the row, the default without a clamp; then writes its value.
     virtual void setup(const ParameterPropertySetup* row);
 
-    // Belongs to whoever set it: the text of type Text, or the context renderer's argument.
+    // Belongs to whoever set it: the text of a property of type Text, or the context renderer's argument.
     virtual void* getDataPointer() const { return dataPointer; }
     void setDataPointer(void* data) { dataPointer = data; }
 
@@ -155,8 +155,8 @@ public:
     // kParameterTextSize bytes.
     virtual void getStringFromValue(float realValue, char* text, long flags);
 
-    // [window thread]  Replacements of the text, null for none; the first that is set is asked, in this
-    // order. What they write is final: no unit is added to it.
+    // [window thread]  Replacements of the text; null takes one away. The first that is set, in this order,
+    // is asked. What it writes is final: no unit is added to it.
     void setTextRenderer(ParameterTextRenderer renderer) { textRenderer = renderer; }
     void setContextRenderer(ParameterContextRenderer renderer, void* data);
     void setRendererObject(IParameterTextRenderer* renderer) { rendererObject = renderer; }

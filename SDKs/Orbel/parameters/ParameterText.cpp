@@ -19,7 +19,7 @@ void copyOut(const std::string& from, char* text)
     text[from.copy(text, kParameterTextSize - 1)] = 0;
 }
 
-// "%<width>.<decimals>f", the same in every country.
+// "%<width>.<decimals>f", the same in every locale.
 std::string fixed(double number, int decimals, size_t width = 0)
 {
     const std::string digits = Core::formatFixed(number, decimals);
@@ -128,7 +128,7 @@ void ParameterProperty::getStringFromValue(float realValue, char* text, long fla
     std::string result;
     if (flags & kRenderWithName)
         result = std::string(getParamLongName()) + ": ";
-    // A replacement gets a whole buffer of its own: behind a long name there would be too little left.
+    // A replacement gets a buffer of its own: after a long name there would be too little room left.
     char replaced[kParameterTextSize] = {};
     if (renderByReplacement(realValue, replaced, withUnit))
         result += replaced;

@@ -38,6 +38,6 @@ void renderBPMRelativeTime(ParameterProperty* property, float value, char* text,
 // The inverse scaling: the milliseconds at 128 BPM of a time at this tempo.
 float getTimeScaledToTempo128(float time, float tempo);
 
-// Behind the two digits (not "00") and the dash that a preset's name begins with; otherwise its start.
+// The part of a preset's name after its prefix, two digits (not "00") and a dash; all of a name without one.
 const char* removeFirstDigits(const char* name);
 }

@@ -19,7 +19,7 @@ enum class ParameterUnitType : std::int32_t
     Switch = 8, // off below 0.5
     Pan = 9,    // below 0 left, above 0 right
     PlainNumber = 10,
-    Text = 11, // no number: the text lies behind the property's data pointer
+    Text = 11, // no number: the property's data pointer points at the text
     Note = 12, // MIDI note number, 60 is C 3
     Integer = 13,
     Ratio = 14 // the n of "1 : n"

@@ -121,7 +121,7 @@ TEST(ListenerListThreads, ForgetWaitsForEveryThreadInsideAlsoBeyondTheSeats)
     threads.emplace_back(
         [&]
         {
-            for (int i = 0; i < 200; ++i) // leaves a forget that does not wait the time to show it
+            for (int i = 0; i < 200; ++i) // enough time for a forget that does not wait to return
                 std::this_thread::yield();
             gate.open = true;
         });
@@ -171,7 +171,7 @@ TEST(ListenerListThreads, NobodyIsCalledOnceForgetHasReturned)
                 {
                     for (int i = 0; i < 20; ++i)
                         list.notify(nullptr);
-                    std::this_thread::yield(); // so as to lose the processor here, seldom inside
+                    std::this_thread::yield(); // gives the processor away here, and so seldom inside
                 }
             });
 

@@ -19,23 +19,23 @@ public:
     OrbelVST3Parameter(ParameterProperty* shown, Steinberg::Vst::ParamID id, bool isProgramChange,
                        Steinberg::int32 stepCount, bool isBypass);
 
-    // Stands for the base's, which reads a value of its own.
+    // Hides the base's, which is not virtual and reads a value of its own.
     ParamValue getNormalized() const { return property->getCurrentValue_normalized(); }
-    // Nothing while a gesture of the editor goes on.
+    // Does nothing while a gesture of the editor goes on.
     bool setNormalized(ParamValue position) override;
 
-    // Neither clamps.
+    // These two do not clamp.
     ParamValue toPlain(ParamValue position) const override { return property->denormalize(position); }
     ParamValue toNormalized(ParamValue plain) const override { return property->normalize(plain); }
 
     void toString(ParamValue position, Steinberg::Vst::String128 text) const override;
-    // The number at the start of text, in the parameter's own unit. The parameter takes it at once, within
-    // its range; position does not end at 0 and 1. False without a number.
+    // Reads the number at the start of text, in the parameter's own unit. The parameter takes it at once,
+    // clamped to its range; position is not clamped to 0 to 1. False if there is no number.
     bool fromString(const Steinberg::Vst::TChar* text, ParamValue& position) const override;
 
     ParameterProperty* getProperty() const { return property; }
 
-    // Set while the user drags: what the host sends for the parameter meanwhile is passed over.
+    // Set while the user drags: what the host sends for the parameter meanwhile is ignored.
     // Written on the window thread, read on the audio thread.
     Core::Relaxed<bool> editing = false;
 

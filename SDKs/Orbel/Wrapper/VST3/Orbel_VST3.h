@@ -57,7 +57,7 @@ public:
     using TChar = Steinberg::Vst::TChar;
     using UnitID = Steinberg::Vst::UnitID;
 
-    static constexpr ParamID kProgramList = 'P' << 24 | 'l' << 16 | 's' << 8 | 't'; // list and parameter
+    static constexpr ParamID kProgramList = 'P' << 24 | 'l' << 16 | 's' << 8 | 't'; // of list and parameter
     static constexpr ParamID kOwnBypass = 'M' << 24 | 'B' << 16 | 'y' << 8 | 'p';
 
     // Makes the effect that the description names.
@@ -91,7 +91,7 @@ public:
     // Long enough that no host cuts a release.
     uint32 PLUGIN_API getTailSamples() override { return 576000000; }
 
-    // IUnitInfo: one unit, and the programs that the description counts.
+    // IUnitInfo: one unit, with as many programs as the description says.
     int32 PLUGIN_API getUnitCount() override { return int32(units.size()); }
     tresult PLUGIN_API getUnitInfo(int32 index, Steinberg::Vst::UnitInfo& info) override;
     int32 PLUGIN_API getProgramListCount() override { return hasPrograms() ? 1 : 0; }
@@ -115,7 +115,7 @@ public:
         return Steinberg::kResultFalse;
     }
 
-    // IProgramListData: declared, and never moved this way.
+    // IProgramListData: said to be supported, but no program's data is ever moved this way.
     tresult PLUGIN_API programDataSupported(ProgramListID) override { return Steinberg::kResultOk; }
     tresult PLUGIN_API getProgramData(ProgramListID, int32, IBStream*) override
     {
@@ -126,7 +126,7 @@ public:
         return Steinberg::kResultFalse;
     }
 
-    // IMidiMapping: each controller of each channel is a hidden parameter, where the effect takes MIDI.
+    // IMidiMapping: if the effect takes MIDI, each controller of each channel is a hidden parameter.
     tresult PLUGIN_API getMidiControllerAssignment(int32 bus, int16 channel, CtrlNumber controller,
                                                    ParamID& id) override;
 
@@ -180,7 +180,7 @@ private:
     Core::Relaxed<long> latencySamples = 0;
     Core::Relaxed<float> currentTempo = 10.0f; // written by the audio thread
 
-    // The last member: it calls back from its constructor on. Null after terminate.
+    // The last member, because it uses the others from its constructor on. Null after terminate.
     std::unique_ptr<OrbelOS> effect;
 };
 }

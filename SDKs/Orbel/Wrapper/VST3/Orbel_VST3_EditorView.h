@@ -23,7 +23,7 @@ public:
     // another view.
     Steinberg::tresult PLUGIN_API attached(void* parent, Steinberg::FIDString type) override;
     Steinberg::tresult PLUGIN_API removed() override;
-    // kResultTrue where the editor took it. Without an open window nothing does.
+    // kResultTrue if the editor took it. While the view is not attached nothing is taken.
     Steinberg::tresult PLUGIN_API onWheel(float distance) override;
     Steinberg::tresult PLUGIN_API onKeyDown(Steinberg::char16 key, Steinberg::int16 keyCode,
                                             Steinberg::int16 modifiers) override;

@@ -8,7 +8,7 @@ class IPluginFactory;
 
 namespace Orbel
 {
-// The one factory of the process, with a reference for the caller. It is made when somebody first asks, and
-// again after the last reference is gone. [window thread]
+// The one factory of the process, with a reference for the caller. It is made when it is first asked for, and
+// made anew when it is asked for after its last reference is gone. [window thread]
 Steinberg::IPluginFactory* getVST3Factory();
 }

@@ -18,6 +18,7 @@ PlotPicture::PlotPicture(int width, int height, CColor ground)
     bitmap.setSize(unsigned(width), unsigned(height));
     renderer.attach(bitmap.getPixelPtr(), bitmap.getWidth(), bitmap.getHeight(), bitmap.getRowBytes());
     context.resetClipRect();
+    renderer.textHints(kAutoHints);
     renderer.clearAll(ground.red, ground.green, ground.blue, ground.alpha);
 }
 

@@ -35,6 +35,16 @@ static void drawOnLight(CDrawContext& context)
     }
 }
 
+static void drawHinted(CDrawContext& context, CFontDesc& font)
+{
+    PelmoAGG& renderer = *context.getAGGRenderer();
+    renderer.textHints(kAutoHints);
+    context.setFont(&font, 12.0, 0);
+    context.setFontColor(ink);
+    context.drawString((std::string("Light hints: ") + words).c_str(), {0, 0, 300, 18}, true, kTextLeft);
+    renderer.textHints(kNoHints);
+}
+
 static void drawAlignments(CDrawContext& context)
 {
     const char* const names[] = {"left", "centre", "right"};
@@ -93,6 +103,9 @@ void fillTexts(CFrame& frame)
     caption("in grey", 330, 42);
     frame.addView(
         new Sketch({330, 62, 630, 240}, [](CDrawContext& c) { drawSizes(c, gNormalFont_NoLCD, ink); }));
+    frame.addView(new Sketch({16, 236, 316, 254}, [](CDrawContext& c) { drawHinted(c, gNormalFont); }));
+    frame.addView(
+        new Sketch({330, 236, 630, 254}, [](CDrawContext& c) { drawHinted(c, gNormalFont_NoLCD); }));
     frame.addView(new Sketch({16, 262, 316, 320}, drawOnLight));
     frame.addView(new Sketch({330, 262, 632, 324}, drawAlignments));
     frame.addView(new Sketch({16, 346, 632, 410}, drawLarge));

@@ -14,6 +14,7 @@
 #pragma once
 
 #include "Tovrane/draw/FontCacheType.h"
+#include "Tovrane/draw/SubpixelOrder.h"
 
 #include <agg_color_rgba.h>
 #include <memory>
@@ -73,8 +74,8 @@ enum TextAlignment
 enum TextHintsType
 {
     kNoHints,
-    kFontHints, // the font's own
-    kAutoHints
+    kFontHints, // by the font's own program, to whole pixels both ways
+    kAutoHints  // by FreeType, and upwards alone: crisp lines, and the widths of kNoHints
 };
 
 // Named after the interpolation.
@@ -134,9 +135,9 @@ public:
     PelmoAGG& operator=(const PelmoAGG&) = delete;
 
     // Sets the picture to draw into, which the caller owns. Without one (null, or a size of 0) nothing is
-    // drawn. Resets all else but the font: the clip is the whole picture, lines are black and 1 wide, shapes
-    // are filled white, text begins at its top left, pictures are scaled bilinearly, blending is plain with a
-    // master alpha of 1.
+    // drawn. Resets all else but font, hints and sub-pixel order: the clip is the whole picture, lines are
+    // black and 1 wide, shapes are filled white, text begins at its top left, pictures are scaled bilinearly,
+    // blending is plain with a master alpha of 1.
     void attach(unsigned char* pixels, unsigned int width, unsigned int height, int stride);
     void attach(Image& image);
 
@@ -228,6 +229,10 @@ public:
     // spaced.
     void textHints(TextHintsType hints);
     TextHintsType textHints() const;
+    // For fonts of kFontCacheLCD: the screen's order, which the window system knows. kSubpixelRGB at first;
+    // attach does not change it.
+    void subpixelOrder(SubpixelOrder order);
+    SubpixelOrder subpixelOrder() const;
     // In pixels; 0 without a font. Texts are UTF-8; an invalid byte stands for the character of its number.
     double textWidth(const char* string);
     // Draws in the line colour, aligned to the point. With roundOff the start is truncated to whole pixels;

@@ -116,6 +116,7 @@ struct PelmoAGG::Pipelines
     agg::trans_affine fillMatrix; // from picture to gradient coordinates
     double fillDistance = 0.0;
 
+    SubpixelOrder subpixels = kSubpixelRGB;
     std::unique_ptr<PelmoText> text;
 };
 

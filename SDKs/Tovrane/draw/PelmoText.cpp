@@ -95,20 +95,23 @@ void PelmoText::hints(TextHintsType hints)
 // Opens the font that is wanted, or keeps the former one, with its size. False if there is none.
 bool PelmoText::openFont()
 {
-    if (wanted == opened || wanted.name.empty())
+    Face face = wanted;
+    if (face.type == kFontCacheLCD && !hasSubpixels)
+        face.type = kFontCacheGrey;
+    if (face == opened || face.name.empty())
         return hasSize;
     if (!fonts)
         fonts = std::make_unique<Fonts>();
     agg::font_engine_ft2_lcd& engine = fonts->engine;
-    if (!engine.load_font(wanted.name.c_str(), 0, glyphType(wanted.type), wanted.data, wanted.length))
+    if (!engine.load_font(face.name.c_str(), 0, glyphType(face.type), face.data, face.length))
     {
         wanted = opened;
         return hasSize;
     }
     engine.flip_y(true);
-    engine.hinting(agg::glyph_ft2_hining(wanted.hints));
-    hasSize = engine.height(wanted.height);
-    opened = wanted;
+    engine.hinting(agg::glyph_ft2_hining(face.hints));
+    hasSize = engine.height(face.height);
+    opened = face;
     return hasSize;
 }
 
@@ -251,6 +254,18 @@ void PelmoAGG::textHints(TextHintsType hints)
 TextHintsType PelmoAGG::textHints() const
 {
     return pipelines->text->hints();
+}
+
+void PelmoAGG::subpixelOrder(SubpixelOrder order)
+{
+    pipelines->subpixels = order;
+    pipelines->lcd.pixels.red_first(order != kSubpixelBGR);
+    pipelines->text->useSubpixels(order == kSubpixelRGB || order == kSubpixelBGR);
+}
+
+SubpixelOrder PelmoAGG::subpixelOrder() const
+{
+    return pipelines->subpixels;
 }
 
 double PelmoAGG::textWidth(const char* string)

@@ -27,6 +27,8 @@ public:
     void alignment(TextAlignment x, TextAlignment y);
     void hints(TextHintsType hints);
     TextHintsType hints() const { return wanted.hints; }
+    // Without sub-pixels, fonts for them are drawn in grey.
+    void useSubpixels(bool flag) { hasSubpixels = flag; }
 
     double width(const char* string);
     // See PelmoAGG::text. renderer is the one that this belongs to.
@@ -55,6 +57,7 @@ private:
     Face wanted;
     Face opened; // without a name if none is
     bool hasSize = false;
+    bool hasSubpixels = true;
     double angle = 0.0;
 
     TextAlignment alignX = kAlignLeftOrBottom;

@@ -25,7 +25,7 @@ int loadFlags(glyph_ft2_hining hinting)
     case glyph_ft2_hint_native:
         return FT_LOAD_DEFAULT;
     case glyph_ft2_hint_auto:
-        return FT_LOAD_FORCE_AUTOHINT;
+        return FT_LOAD_FORCE_AUTOHINT | FT_LOAD_TARGET_LIGHT; // upwards alone
     default:
         return FT_LOAD_NO_HINTING;
     }
@@ -196,7 +196,9 @@ bool font_engine_ft2_lcd::prepare_glyph(unsigned int code)
     if (slot->format != FT_GLYPH_FORMAT_OUTLINE ||
         !is_drawable(slot->outline, m_type == glyph_ft2_lcd ? 3 : 1))
         return false;
-    m_advance_x = double(slot->advance.x) / 64.0;
+    // FreeType rounds the advance of a glyph that it has hinted upwards alone, too.
+    m_advance_x = m_hinting == glyph_ft2_hint_auto ? double(slot->linearHoriAdvance) / 65536.0
+                                                   : double(slot->advance.x) / 64.0;
     m_advance_y = double(slot->advance.y) / 64.0;
     return m_type == glyph_ft2_mono ? prepare_mono(slot) : prepare_outline(slot);
 }
@@ -278,8 +280,8 @@ bool font_engine_ft2_lcd::add_kerning(unsigned int first, unsigned int second, d
 {
     if (!m_cur_face || !first || !second || !FT_HAS_KERNING(m_cur_face))
         return false;
-    // The advances of unhinted glyphs have fractions of a pixel, too.
-    const FT_UInt mode = m_hinting == glyph_ft2_hint_none ? FT_KERNING_UNFITTED : FT_KERNING_DEFAULT;
+    // In whole pixels only where advances are.
+    const FT_UInt mode = m_hinting == glyph_ft2_hint_native ? FT_KERNING_DEFAULT : FT_KERNING_UNFITTED;
     FT_Vector delta;
     if (FT_Get_Kerning(m_cur_face, first, second, mode, &delta) != 0)
         return false;

@@ -6,14 +6,17 @@ namespace agg
 {
 constexpr size_t bytesOfPixel = 4;
 
-// The thirds of a pixel lie on its bytes as they stand in memory: blue, green, red.
-constexpr int channelOfThird[3] = {order_bgra::B, order_bgra::G, order_bgra::R};
+// Bytes of a pixel by the places of their colours on the screen.
+constexpr int redFirst[3] = {order_bgra::R, order_bgra::G, order_bgra::B};
+constexpr int blueFirst[3] = {order_bgra::B, order_bgra::G, order_bgra::R};
 
 class ren_rgba_lcd::Cursor
 {
 public:
-    Cursor(int8u* row, int x, const color_type& color)
-        : pixel(row + size_t(x) / 3 * bytesOfPixel), third(x % 3)
+    Cursor(int8u* row, int x, const color_type& color, bool isRedFirst)
+        : pixel(row + size_t(x) / 3 * bytesOfPixel),
+          channelOfThird(isRedFirst ? redFirst : blueFirst),
+          third(x % 3)
     {
         channels[order_bgra::B] = color.b;
         channels[order_bgra::G] = color.g;
@@ -36,6 +39,7 @@ public:
 
 private:
     int8u* pixel;
+    const int* channelOfThird;
     int third;
     int8u channels[bytesOfPixel] = {};
 };
@@ -43,14 +47,14 @@ private:
 void ren_rgba_lcd::blend_hline(int x, int y, unsigned len, const color_type& color, int8u cover)
 {
     const int8u alpha = color_type::mult_cover(color.a, cover);
-    Cursor at(m_rbuf->row_ptr(y), x, color);
+    Cursor at(m_rbuf->row_ptr(y), x, color, m_red_first);
     for (; len > 0; --len, ++at)
         at.blend(alpha);
 }
 
 void ren_rgba_lcd::blend_solid_hspan(int x, int y, unsigned len, const color_type& color, const int8u* covers)
 {
-    Cursor at(m_rbuf->row_ptr(y), x, color);
+    Cursor at(m_rbuf->row_ptr(y), x, color, m_red_first);
     for (; len > 0; --len, ++at)
         at.blend(color_type::mult_cover(color.a, *covers++));
 }

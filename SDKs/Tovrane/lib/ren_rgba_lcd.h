@@ -1,7 +1,9 @@
-// The pixel format of sub-pixel text: the picture of blue, green, red and alpha, three x to a pixel.
+// The pixel format of sub-pixel text: a picture of blue, green, red and alpha, in which x counts sub-pixels,
+// the thirds of a pixel as they lie side by side on the screen.
 //
-// Each third has a coverage of its own, which blends the one colour byte that it stands for; alpha stays as
-// it is, since a window has none. For agg::renderer_base, whose clip box counts in thirds, too.
+// Each sub-pixel has a coverage of its own, which blends the byte of its colour: from left to right red,
+// green and blue, or the reverse. Alpha stays as it is, since a window has none. To be used with
+// agg::renderer_base, whose clip box counts sub-pixels, too.
 #pragma once
 
 #include <agg_color_rgba.h>
@@ -24,11 +26,14 @@ public:
     explicit ren_rgba_lcd(rbuf_type& buffer) : m_rbuf(&buffer) {}
     void attach(rbuf_type& buffer) { m_rbuf = &buffer; }
 
-    // In thirds.
+    // The order of the colours on the screen: red is the leftmost one (the default), or blue.
+    void red_first(bool first) { m_red_first = first; }
+
+    // In sub-pixels.
     unsigned width() const { return m_rbuf->width() * 3; }
     unsigned height() const { return m_rbuf->height(); }
 
-    // len thirds from x on lie within the picture: the caller has clipped.
+    // The caller has clipped: len sub-pixels from x on lie within the picture.
     void blend_hline(int x, int y, unsigned len, const color_type& color, int8u cover);
     void blend_solid_hspan(int x, int y, unsigned len, const color_type& color, const int8u* covers);
 
@@ -36,5 +41,6 @@ private:
     class Cursor;
 
     rbuf_type* m_rbuf = nullptr;
+    bool m_red_first = true;
 };
 }

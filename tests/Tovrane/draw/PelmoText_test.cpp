@@ -93,22 +93,93 @@ TEST(PelmoText, RoundsItsStartButNotTheNudge)
     EXPECT_EQ(ink(10.9, true, 5.0), ink(15.0, true, 0.0));
 }
 
-TEST(PelmoText, StaysWithinTheClip)
+TEST(PelmoText, LooksTheSameWithinAnyClip)
 {
     for (FontCacheType type : {kFontCacheGrey, kFontCacheLCD, kFontCacheOutline})
     {
-        DrawnPicture picture(100, 40);
-        setFont(picture.renderer, type, 30.0);
-        picture.renderer.lineColor(255, 255, 255);
-        picture.renderer.clipBox(20, 10, 60, 30);
-        picture.renderer.text(-30, 5, "MMMMMMMMMM", false, 0, 0);
-        const Ink ink(picture);
-        EXPECT_TRUE(ink.any());
-        EXPECT_GE(ink.left, 20);
-        EXPECT_GE(ink.top, 10);
-        EXPECT_LE(ink.right, 60);
-        EXPECT_LE(ink.bottom, 30);
+        DrawnPicture whole(100, 40), part(100, 40);
+        for (DrawnPicture* picture : {&whole, &part})
+        {
+            setFont(picture->renderer, type, 30.0);
+            picture->renderer.lineColor(255, 255, 255);
+            if (picture == &part)
+                picture->renderer.clipBox(20, 10, 60, 30); // columns 20 to 60, of shapes 20 to 59
+            picture->renderer.text(-30, 5, "MMMMMMMMMM", false, 0, 0);
+        }
+        for (int y = 0; y < 40; ++y)
+            for (int x = 0; x < 100; ++x)
+            {
+                const int last = type == kFontCacheOutline ? 59 : 60;
+                const bool isInside = x >= 20 && x <= last && y >= 10 && y <= last - 30;
+                const Pixel expected = isInside ? whole.at(x, y) : blackPixel;
+                ASSERT_NEAR(part.at(x, y).red, expected.red, 1) << type << ": " << x << ", " << y;
+                ASSERT_NEAR(part.at(x, y).blue, expected.blue, 1) << type << ": " << x << ", " << y;
+            }
     }
+}
+
+TEST(PelmoText, HasItsSubpixelsInTheOrderOfTheScreen)
+{
+    const auto draw = [](DrawnPicture& picture, SubpixelOrder order, FontCacheType type)
+    {
+        setFont(picture.renderer, type);
+        picture.renderer.subpixelOrder(order);
+        picture.renderer.attach(picture.memory.data(), 60, 30, 60 * 4); // does not change the order
+        picture.renderer.lineColor(255, 255, 255);
+        picture.renderer.text(5, 5, "Till", false, 0, 0);
+    };
+    DrawnPicture redFirst(60, 30), blueFirst(60, 30), neither(60, 30), grey(60, 30);
+    draw(redFirst, kSubpixelRGB, kFontCacheLCD);
+    draw(blueFirst, kSubpixelBGR, kFontCacheLCD);
+    draw(neither, kSubpixelNone, kFontCacheLCD);
+    draw(grey, kSubpixelRGB, kFontCacheGrey);
+    EXPECT_EQ(neither.memory, grey.memory);
+    const Ink ink(redFirst);
+    const Pixel edge = redFirst.at(ink.left, ink.top + 1); // of the T's bar, which begins within the pixel
+    EXPECT_LT(edge.red, edge.blue);
+    for (int y = 0; y < 30; ++y)
+        for (int x = 0; x < 60; ++x)
+        {
+            const Pixel mirrored = blueFirst.at(x, y);
+            EXPECT_EQ(redFirst.at(x, y), (Pixel{mirrored.red, mirrored.green, mirrored.blue, 255}));
+        }
+
+    for (const auto& [name, order] : {std::pair("rgb", kSubpixelRGB),
+                                      {"bgr", kSubpixelBGR},
+                                      {"vrgb", kSubpixelNone},
+                                      {"vbgr", kSubpixelNone},
+                                      {"none", kSubpixelNone},
+                                      {"2", kSubpixelBGR},
+                                      {"unknown", kSubpixelRGB},
+                                      {"", kSubpixelRGB}})
+        EXPECT_EQ(subpixelOrderByName(name), order) << name;
+}
+
+TEST(PelmoText, AutoHintsSharpenLevelLinesAndKeepTheWidths)
+{
+    const char* const words = "Attack 12.5 ms";
+    const auto topOfZ = [](TextHintsType hints)
+    {
+        DrawnPicture picture(30, 30);
+        setFont(picture.renderer, kFontCacheGrey, 12.0);
+        picture.renderer.textHints(hints);
+        picture.renderer.lineColor(255, 255, 255);
+        picture.renderer.text(5, 5, "z", false, 0, 0);
+        const Ink ink(picture);
+        return picture.at((ink.left + ink.right) / 2, ink.top).green;
+    };
+    EXPECT_LT(topOfZ(kNoHints), 128) << "it ends within a pixel";
+    EXPECT_GT(topOfZ(kAutoHints), 200);
+    PelmoAGG renderer;
+    for (FontCacheType type : {kFontCacheGrey, kFontCacheLCD})
+        for (double size : {9.0, 10.0, 12.0, 14.0})
+        {
+            setFont(renderer, type, size);
+            renderer.textHints(kNoHints);
+            const double width = renderer.textWidth(words);
+            renderer.textHints(kAutoHints);
+            EXPECT_NEAR(renderer.textWidth(words), width, 0.25) << size;
+        }
 }
 
 TEST(PelmoText, KeepsItsFontWhenTheNextIsNone)

@@ -54,18 +54,24 @@ TEST(font_engine_ft2_lcd, HasTheWidthsOfTheLayout)
         }
 }
 
-TEST(font_engine_ft2_lcd, HintsToWholePixels)
+TEST(font_engine_ft2_lcd, SpacesInWholePixelsWithTheFontsOwnHintsAlone)
 {
     font_engine_ft2_lcd engine;
     engine.height(12.0);
     ASSERT_TRUE(load(engine, "arial.ttf", agg::glyph_ft2_gray8));
-    ASSERT_TRUE(engine.prepare_glyph('n'));
-    EXPECT_NEAR(engine.advance_x(), 6.67, 0.01);
-    for (const auto mode : {agg::glyph_ft2_hint_native, agg::glyph_ft2_hint_auto})
+    for (const auto& [mode, advance, kerning] : {std::tuple(agg::glyph_ft2_hint_none, 6.67, -0.89),
+                                                 {agg::glyph_ft2_hint_native, 7.0, 0.0},
+                                                 {agg::glyph_ft2_hint_auto, 6.67, -0.89}})
     {
         engine.hinting(mode);
+        ASSERT_TRUE(engine.prepare_glyph('A'));
+        const unsigned a = engine.glyph_index();
+        ASSERT_TRUE(engine.prepare_glyph('V'));
+        double x = 0.0, y = 0.0;
+        EXPECT_TRUE(engine.add_kerning(a, engine.glyph_index(), &x, &y));
+        EXPECT_NEAR(x, kerning, 0.01) << mode;
         ASSERT_TRUE(engine.prepare_glyph('n'));
-        EXPECT_EQ(engine.advance_x(), 7.0);
+        EXPECT_NEAR(engine.advance_x(), advance, 0.01) << mode;
     }
 }
 

@@ -64,19 +64,6 @@ std::map<int, std::vector<Span>> rows(const Covers& bytes)
 }
 }
 
-TEST(scanline_storage_lcd, CutsTwoFifthsAFifthAndATenthOfEveryCover)
-{
-    for (unsigned cover = 0; cover < 256; ++cover)
-    {
-        EXPECT_EQ(filter.primary(cover), cover * 2 / 5);
-        EXPECT_EQ(filter.secondary(cover), cover / 5);
-        EXPECT_EQ(filter.tertiary(cover), cover / 10);
-    }
-    const agg::lcd_distribution_lut doubled(0.8, 0.4, 0.2); // only the ratio counts
-    EXPECT_EQ(doubled.primary(255), 102u);
-    EXPECT_EQ(doubled.tertiary(255), 25u);
-}
-
 TEST(scanline_storage_lcd, SpreadsCoverOverFiveThirds)
 {
     const struct
@@ -96,42 +83,59 @@ TEST(scanline_storage_lcd, SpreadsCoverOverFiveThirds)
     EXPECT_TRUE(rows(filtered(7, {{0, {2}}})).empty()) << "too weak at all";
 }
 
-TEST(ren_rgba_lcd, BlendsEachThirdIntoTheByteThatItStandsFor)
+TEST(ren_rgba_lcd, BlendsEachSubpixelIntoTheByteOfItsColour)
 {
-    // Two pixels of blue, green, red, alpha; thirds 0 to 5.
+    // Two pixels of blue, green, red, alpha; sub-pixels 0 to 5.
     const struct
     {
         const char* what;
         Covers covers;
         int x;
         unsigned alpha;
-        std::array<agg::int8u, 8> out;
+        std::array<agg::int8u, 8> redFirst, blueFirst;
     } cases[] = {
-        {"all", {255, 255, 255, 255, 255, 255}, 0, 255, {200, 100, 50, 7, 200, 100, 50, 7}},
-        {"across a pixel's edge", {255, 255}, 2, 255, {10, 10, 50, 7, 200, 10, 10, 7}},
-        {"a half colour", {255}, 4, 128, {10, 10, 10, 7, 10, 55, 10, 7}},
-        {"a quarter by both", {128}, 0, 128, {58, 10, 10, 7, 10, 10, 10, 7}},
-        {"clipped on both sides", Covers(10, 255), -2, 255, {200, 100, 50, 7, 200, 100, 50, 7}},
+        {"all",
+         {255, 255, 255, 255, 255, 255},
+         0,
+         255,
+         {200, 100, 50, 7, 200, 100, 50, 7},
+         {200, 100, 50, 7, 200, 100, 50, 7}},
+        {"across the edge of a pixel",
+         {255, 255},
+         2,
+         255,
+         {200, 10, 10, 7, 10, 10, 50, 7},
+         {10, 10, 50, 7, 200, 10, 10, 7}},
+        {"half a colour", {255}, 4, 128, {10, 10, 10, 7, 10, 55, 10, 7}, {10, 10, 10, 7, 10, 55, 10, 7}},
+        {"half of both", {128}, 0, 128, {10, 10, 20, 7, 10, 10, 10, 7}, {58, 10, 10, 7, 10, 10, 10, 7}},
+        {"clipped on both sides",
+         Covers(10, 255),
+         -2,
+         255,
+         {200, 100, 50, 7, 200, 100, 50, 7},
+         {200, 100, 50, 7, 200, 100, 50, 7}},
     };
     for (const auto& c : cases)
-    {
-        std::array<agg::int8u, 8> pixels = {10, 10, 10, 7, 10, 10, 10, 7};
-        agg::row_accessor<agg::int8u> buffer(pixels.data(), 2, 1, 8);
-        agg::ren_rgba_lcd thirds(buffer);
-        agg::renderer_base<agg::ren_rgba_lcd> renderer(thirds);
-        const agg::rgba8 color(50, 100, 200, c.alpha);
-        renderer.blend_solid_hspan(c.x, 0, int(c.covers.size()), color, c.covers.data());
-        EXPECT_EQ(pixels, c.out) << c.what;
-    }
+        for (const bool redFirst : {true, false})
+        {
+            std::array<agg::int8u, 8> pixels = {10, 10, 10, 7, 10, 10, 10, 7};
+            agg::row_accessor<agg::int8u> buffer(pixels.data(), 2, 1, 8);
+            agg::ren_rgba_lcd format(buffer);
+            format.red_first(redFirst);
+            agg::renderer_base<agg::ren_rgba_lcd> renderer(format);
+            const agg::rgba8 color(50, 100, 200, c.alpha);
+            renderer.blend_solid_hspan(c.x, 0, int(c.covers.size()), color, c.covers.data());
+            EXPECT_EQ(pixels, redFirst ? c.redFirst : c.blueFirst) << c.what;
+        }
 }
 
 TEST(ren_rgba_lcd, FillsRunsOfOneCoverWithinItsClip)
 {
     std::array<agg::int8u, 8> pixels{};
     agg::row_accessor<agg::int8u> buffer(pixels.data(), 2, 1, 8);
-    agg::ren_rgba_lcd thirds(buffer);
-    agg::renderer_base<agg::ren_rgba_lcd> renderer(thirds);
+    agg::ren_rgba_lcd format(buffer);
+    agg::renderer_base<agg::ren_rgba_lcd> renderer(format);
     renderer.clip_box(1, 0, 3, 0);
     renderer.blend_hline(-100, 0, 100, agg::rgba8(255, 255, 255), 255);
-    EXPECT_EQ(pixels, (std::array<agg::int8u, 8>{0, 255, 255, 0, 255, 0, 0, 0}));
+    EXPECT_EQ(pixels, (std::array<agg::int8u, 8>{255, 255, 0, 0, 0, 0, 255, 0}));
 }

@@ -1,6 +1,7 @@
 // The view's side of a text field, which writes down how the field ended.
 #pragma once
 
+#include "Tovrane/window/IOSTextEdit.h"
 #include "Tovrane/window/ITextEditCallback.h"
 #include "Tovrane/window/TovraKeyCode.h"
 
@@ -10,7 +11,7 @@
 class FieldOwner : public Tovra::ITextEditCallback
 {
 public:
-    Tovra::CColor textEditGetBackColor() const override { return {30, 32, 36, 0}; }
+    Tovra::CColor textEditGetBackColor() const override { return {33, 32, 33, 0}; }
     Tovra::CColor textEditGetFontColor() const override { return {230, 232, 236, 255}; }
     Tovra::CRect textEditGetSize() const override { return size; }
     Tovra::CRect textEditGetVisibleSize() const override { return visible; }

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <fcntl.h>
+#include <poll.h>
 #include <spawn.h>
 #include <stdexcept>
 #include <sys/wait.h>
@@ -27,6 +28,9 @@ HostWindow::HostWindow()
     toIt = in[1];
     fromIt = out[0];
     fcntl(fromIt, F_SETFL, O_NONBLOCK);
+    awaitWindow();
+    if (number == 0)
+        throw std::runtime_error("no X server: see script/test_windows");
 }
 
 HostWindow::~HostWindow()
@@ -49,6 +53,13 @@ void HostWindow::read()
         else
             lines.push_back(line);
     }
+}
+
+void HostWindow::awaitWindow()
+{
+    constexpr int longest = 10000; // milliseconds
+    for (pollfd waiting{fromIt, POLLIN, 0}; number == 0 && poll(&waiting, 1, longest) > 0;)
+        read();
 }
 
 void HostWindow::command(const std::string& line)

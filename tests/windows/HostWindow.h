@@ -9,13 +9,13 @@
 class HostWindow
 {
 public:
-    // Started when this returns; its window's number comes as a line.
+    // Its window is there when this returns. Throws without an X server.
     HostWindow();
     ~HostWindow();
     HostWindow(const HostWindow&) = delete;
     HostWindow& operator=(const HostWindow&) = delete;
 
-    // Takes in what it has written.
+    // Takes what it has written into lines.
     void read();
     std::uint32_t window() const { return number; }
     void* parent() const { return reinterpret_cast<void*>(std::uintptr_t(number)); }
@@ -25,6 +25,8 @@ public:
     std::size_t count(const std::string& line) const;
 
 private:
+    void awaitWindow();
+
     pid_t process = 0;
     int toIt = -1;
     int fromIt = -1;

@@ -15,7 +15,7 @@
 #include <optional>
 #include <string>
 
-// Writes keys and drags down in more detail: "key a 0 1" is character, virtual key and modifiers.
+// Records keys and drags in more detail: "key a 0 1" is character, virtual key and modifiers.
 class UserView : public Recording<Tovra::CView>
 {
 public:
@@ -29,6 +29,7 @@ public:
     bool onDrop(Tovra::CDragContainer* drag, const Tovra::CPoint& where) override;
 
     long keyAnswer = Tovra::kKeyConsumed;
+    long keyUpAnswer = Tovra::kKeyConsumed;
     bool takesDrops = true;
 
 private:

@@ -2,6 +2,7 @@
 
 #include "Tovrane/platform/x11/X11EventWindow.h"
 
+#include <cstdio>
 #include <xcb/xcb.h>
 
 namespace Tovra
@@ -18,16 +19,33 @@ xcb_screen_t* screenNumber(xcb_connection_t* connection, int number)
     return screens.data;
 }
 
-// Of a picture whose words are those of this machine: 32 bits for 24 of colour, lowest byte first.
-bool takesOurPictures(xcb_connection_t* connection)
+// Whether the server takes a picture of that depth as the words that we draw.
+bool takesOurPictures(xcb_connection_t* connection, std::uint8_t depth)
 {
     const xcb_setup_t* setup = xcb_get_setup(connection);
     if (setup->image_byte_order != XCB_IMAGE_ORDER_LSB_FIRST)
         return false;
     for (auto format = xcb_setup_pixmap_formats_iterator(setup); format.rem > 0; xcb_format_next(&format))
-        if (format.data->depth == X11Connection::depth)
+        if (format.data->depth == depth)
             return format.data->bits_per_pixel == 32;
     return false;
+}
+
+bool isOurVisual(const xcb_visualtype_t& visual)
+{
+    return visual._class == XCB_VISUAL_CLASS_TRUE_COLOR && visual.red_mask == 0xff0000 &&
+           visual.green_mask == 0xff00 && visual.blue_mask == 0xff;
+}
+
+void complainOnce()
+{
+    static bool isDone = false;
+    if (!isDone)
+        std::fputs(
+            "Cannot show the plug-in's window: this X screen has no visual with 8 bits each of red, green "
+            "and blue. Use a screen of 24 bits, or turn on the server's Composite extension.\n",
+            stderr);
+    isDone = true;
 }
 }
 
@@ -41,8 +59,11 @@ std::shared_ptr<X11Connection> X11Connection::open()
         return nullptr;
     }
     std::shared_ptr<X11Connection> result{new X11Connection(opened, screenNumber(opened, number))};
-    if (!takesOurPictures(opened) || !result->chooseVisual())
+    if (!result->chooseVisual(24) && !result->chooseVisual(32))
+    {
+        complainOnce();
         return nullptr;
+    }
     result->listen();
     return result;
 }
@@ -64,25 +85,23 @@ X11Connection::~X11Connection()
     xcb_disconnect(connection);
 }
 
-bool X11Connection::chooseVisual()
+bool X11Connection::chooseVisual(std::uint8_t wanted)
 {
+    if (!takesOurPictures(connection, wanted))
+        return false;
     for (auto depths = xcb_screen_allowed_depths_iterator(screenOfDisplay); depths.rem > 0;
          xcb_depth_next(&depths))
-    {
-        if (depths.data->depth != depth)
-            continue;
         for (auto visuals = xcb_depth_visuals_iterator(depths.data); visuals.rem > 0;
              xcb_visualtype_next(&visuals))
-            if (visuals.data->_class == XCB_VISUAL_CLASS_TRUE_COLOR && visuals.data->red_mask == 0xff0000 &&
-                visuals.data->green_mask == 0xff00 && visuals.data->blue_mask == 0xff)
+            if (depths.data->depth == wanted && isOurVisual(*visuals.data))
             {
+                visualDepth = wanted;
                 trueColour = visuals.data->visual_id;
                 colours = xcb_generate_id(connection);
                 xcb_create_colormap(connection, XCB_COLORMAP_ALLOC_NONE, colours, screenOfDisplay->root,
                                     trueColour);
                 return true;
             }
-    }
     return false;
 }
 

@@ -1,6 +1,6 @@
 // One connection of our own to the X server. Every frame opens one and closes it again, and with it goes
 // whatever the frame may have left on the server. No other connection in the process is touched, and there is
-// no process-wide error handler: XCB hands errors to whoever asked, or drops them here.
+// no process-wide error handler: XCB returns errors to whoever asked, and the others are dropped here.
 //
 // The current run loop watches its descriptor. Events that arrived while a reply was waited for do not make
 // the descriptor readable, so a slow timer looks for them, too.
@@ -17,13 +17,15 @@
 
 #include <map>
 #include <memory>
+#include <string>
 
 namespace Tovra
 {
 class X11Connection : public std::enable_shared_from_this<X11Connection>
 {
 public:
-    // To the display of DISPLAY. Null if there is none, or none with 24 bits of colour in 32.
+    // To the display that DISPLAY names. Null if there is none; also if its screen has no visual for our
+    // pictures, which is said once on standard error.
     static std::shared_ptr<X11Connection> open();
     ~X11Connection();
     X11Connection(const X11Connection&) = delete;
@@ -31,13 +33,15 @@ public:
 
     xcb_connection_t* xcb() const { return connection; }
     const xcb_screen_t& screen() const { return *screenOfDisplay; }
-    static constexpr std::uint8_t depth = 24;
+    // What our windows are made with, whatever the screen's own depth is: pixels are words of 0xffRRGGBB. The
+    // depth is 24, or 32 where the screen has no such visual of 24 bits.
+    std::uint8_t depth() const { return visualDepth; }
     xcb_visualid_t visual() const { return trueColour; }
     xcb_colormap_t colormap() const { return colours; }
     xcb_atom_t atom(X11Atom name) const { return atoms[name]; }
     X11Keyboard& keyboard() { return *keys; }
     xcb_cursor_t cursor(int type) { return cursors->get(type); }
-    // Of the last event that bore one: what grabs and selections ask for.
+    // Of the last event that had one: what focus and selections are asked for with.
     xcb_timestamp_t lastTime() const { return time; }
 
     // False once the server has gone. Requests then do nothing.
@@ -50,7 +54,7 @@ public:
     // Hands out all events that have arrived, and sends what is waiting to be sent.
     void dispatch();
     void flush() { xcb_flush(connection); }
-    // Waits until the server has answered all requests so far; their errors are behind that.
+    // Waits until the server has worked off all requests so far.
     void sync();
 
     // Whether a window of that number is there.
@@ -59,7 +63,7 @@ public:
 private:
     X11Connection(xcb_connection_t* opened, xcb_screen_t* screen);
 
-    bool chooseVisual();
+    bool chooseVisual(std::uint8_t wanted);
     void listen();
     X11Reply<xcb_generic_event_t> nextEvent();
     void deliver(const xcb_generic_event_t& event);
@@ -67,6 +71,7 @@ private:
 
     xcb_connection_t* const connection;
     xcb_screen_t* const screenOfDisplay;
+    std::uint8_t visualDepth = 0;
     xcb_visualid_t trueColour = 0;
     xcb_colormap_t colours = 0;
     X11Atoms atoms;

@@ -22,6 +22,10 @@ xcb_window_t windowOfEvent(std::uint8_t type, const xcb_generic_event_t& event)
         return as<xcb_focus_in_event_t>(event).event;
     case XCB_EXPOSE:
         return as<xcb_expose_event_t>(event).window;
+    case XCB_VISIBILITY_NOTIFY:
+        return as<xcb_visibility_notify_event_t>(event).window;
+    case XCB_UNMAP_NOTIFY:
+        return as<xcb_unmap_notify_event_t>(event).event;
     case XCB_CONFIGURE_NOTIFY:
         return as<xcb_configure_notify_event_t>(event).event;
     case XCB_DESTROY_NOTIFY:

@@ -1,4 +1,4 @@
-// Where in an event its window and its time stand.
+// Where in an event its window and its time are.
 #pragma once
 
 #include <cstdint>

@@ -144,8 +144,8 @@ void X11Surface::put(xcb_window_t window, const X11Place& part)
     waitUntilRead();
     xcb_shm_put_image(c, window, context, std::uint16_t(at.width), std::uint16_t(at.height),
                       std::uint16_t(part.x - at.x), std::uint16_t(part.y - at.y), std::uint16_t(part.width),
-                      std::uint16_t(part.height), std::int16_t(part.x), std::int16_t(part.y),
-                      X11Connection::depth, XCB_IMAGE_FORMAT_Z_PIXMAP, 0, segment, 0);
+                      std::uint16_t(part.height), std::int16_t(part.x), std::int16_t(part.y), server->depth(),
+                      XCB_IMAGE_FORMAT_Z_PIXMAP, 0, segment, 0);
     afterRead = xcb_get_input_focus(c);
     isBeingRead = true;
     server->flush();
@@ -171,7 +171,7 @@ void X11Surface::send(xcb_window_t window, const X11Place& part)
         }
         xcb_put_image(c, XCB_IMAGE_FORMAT_Z_PIXMAP, window, context, std::uint16_t(part.width),
                       std::uint16_t(count), std::int16_t(part.x), std::int16_t(part.y + y), 0,
-                      X11Connection::depth, std::uint32_t(rowBytes * std::size_t(count)),
+                      server->depth(), std::uint32_t(rowBytes * std::size_t(count)),
                       reinterpret_cast<const std::uint8_t*>(piece.data()));
     }
     server->flush();

@@ -7,11 +7,11 @@ namespace Tovra
 {
 namespace
 {
-constexpr std::uint32_t drawnEvents = XCB_EVENT_MASK_EXPOSURE | XCB_EVENT_MASK_STRUCTURE_NOTIFY |
-                                      XCB_EVENT_MASK_BUTTON_PRESS | XCB_EVENT_MASK_BUTTON_RELEASE |
-                                      XCB_EVENT_MASK_POINTER_MOTION | XCB_EVENT_MASK_ENTER_WINDOW |
-                                      XCB_EVENT_MASK_LEAVE_WINDOW | XCB_EVENT_MASK_KEY_PRESS |
-                                      XCB_EVENT_MASK_KEY_RELEASE | XCB_EVENT_MASK_FOCUS_CHANGE;
+constexpr std::uint32_t drawnEvents =
+    XCB_EVENT_MASK_EXPOSURE | XCB_EVENT_MASK_STRUCTURE_NOTIFY | XCB_EVENT_MASK_BUTTON_PRESS |
+    XCB_EVENT_MASK_BUTTON_RELEASE | XCB_EVENT_MASK_POINTER_MOTION | XCB_EVENT_MASK_ENTER_WINDOW |
+    XCB_EVENT_MASK_LEAVE_WINDOW | XCB_EVENT_MASK_KEY_PRESS | XCB_EVENT_MASK_KEY_RELEASE |
+    XCB_EVENT_MASK_FOCUS_CHANGE | XCB_EVENT_MASK_VISIBILITY_CHANGE;
 
 // A size or place from outside, NaN among them, within what X has room for.
 int bounded16(double value, double lowest)
@@ -37,17 +37,16 @@ X11Window::X11Window(std::shared_ptr<X11Connection> connected, X11EventSink& eve
     xcb_connection_t* c = server->xcb();
     const xcb_window_t made = xcb_generate_id(c);
     const bool isDrawn = kind != hidden;
-    constexpr std::uint32_t black = 0;
+    const std::uint32_t black = server->depth() == 32 ? 0xff000000u : 0u; // not a clear one
     const std::uint32_t drawn[] = {black,         black,       XCB_GRAVITY_NORTH_WEST,
                                    kind == popUp, drawnEvents, server->colormap()};
     constexpr std::uint32_t drawnMask = XCB_CW_BACK_PIXEL | XCB_CW_BORDER_PIXEL | XCB_CW_BIT_GRAVITY |
                                         XCB_CW_OVERRIDE_REDIRECT | XCB_CW_EVENT_MASK | XCB_CW_COLORMAP;
     const std::uint32_t bare[] = {XCB_EVENT_MASK_PROPERTY_CHANGE};
     const auto asked = xcb_create_window_checked(
-        c, isDrawn ? X11Connection::depth : std::uint8_t(0), made,
-        parent != 0 ? parent : server->screen().root, std::int16_t(where.x), std::int16_t(where.y),
-        std::uint16_t(where.width), std::uint16_t(where.height), 0,
-        isDrawn ? XCB_WINDOW_CLASS_INPUT_OUTPUT : XCB_WINDOW_CLASS_INPUT_ONLY,
+        c, isDrawn ? server->depth() : std::uint8_t(0), made, parent != 0 ? parent : server->screen().root,
+        std::int16_t(where.x), std::int16_t(where.y), std::uint16_t(where.width), std::uint16_t(where.height),
+        0, isDrawn ? XCB_WINDOW_CLASS_INPUT_OUTPUT : XCB_WINDOW_CLASS_INPUT_ONLY,
         isDrawn ? server->visual() : xcb_visualid_t(XCB_COPY_FROM_PARENT),
         isDrawn ? drawnMask : std::uint32_t(XCB_CW_EVENT_MASK), isDrawn ? drawn : bare);
     if (const X11Reply<xcb_generic_error_t> refused{xcb_request_check(c, asked)};

@@ -37,6 +37,14 @@ bool isOurVisual(const xcb_visualtype_t& visual)
            visual.green_mask == 0xff00 && visual.blue_mask == 0xff;
 }
 
+// That a window was destroyed, hidden or moved, that a property changed or a selection was lost: a client
+// that says so is not believed. (A window manager repeats our place on the screen in this way, which nobody
+// needs.)
+bool isForTheServerToTell(std::uint8_t type)
+{
+    return type >= XCB_VISIBILITY_NOTIFY && type <= XCB_SELECTION_CLEAR;
+}
+
 void complainOnce()
 {
     static bool isDone = false;
@@ -119,9 +127,23 @@ void X11Connection::dispatch()
         deliver(*event);
     flush();
     if (!isAlive())
+        tellThatAllIsLost();
+}
+
+// Each of the calls may be the end of other windows.
+void X11Connection::tellThatAllIsLost()
+{
+    watch.stop(); // a dead descriptor is readable for ever
+    straggler.stop();
+    while (!sinks.empty())
     {
-        watch.stop(); // a dead descriptor is readable for ever
-        straggler.stop();
+        const auto [window, sink] = *sinks.begin();
+        sinks.erase(sinks.begin());
+        xcb_generic_event_t event{};
+        event.response_type = XCB_DESTROY_NOTIFY;
+        reinterpret_cast<xcb_destroy_notify_event_t&>(event).event = window;
+        reinterpret_cast<xcb_destroy_notify_event_t&>(event).window = window;
+        sink->handleEvent(XCB_DESTROY_NOTIFY, event);
     }
 }
 
@@ -154,6 +176,8 @@ void X11Connection::deliver(const xcb_generic_event_t& event)
     const std::uint8_t type = event.response_type & 0x7f;
     if (type == 0)
         return; // an error that nobody waited for: of a window that has just gone
+    if (wasSent(event) && (isForTheServerToTell(type) || type == keys->eventType()))
+        return;
     if (type == keys->eventType())
         return keys->handleEvent(event);
     if (const auto stamp = timeOfEvent(type, event))
@@ -167,6 +191,28 @@ void X11Connection::sync()
 {
     X11Reply<xcb_get_input_focus_reply_t>{
         xcb_get_input_focus_reply(connection, xcb_get_input_focus(connection), nullptr)};
+}
+
+xcb_atom_t X11Connection::atomOfName(const std::string& name)
+{
+    const auto asked = xcb_intern_atom(connection, 0, std::uint16_t(name.size()), name.data());
+    const X11Reply<xcb_intern_atom_reply_t> reply{xcb_intern_atom_reply(connection, asked, nullptr)};
+    return reply != nullptr ? reply->atom : xcb_atom_t(XCB_ATOM_NONE);
+}
+
+bool X11Connection::isOurs(xcb_window_t window) const
+{
+    const xcb_setup_t* setup = xcb_get_setup(connection);
+    return (window & ~setup->resource_id_mask) == setup->resource_id_base;
+}
+
+bool X11Connection::isRoot(xcb_window_t window) const
+{
+    for (auto screens = xcb_setup_roots_iterator(xcb_get_setup(connection)); screens.rem > 0;
+         xcb_screen_next(&screens))
+        if (screens.data->root == window)
+            return true;
+    return false;
 }
 
 bool X11Connection::exists(xcb_window_t window)

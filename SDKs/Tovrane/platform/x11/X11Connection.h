@@ -5,6 +5,9 @@
 // The current run loop watches its descriptor. Events that arrived while a reply was waited for do not make
 // the descriptor readable, so a slow timer looks for them, too.
 //
+// When the connection breaks (the server ends, or cuts us off), each window is told once that it was
+// destroyed, and nothing is watched any more.
+//
 // All of it is [window thread]. Keep it by shared_ptr: a dispatched event may close the frame that owns it.
 #pragma once
 
@@ -39,6 +42,8 @@ public:
     xcb_visualid_t visual() const { return trueColour; }
     xcb_colormap_t colormap() const { return colours; }
     xcb_atom_t atom(X11Atom name) const { return atoms[name]; }
+    // The number of any other name; it stays in the server for ever.
+    xcb_atom_t atomOfName(const std::string& name);
     X11Keyboard& keyboard() { return *keys; }
     xcb_cursor_t cursor(int type) { return cursors->get(type); }
     // Of the last event that had one: what focus and selections are asked for with.
@@ -59,12 +64,17 @@ public:
 
     // Whether a window of that number is there.
     bool exists(xcb_window_t window);
+    // Whether this connection made it.
+    bool isOurs(xcb_window_t window) const;
+    // Whether it is the root window of any screen.
+    bool isRoot(xcb_window_t window) const;
 
 private:
     X11Connection(xcb_connection_t* opened, xcb_screen_t* screen);
 
     bool chooseVisual(std::uint8_t wanted);
     void listen();
+    void tellThatAllIsLost();
     X11Reply<xcb_generic_event_t> nextEvent();
     void deliver(const xcb_generic_event_t& event);
     void dropOlderMotion(X11Reply<xcb_generic_event_t>& event);

@@ -38,11 +38,15 @@ bool X11Drop::handleMessage(const xcb_client_message_event_t& message)
     if (message.format != 32)
         return false;
     if (is(X11Atom::dndEnter))
-        return enter(message), true;
+    {
+        if (mayDrag(message.data.data32[0]))
+            enter(message);
+        return true;
+    }
     if (!is(X11Atom::dndPosition) && !is(X11Atom::dndLeave) && !is(X11Atom::dndDrop))
         return false;
     if (state == idle || message.data.data32[0] != source)
-        return true; // of a drag that never came in
+        return true; // of a drag that never entered
     if (is(X11Atom::dndPosition))
         position(message);
     else if (is(X11Atom::dndLeave))
@@ -52,9 +56,18 @@ bool X11Drop::handleMessage(const xcb_client_message_event_t& message)
     return true;
 }
 
-// That the source dies in the middle of a drag.
+// To see the source die we listen to its window. One of our own has a listener already, which would be lost;
+// and a root window is no source.
+bool X11Drop::mayDrag(xcb_window_t from) const
+{
+    const X11Connection& server = window.connection();
+    return from != XCB_NONE && !server.isOurs(from) && !server.isRoot(from);
+}
+
+// The source dies in the middle of a drag.
 void X11Drop::handleEvent(std::uint8_t type, const xcb_generic_event_t&)
 {
+    const Kept<CBaseObject> alive(&owner);
     if (type == XCB_DESTROY_NOTIFY)
         leave();
 }
@@ -99,7 +112,7 @@ void X11Drop::position(const xcb_client_message_event_t& message)
     if (state == entered)
         fetch(data[3]);
     else if (state == over)
-        events.dragMove(content.get(), where);
+        events.dragMove(Kept<CDropContent>(content).get(), where);
     const bool accepts = state == fetching || state == over;
     send(X11Atom::dndStatus, accepts ? acceptsWithAllMoves : 0,
          accepts ? window.connection().atom(X11Atom::dndActionCopy) : xcb_atom_t(XCB_ATOM_NONE));
@@ -138,7 +151,7 @@ void X11Drop::end()
 void X11Drop::drop(const xcb_client_message_event_t& message)
 {
     if (state == entered)
-        fetch(message.data.data32[2]); // a source that never told where it is
+        fetch(message.data.data32[2]); // a source that never said where it is
     isDropped = true;
     if (state != fetching)
         finishDrop();
@@ -147,7 +160,8 @@ void X11Drop::drop(const xcb_client_message_event_t& message)
 void X11Drop::finishDrop()
 {
     const Kept<CBaseObject> alive(&owner);
-    const bool isTaken = state == over && events.drop(content.get(), where);
+    const Kept<CDropContent> dropped = content;
+    const bool isTaken = state == over && events.drop(dropped.get(), where);
     if (!window.isGone())
         send(X11Atom::dndFinished, isTaken ? 1 : 0,
              isTaken ? window.connection().atom(X11Atom::dndActionCopy) : xcb_atom_t(XCB_ATOM_NONE));
@@ -195,7 +209,7 @@ void X11Drop::gotFiles(const std::optional<std::string>& list, xcb_timestamp_t t
     fetchText(time);
 }
 
-// A text counts more than files, but not one that only names them again, as file managers have it.
+// A text counts more than files, but not one that only names the same files, as file managers offer it.
 void X11Drop::gotText(const std::optional<std::string>& text)
 {
     if (state != fetching)
@@ -208,9 +222,8 @@ void X11Drop::gotText(const std::optional<std::string>& text)
 void X11Drop::gotContent(CDropContent* fetched)
 {
     const Kept<CBaseObject> alive(&owner);
-    content.reset(fetched);
-    if (fetched != nullptr)
-        fetched->forget(); // content holds it now
+    const Kept<CDropContent> entering = Kept<CDropContent>::adopt(fetched); // the call may end the drag
+    content = entering;
     state = fetched != nullptr ? over : refused;
     if (state == over)
         events.dragEnter(fetched, where);
@@ -220,6 +233,8 @@ void X11Drop::gotContent(CDropContent* fetched)
 
 void X11Drop::send(X11Atom name, std::uint32_t flags, xcb_atom_t action)
 {
+    if (source == 0)
+        return; // the drag has ended meanwhile
     X11Connection& server = window.connection();
     xcb_client_message_event_t message{};
     message.response_type = XCB_CLIENT_MESSAGE;

@@ -1,7 +1,7 @@
 // What other programs drag over a frame's window: a text or files.
 //
-// The content is fetched when the drag first moves over the window, so that views can look at it on the way.
-// A source that answers slowly, or dies, holds nobody up.
+// The content is fetched when the drag first moves over the window, so that views can look at it before the
+// drop. A source that answers slowly, or dies, holds nobody up.
 #pragma once
 
 #include "Tovrane/base/Kept.h"
@@ -17,14 +17,16 @@ namespace Tovra
 class X11Drop : private X11EventSink
 {
 public:
-    // All three outlive it; the owner is kept while a view is called.
+    // All three have to outlive it; the owner is kept while a view is called.
     X11Drop(CBaseObject& owner, const X11Window& window, WindowEvents& events);
     ~X11Drop() override;
 
-    // Tells the desktop that the window takes drops.
+    // Tells other programs that the window takes drops.
     void announce();
     // False if the message is no part of a drag.
     bool handleMessage(const xcb_client_message_event_t& message);
+    // A drag that is over the window leaves it: the window has gone.
+    void leave();
 
 private:
     enum State
@@ -37,9 +39,9 @@ private:
     };
 
     void handleEvent(std::uint8_t type, const xcb_generic_event_t& event) override;
+    bool mayDrag(xcb_window_t from) const;
     void enter(const xcb_client_message_event_t& message);
     void position(const xcb_client_message_event_t& message);
-    void leave();
     void drop(const xcb_client_message_event_t& message);
     void finishDrop();
     void end();

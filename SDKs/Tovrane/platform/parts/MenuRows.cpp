@@ -18,7 +18,8 @@ std::string keyText(const CMenuItem& item)
         return {};
     std::string text;
     const long modifiers = item.getKeyModifiers();
-    text += modifiers & (kKeyControl | kKeyCommand) ? "Ctrl+" : "";
+    text += modifiers & kKeyCommand ? "Ctrl+" : "";
+    text += modifiers & kKeyControl ? "Super+" : "";
     text += modifiers & kKeyAlt ? "Alt+" : "";
     text += modifiers & kKeyShift ? "Shift+" : "";
     text += item.getKey();

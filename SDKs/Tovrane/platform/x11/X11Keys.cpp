@@ -83,8 +83,8 @@ std::uint8_t keyModifiersOfState(std::uint16_t state)
     unsigned bits = 0;
     bits |= state & XCB_MOD_MASK_SHIFT ? kKeyShift : 0;
     bits |= state & XCB_MOD_MASK_1 ? kKeyAlt : 0;
-    bits |= state & XCB_MOD_MASK_4 ? kKeyCommand : 0;
-    bits |= state & XCB_MOD_MASK_CONTROL ? kKeyControl : 0;
+    bits |= state & XCB_MOD_MASK_CONTROL ? kKeyCommand : 0;
+    bits |= state & XCB_MOD_MASK_4 ? kKeyControl : 0;
     return std::uint8_t(bits);
 }
 
@@ -93,8 +93,8 @@ long mouseModifiersOfState(std::uint16_t state)
     long bits = 0;
     bits |= state & XCB_MOD_MASK_SHIFT ? kModShift : 0;
     bits |= state & XCB_MOD_MASK_1 ? kModAlt : 0;
-    bits |= state & XCB_MOD_MASK_4 ? kModCommand : 0;
-    bits |= state & XCB_MOD_MASK_CONTROL ? kModControl : 0;
+    bits |= state & XCB_MOD_MASK_CONTROL ? kModCommand : 0;
+    bits |= state & XCB_MOD_MASK_4 ? kModControl : 0;
     return bits;
 }
 

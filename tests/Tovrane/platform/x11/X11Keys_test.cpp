@@ -1,7 +1,10 @@
 #include "Tovrane/platform/parts/ClickCounter.h"
+#include "Tovrane/platform/parts/HeldKeys.h"
 #include "Tovrane/platform/x11/X11Keys.h"
+#include "Tovrane/platform/x11/X11Window.h"
 #include "Tovrane/window/MouseEvents.h"
 
+#include <cmath>
 #include <gtest/gtest.h>
 #include <map>
 #include <sstream>
@@ -57,7 +60,7 @@ TEST(X11Keys, KeepModifiersApart)
         std::uint16_t state;
         int key;
         long mouse;
-    } states[] = {{1, 1, 16},         {4, 8, 128}, {8, 2, 64}, {64, 4, 32}, {1 | 4 | 8 | 64, 15, 240},
+    } states[] = {{1, 1, 16},         {4, 4, 32}, {8, 2, 64}, {64, 8, 128}, {1 | 4 | 8 | 64, 15, 240},
                   {2 | 16 | 32, 0, 0}};
     for (const auto& state : states)
     {
@@ -66,8 +69,17 @@ TEST(X11Keys, KeepModifiersApart)
     }
     EXPECT_EQ(mouseWordOfState(0x100 | 0x200 | 0x400 | 1),
               kButtonLeft | kButtonMiddle | kButtonRight | kModShift);
-    EXPECT_EQ(mouseButtonOfServer(9), kButton4);
-    EXPECT_EQ(mouseButtonOfServer(10), kButton5);
+    const long buttons[] = {0, kButtonLeft, kButtonMiddle, kButtonRight, 0,        0,
+                            0, 0,           kButtonMiddle, kButton4,     kButton5, 0};
+    for (std::uint8_t button = 0; button < std::size(buttons); ++button)
+        EXPECT_EQ(mouseButtonOfServer(button), buttons[button]) << int(button);
+}
+
+TEST(X11Window, IsOfASizeThatTheServerCanBear)
+{
+    EXPECT_EQ(X11Window::bounded(0.4, -0.6, 99.5, 60.0), (X11Place{0, -1, 100, 60}));
+    EXPECT_EQ(X11Window::bounded(-1.0e9, 1.0e9, -5.0, 0.0), (X11Place{-32768, 32767, 1, 1}));
+    EXPECT_EQ(X11Window::bounded(std::nan(""), 0.0, 1.0e9, std::nan("")), (X11Place{-32768, 0, 32767, 1}));
 }
 
 TEST(ClickCounter, CountsClicksThatBelongTogether)
@@ -84,4 +96,30 @@ TEST(ClickCounter, CountsClicksThatBelongTogether)
     ClickCounter clicks;
     for (const auto& press : presses)
         EXPECT_EQ(clicks.press(press.button, press.x, press.y, press.time), press.expected) << press.time;
+}
+
+TEST(HeldKeys, AReleaseGoesWhereItsPressWent)
+{
+    using enum KeyTaker;
+    const struct
+    {
+        std::vector<KeyTaker> presses; // of one key, which repeats
+        KeyTaker released;
+    } cases[] = {{{}, unknown},
+                 {{views}, views},
+                 {{host, views}, host},
+                 {{views, host}, host},
+                 {{views, swallowed}, swallowed}};
+    HeldKeys keys;
+    for (const auto& one : cases)
+    {
+        for (const KeyTaker taker : one.presses)
+            keys.press(200, taker);
+        EXPECT_EQ(keys.release(100), unknown);
+        EXPECT_EQ(keys.release(200), one.released);
+        EXPECT_EQ(keys.release(200), unknown);
+    }
+    keys.press(7, host);
+    keys.clear();
+    EXPECT_EQ(keys.release(7), unknown);
 }

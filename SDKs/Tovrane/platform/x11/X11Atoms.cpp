@@ -22,7 +22,6 @@ constexpr std::array<std::string_view, std::size_t(X11Atom::count)> names = {
     "TARGETS",
     "TIMESTAMP",
     "INCR",
-    "_TOVRA_TRANSFER",
     "_XEMBED",
     "_XEMBED_INFO",
     "XdndAware",

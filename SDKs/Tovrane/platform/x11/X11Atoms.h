@@ -1,4 +1,4 @@
-// The names that X clients agree on, as the numbers that one server gave them.
+// The names that X clients agree on, as the numbers that one server gave to them.
 #pragma once
 
 #include <array>
@@ -22,7 +22,6 @@ enum class X11Atom : std::size_t
     targets,
     timestamp,
     incremental,
-    transfer, // our property for what comes in
     xembed,
     xembedInfo,
     dndAware,

@@ -9,33 +9,25 @@ namespace Tovra
 {
 namespace
 {
-// A client that can't take more in one request than this isn't sent pieces; our texts are of one line.
+// Every client takes that much in one request. More would have to be sent in pieces, which texts of one line
+// never need.
 constexpr std::size_t mostOffered = std::size_t(64) << 10;
-
-// Every character of Latin 1, as its old form has it, in UTF-8.
-std::string utf8OfLatin1(const std::string& text)
-{
-    std::string result;
-    for (const char c : text)
-        result += Core::Utf8::encode(static_cast<unsigned char>(c));
-    return result;
-}
 }
 
 X11Clipboard::X11Clipboard(std::shared_ptr<X11Connection> server)
-    : window(server, *this, X11Window::hidden, 0, {}), transfer(server)
+    : window(std::move(server), *this, X11Window::hidden, 0, {})
 {
 }
 
-xcb_atom_t X11Clipboard::nameOf(Which which) const
+xcb_atom_t X11Clipboard::nameOf(const X11Connection& server, Which which)
 {
-    return which == copied ? window.connection().atom(X11Atom::clipboard) : xcb_atom_t(XCB_ATOM_PRIMARY);
+    return which == copied ? server.atom(X11Atom::clipboard) : xcb_atom_t(XCB_ATOM_PRIMARY);
 }
 
 std::string* X11Clipboard::offeredUnder(xcb_atom_t name)
 {
     for (const Which which : {copied, selection})
-        if (name == nameOf(which) && isOurs[which])
+        if (name == nameOf(window.connection(), which) && isOurs[which])
             return &offered[which];
     return nullptr;
 }
@@ -48,33 +40,8 @@ void X11Clipboard::offer(Which which, std::string text)
     offered[which] = std::move(text);
     isOurs[which] = true;
     since[which] = server.lastTime();
-    xcb_set_selection_owner(server.xcb(), window.id(), nameOf(which), since[which]);
+    xcb_set_selection_owner(server.xcb(), window.id(), nameOf(server, which), since[which]);
     server.flush();
-}
-
-void X11Clipboard::ask(Which which, std::function<void(const std::string&)> callback)
-{
-    asker = std::move(callback);
-    askFor(nameOf(which), window.connection().atom(X11Atom::utf8String));
-}
-
-// Old clients have no UTF-8, but Latin 1.
-void X11Clipboard::askFor(xcb_atom_t name, xcb_atom_t form)
-{
-    transfer.start(name, form, window.connection().lastTime(),
-                   [this, name, form](std::optional<std::string> content)
-                   {
-                       if (!content && form != XCB_ATOM_STRING)
-                           return askFor(name, XCB_ATOM_STRING);
-                       if (content && asker != nullptr)
-                           std::exchange(asker, nullptr)(form == XCB_ATOM_STRING ? utf8OfLatin1(*content)
-                                                                                 : *content);
-                   });
-}
-
-void X11Clipboard::forgetAsker()
-{
-    asker = nullptr;
 }
 
 void X11Clipboard::handleEvent(std::uint8_t type, const xcb_generic_event_t& event)
@@ -85,7 +52,7 @@ void X11Clipboard::handleEvent(std::uint8_t type, const xcb_generic_event_t& eve
         return;
     const auto& lost = as<xcb_selection_clear_event_t>(event);
     for (const Which which : {copied, selection})
-        if (lost.selection == nameOf(which))
+        if (lost.selection == nameOf(window.connection(), which))
         {
             isOurs[which] = false;
             offered[which].clear();

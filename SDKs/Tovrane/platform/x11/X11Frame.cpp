@@ -78,8 +78,8 @@ void X11Frame::windowGone()
 {
     if (menu != nullptr)
         menu->cancel();
-    if (field != nullptr)
-        field->disconnect();
+    while (!fields.empty())
+        fields.back()->disconnect();
 }
 
 bool X11Frame::getGlobalPosition(CPoint& position) const
@@ -192,13 +192,22 @@ IOSTextEdit* X11Frame::createPlatformTextEdit(CFrame*, ITextEditCallback* callba
     return new X11TextEdit(*this, *callback);
 }
 
-void X11Frame::endTextEdit(const X11TextEdit& gone)
+void X11Frame::beginTextEdit(X11TextEdit& made)
 {
-    if (field != &gone)
+    if (activeTextEdit() == &made)
         return;
-    field = nullptr;
-    if (shared != nullptr)
-        shared->forgetAsker();
+    if (X11TextEdit* const before = activeTextEdit())
+        before->setFocused(false);
+    std::erase(fields, &made);
+    fields.push_back(&made);
+    made.setFocused(isFocused);
+}
+
+void X11Frame::endTextEdit(X11TextEdit& gone)
+{
+    std::erase(fields, &gone);
+    if (X11TextEdit* const next = activeTextEdit())
+        next->setFocused(isFocused);
 }
 
 IOptionMenu* X11Frame::createOptionMenu(CFrame*)

@@ -18,6 +18,7 @@
 #include "Tovrane/window/IFrame.h"
 
 #include <memory>
+#include <vector>
 
 namespace Tovra
 {
@@ -65,10 +66,11 @@ public:
     bool beginPanel();
     void endPanel() { isBlocked = false; }
     CFrame* getFrame() const { return events.getFrame(); }
-    // The last one that was made gets the keys.
-    void beginTextEdit(X11TextEdit& made) { field = &made; }
-    void endTextEdit(const X11TextEdit& gone);
-    X11TextEdit* activeTextEdit() const { return field; }
+    // Of several text fields that are open the one that was made or clicked last gets the keys; when it goes,
+    // the one before it does.
+    void beginTextEdit(X11TextEdit& made);
+    void endTextEdit(X11TextEdit& gone);
+    X11TextEdit* activeTextEdit() const { return fields.empty() ? nullptr : fields.back(); }
     // False once the frame or the window has gone.
     bool isOpen() const { return events.isConnected() && !window.isGone(); }
 
@@ -86,7 +88,7 @@ private:
     void passOn(const xcb_key_press_event_t& event);
     void message(const xcb_client_message_event_t& event);
     void sendToEmbedder(std::uint32_t request);
-    void setFocused(bool isFocused);
+    void setFocused(bool focused);
     void windowGone();
     X11Reply<xcb_query_pointer_reply_t> pointer() const;
 
@@ -98,9 +100,10 @@ private:
     X11Drop dropTarget;
     std::unique_ptr<X11Clipboard> shared;
     X11OptionMenu* menu = nullptr; // open
-    X11TextEdit* field = nullptr;
+    std::vector<X11TextEdit*> fields; // open; the last one gets the keys
     ClickCounter clicks;
     bool isBlocked = false;
+    bool isFocused = true;
     xcb_window_t embedder = 0; // that has spoken XEmbed
 };
 

@@ -117,6 +117,7 @@ void X11Frame::handleKey(std::uint8_t type, const xcb_generic_event_t& event)
 void X11Frame::keyPressed(const xcb_key_press_event_t& event)
 {
     const X11Keyboard::Stroke stroke = server->keyboard().press(event.detail, event.state);
+    X11TextEdit* const field = activeTextEdit();
     if (stroke.pending || (field != nullptr && field->keyDown(stroke.code, stroke.text) == kKeyConsumed) ||
         events.keyDown(stroke.code) == kKeyConsumed)
         return;
@@ -170,11 +171,12 @@ void X11Frame::sendToEmbedder(std::uint32_t request)
     server->flush();
 }
 
-void X11Frame::setFocused(bool isFocused)
+void X11Frame::setFocused(bool focused)
 {
-    if (!isFocused)
+    isFocused = focused;
+    if (!focused)
         server->keyboard().resetSequence();
-    if (field != nullptr)
-        field->setFocused(isFocused);
+    if (X11TextEdit* const field = activeTextEdit())
+        field->setFocused(focused);
 }
 }

@@ -2,6 +2,8 @@
 
 #include "Tovrane/window/ITextEditCallback.h"
 
+#include <utility>
+
 namespace Tovra
 {
 namespace
@@ -17,10 +19,9 @@ X11TextEdit::X11TextEdit(X11Frame& frame, ITextEditCallback& asked)
 {
     painter.back = asked.textEditGetBackColor();
     painter.font = asked.textEditGetFontColor();
-    frame.beginTextEdit(*this);
     window.setCursor(window.connection().cursor(X11Cursors::text));
     updateSize();
-    window.show();
+    frame.beginTextEdit(*this);
     blink.start(blinkMilliseconds,
                 [this]
                 {
@@ -39,10 +40,12 @@ void X11TextEdit::disconnect()
     if (!owner)
         return;
     blink.stop();
+    pasting.reset();
     callback = nullptr;
-    owner->endTextEdit(*this);
-    owner.reset();
     window.destroy();
+    const Kept<X11Frame> frame = owner;
+    owner.reset();
+    frame->endTextEdit(*this);
 }
 
 const char* X11TextEdit::getText()
@@ -62,11 +65,12 @@ bool X11TextEdit::updateSize()
 {
     if (callback == nullptr || window.isGone())
         return false;
-    CRect field = callback->textEditGetSize();
-    CRect seen = callback->textEditGetVisibleSize();
+    const ITextEditCallback& asked = *callback;
+    CRect field = asked.textEditGetSize();
+    CRect seen = asked.textEditGetVisibleSize();
     seen.bound(field);
-    callback->convertPluginToWorld(field);
-    callback->convertPluginToWorld(seen);
+    asked.convertPluginToWorld(field);
+    asked.convertPluginToWorld(seen);
     const bool isSeen = seen.right > seen.left && seen.bottom > seen.top;
     const X11Place whole =
         X11Window::bounded(field.left, field.top, field.right - field.left, field.bottom - field.top);
@@ -124,15 +128,10 @@ void X11TextEdit::handleEvent(std::uint8_t type, const xcb_generic_event_t& even
     case XCB_BUTTON_PRESS:
         return pressed(as<xcb_button_press_event_t>(event));
     case XCB_MOTION_NOTIFY:
-        return isDragging ? dragged(as<xcb_motion_notify_event_t>(event).event_x) : void();
+        return dragged(as<xcb_motion_notify_event_t>(event));
     case XCB_BUTTON_RELEASE:
-        if (as<xcb_button_release_event_t>(event).detail == XCB_BUTTON_INDEX_1 && isDragging)
-        {
-            isDragging = false;
-            offerSelection();
-        }
-        return;
-    case XCB_KEY_PRESS: // under the mouse, with the focus on a window above ours
+        return as<xcb_button_release_event_t>(event).detail == XCB_BUTTON_INDEX_1 ? endDrag() : void();
+    case XCB_KEY_PRESS: // the mouse is over the field, and a window above ours has the focus
     case XCB_KEY_RELEASE:
         return alive->handleKey(type, event);
     default:
@@ -143,6 +142,7 @@ void X11TextEdit::handleEvent(std::uint8_t type, const xcb_generic_event_t& even
 void X11TextEdit::pressed(const xcb_button_press_event_t& event)
 {
     const int count = clicks.press(event.detail, event.event_x, event.event_y, event.time);
+    owner->beginTextEdit(*this);
     if (event.detail == XCB_BUTTON_INDEX_2)
     {
         line.moveTo(positionAt(event.event_x), false);
@@ -164,9 +164,20 @@ void X11TextEdit::pressed(const xcb_button_press_event_t& event)
     changed();
 }
 
-void X11TextEdit::dragged(int x)
+void X11TextEdit::dragged(const xcb_motion_notify_event_t& event)
 {
-    line.moveTo(positionAt(x), true);
+    if ((event.state & XCB_BUTTON_MASK_1) == 0)
+        return endDrag(); // the release went elsewhere
+    if (!isDragging)
+        return;
+    line.moveTo(positionAt(event.event_x), true);
     changed();
+}
+
+void X11TextEdit::endDrag()
+{
+    if (!std::exchange(isDragging, false))
+        return;
+    offerSelection();
 }
 }

@@ -1,14 +1,17 @@
 // The live text field: a child window over the frame, drawn by the toolkit.
 //
-// Besides the keys that EditLine knows: control with A, C, X and V, shift with insert, double and triple
-// clicks, dragging, and the middle button for what was selected last, here or elsewhere. Keys come from the
-// frame's window, which keeps the focus.
+// Besides the keys that EditLine knows it takes Control with A, C, X and V, Insert with Control or shift,
+// Delete with shift, double and triple clicks, dragging, and the middle button for what was selected last,
+// here or in another program. Keys come from the frame's window, which keeps the focus.
+//
+// Each of the callback's functions may destroy the field or close the frame.
 #pragma once
 
 #include "Tovrane/base/RunLoop.h"
 #include "Tovrane/platform/parts/EditLinePainter.h"
 #include "Tovrane/platform/x11/X11Canvas.h"
 #include "Tovrane/platform/x11/X11Frame.h"
+#include "Tovrane/platform/x11/X11Paste.h"
 #include "Tovrane/window/IOSTextEdit.h"
 
 #include <memory>
@@ -29,17 +32,18 @@ public:
     bool updateSize() override;
     long onKeyDown(TovraKeyCode& code) override;
 
-    // A key of the frame's window with the text that it types. kKeyConsumed: the field may be gone.
+    // A key of the frame's window with the text that it types. After kKeyConsumed the field may be gone.
     long keyDown(const TovraKeyCode& code, const std::string& typed);
     // Whether the frame's window has the keyboard: the caret shows it.
     void setFocused(bool isFocused);
-    // The frame goes: nothing is shown or told to the callback any more.
+    // The frame goes: nothing is shown, and the callback is not called any more.
     void disconnect();
 
 private:
     void handleEvent(std::uint8_t type, const xcb_generic_event_t& event) override;
     void pressed(const xcb_button_press_event_t& event);
-    void dragged(int x);
+    void dragged(const xcb_motion_notify_event_t& event);
+    void endDrag();
     bool command(const TovraKeyCode& code);
     bool navigate(const TovraKeyCode& code);
     bool edit(const TovraKeyCode& code, const std::string& typed);
@@ -60,5 +64,7 @@ private:
     EditLinePainter painter;
     bool isDragging = false;
     ClickCounter clicks;
+    std::unique_ptr<X11Paste> pasting;                     // made when first needed
+    std::shared_ptr<bool> life = std::make_shared<bool>(); // expires with the field
 };
 }

@@ -21,16 +21,14 @@ long X11TextEdit::keyDown(const TovraKeyCode& code, const std::string& typed)
 {
     if (callback == nullptr)
         return kKeyNotHandled;
-    const Kept<X11Frame> alive(owner);
-    if (callback->textEditOnKeyDown(code) == kKeyConsumed)
+    const std::weak_ptr<bool> isThere = life;
+    if (callback->textEditOnKeyDown(code) == kKeyConsumed || isThere.expired() || callback == nullptr)
         return kKeyConsumed;
-    if (alive->activeTextEdit() != this)
-        return kKeyConsumed; // gone meanwhile
     const bool ends = code.virtualKey == kVirtualReturn || code.virtualKey == kVirtualKeypadEnter ||
                       code.virtualKey == kVirtualEscape;
     if (ends)
     {
-        callback->textEditLooseFocus(code.virtualKey != kVirtualEscape); // mostly the end of this
+        callback->textEditLooseFocus(code.virtualKey != kVirtualEscape); // usually the end of this
         return kKeyConsumed;
     }
     if (!command(code) && !navigate(code) && !edit(code, typed))
@@ -39,10 +37,10 @@ long X11TextEdit::keyDown(const TovraKeyCode& code, const std::string& typed)
     return kKeyConsumed;
 }
 
-// What control, or shift with insert and delete, does.
+// What Control does, and shift with Insert and Delete.
 bool X11TextEdit::command(const TovraKeyCode& code)
 {
-    const bool isControl = (code.modifiers & (kKeyControl | kKeyCommand)) != 0;
+    const bool isControl = (code.modifiers & kKeyCommand) != 0;
     const bool isShift = (code.modifiers & kKeyShift) != 0;
     const auto key = isControl ? (code.character | 0x20) : 0; // lower case
     const bool isInsert = code.virtualKey == kVirtualInsert;
@@ -68,8 +66,7 @@ bool X11TextEdit::command(const TovraKeyCode& code)
 bool X11TextEdit::navigate(const TovraKeyCode& code)
 {
     const bool extend = (code.modifiers & kKeyShift) != 0;
-    const auto step =
-        (code.modifiers & (kKeyControl | kKeyCommand)) != 0 ? EditLine::word : EditLine::character;
+    const auto step = (code.modifiers & kKeyCommand) != 0 ? EditLine::word : EditLine::character;
     switch (code.virtualKey)
     {
     case kVirtualLeft:
@@ -94,10 +91,10 @@ bool X11TextEdit::navigate(const TovraKeyCode& code)
 
 bool X11TextEdit::edit(const TovraKeyCode& code, const std::string& typed)
 {
-    const unsigned commands = code.modifiers & (kKeyControl | kKeyCommand);
+    const bool isCommand = (code.modifiers & (kKeyControl | kKeyCommand)) != 0;
     if (code.virtualKey == kVirtualBackspace || code.virtualKey == kVirtualDelete)
-        line.erase(commands != 0 ? EditLine::word : EditLine::character, code.virtualKey == kVirtualDelete);
-    else if (typed.empty() || commands != 0)
+        line.erase(isCommand ? EditLine::word : EditLine::character, code.virtualKey == kVirtualDelete);
+    else if (typed.empty() || isCommand)
         return false;
     else
         line.insert(typed);
@@ -118,11 +115,13 @@ void X11TextEdit::offerSelection()
 
 void X11TextEdit::paste(X11Clipboard::Which from)
 {
-    owner->clipboard().ask(from,
-                           [this](const std::string& text)
-                           {
-                               line.insert(text);
-                               changed();
-                           });
+    if (pasting == nullptr)
+        pasting = std::make_unique<X11Paste>(owner->sharedConnection());
+    pasting->ask(from,
+                 [this](const std::string& text)
+                 {
+                     line.insert(text);
+                     changed();
+                 });
 }
 }

@@ -1,6 +1,8 @@
 // Fetches what another client offers in a selection: the clipboard, or the content of a drag.
 //
 // The answer comes by events, so nobody waits for a client that doesn't answer. Long contents come in pieces.
+// Each transfer has a property of its own, so that the late answer to an earlier one, or the pieces of one
+// that was given up, never mix into it.
 #pragma once
 
 #include "Tovrane/platform/x11/X11Window.h"
@@ -15,8 +17,8 @@ namespace Tovra
 class X11Transfer : private X11EventSink
 {
 public:
-    // Nothing if there is no such content, or more than mostBytes of it. The callback may destroy the
-    // transfer.
+    // Gets nothing if there is no such content, or more than mostBytes of it. The callback may destroy the
+    // transfer, or start it again.
     using Done = std::function<void(std::optional<std::string>)>;
 
     explicit X11Transfer(std::shared_ptr<X11Connection> server);
@@ -36,7 +38,10 @@ private:
     X11Window window;
     xcb_atom_t source = 0;
     xcb_atom_t wanted = 0;
-    Done done; // null: nothing is under way
+    xcb_timestamp_t asked = 0; // of the question
+    Done done;                 // null: nothing is under way
+    xcb_atom_t property = 0;   // where the content comes
+    unsigned int started = 0;
     bool inPieces = false;
     std::string content;
 };

@@ -1,7 +1,7 @@
-// A host's window in a process of its own, for the window tests: it makes a window, says its number, and
-// obeys lines on its standard input. What comes to its window it writes down.
+// A host's window in a process of its own, for the window tests: it makes a window, writes its number, and
+// obeys lines on its standard input. It writes down the events of its window.
 //
-//   resize W H | destroy | embed WINDOW | key WINDOW KEYCODE
+//   hide | show | destroy | embed WINDOW | key WINDOW KEYCODE
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -63,9 +63,10 @@ void obey(const std::string& line)
     std::uint32_t first = 0;
     std::uint32_t second = 0;
     words >> first >> second;
-    const std::uint32_t size[] = {first, second};
-    if (command == "resize")
-        xcb_configure_window(c, window, XCB_CONFIG_WINDOW_WIDTH | XCB_CONFIG_WINDOW_HEIGHT, size);
+    if (command == "hide")
+        xcb_unmap_window(c, window);
+    else if (command == "show")
+        xcb_map_window(c, window);
     else if (command == "destroy")
         xcb_destroy_window(c, window);
     else if (command == "embed")

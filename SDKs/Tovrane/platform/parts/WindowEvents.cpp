@@ -82,9 +82,9 @@ void WindowEvents::releaseEach(CPoint where, long buttons, long modifiers)
             release(where, button | modifiers);
 }
 
-void WindowEvents::releaseAll()
+void WindowEvents::releaseAllBut(long stillHeld)
 {
-    releaseEach(lastPlace, held, 0);
+    releaseEach(lastPlace, held & ~stillHeld, 0);
 }
 
 bool WindowEvents::move(CPoint where, long buttons)

@@ -40,7 +40,9 @@ public:
     bool move(CPoint where, long buttons);
     // The window no longer hears of the mouse (its grab was lost, it is hidden, or it is about to close):
     // whatever is held is released where the mouse was last.
-    void releaseAll();
+    void releaseAll() { releaseAllBut(0); }
+    // As releaseAll, for those buttons that are not in the mouse word.
+    void releaseAllBut(long stillHeld);
     // The mouse is over the window no more. It may still be held.
     bool leave(CPoint where, long modifiers);
     // Both of these, where the mouse was last: the window is not to be seen any more.

@@ -73,11 +73,11 @@ void X11Frame::clearFrame()
     IFrame::clearFrame();
 }
 
-// What lies on the window is over as well.
+// Menus, drags and text fields end with it.
 void X11Frame::windowGone()
 {
-    if (menu != nullptr)
-        menu->cancel();
+    hidden();
+    dropTarget.leave();
     while (!fields.empty())
         fields.back()->disconnect();
 }
@@ -134,6 +134,15 @@ X11Reply<xcb_query_pointer_reply_t> X11Frame::pointer() const
         return nullptr;
     const auto asked = xcb_query_pointer(server->xcb(), window.id());
     return X11Reply<xcb_query_pointer_reply_t>{xcb_query_pointer_reply(server->xcb(), asked, nullptr)};
+}
+
+// Whether neither it nor a window above it is hidden.
+bool X11Frame::isViewable() const
+{
+    const auto asked = xcb_get_window_attributes(server->xcb(), window.id());
+    const X11Reply<xcb_get_window_attributes_reply_t> reply{
+        xcb_get_window_attributes_reply(server->xcb(), asked, nullptr)};
+    return reply != nullptr && reply->map_state == XCB_MAP_STATE_VIEWABLE;
 }
 
 bool X11Frame::getCurrentMousePosition(CPoint& position) const
@@ -221,6 +230,12 @@ bool X11Frame::beginMenu(X11OptionMenu& opened)
         return false;
     menu = &opened;
     return true;
+}
+
+void X11Frame::endMenu()
+{
+    menu = nullptr;
+    mouseCameBack();
 }
 
 bool X11Frame::beginPanel()

@@ -1,15 +1,17 @@
 // A frame's window inside of a window of the host's, on X.
 //
-// The host's window is named by its number, as hosts hand it over. If the host speaks XEmbed, that decides
-// about the focus; else a click takes it. Keys that no view wants go on to the host's window.
+// Hosts name their window by its number. If the host speaks XEmbed, it decides about the keyboard's focus; if
+// not, a click takes the focus. Keys that no view wants go on to the host's window, press and release alike.
 //
-// When the host destroys its window, ours goes with it, without a word: then everything here does nothing,
-// until the frame is closed.
+// When the host destroys its window, the server destroys ours with it; and when the connection breaks, no
+// window is left either. From then on everything here does nothing and answers false until the frame is
+// closed.
 #pragma once
 
 #include "Tovrane/base/Kept.h"
 #include "Tovrane/draw/IBlitTarget.h"
 #include "Tovrane/platform/parts/ClickCounter.h"
+#include "Tovrane/platform/parts/HeldKeys.h"
 #include "Tovrane/platform/parts/WindowEvents.h"
 #include "Tovrane/platform/x11/X11Clipboard.h"
 #include "Tovrane/platform/x11/X11Drop.h"
@@ -29,7 +31,8 @@ class X11TextEdit;
 class X11Frame : public IFrame, public IBlitTarget, private X11EventSink
 {
 public:
-    // As IFrame::Factory has it: null without a display, or if parent is no window there.
+    // An IFrame::Factory. Null without a display, on a screen that cannot show our pictures (see
+    // X11Connection::open), or if parent is no window there.
     static IFrame* create(CFrame* frame, const CRect& size, void* parent);
 
     bool getGlobalPosition(CPoint& position) const override;
@@ -43,36 +46,41 @@ public:
     IOptionMenu* createOptionMenu(CFrame* forFrame) override;
     void* getSystemWindow() const override;
     IFileSelector* createFileSelector(CFrame* forFrame) override;
+    void releaseMouse() override;
     void clearFrame() override;
 
     void blit(const BlitPicture& picture, const CRect& target) override;
 
-    // For the parts of a frame: its menu and its text field.
+    // For the parts of a frame: its menu, its text fields and its file panel.
     const std::shared_ptr<X11Connection>& sharedConnection() const { return server; }
     xcb_window_t windowId() const { return window.id(); }
     X11Clipboard& clipboard();
-    // Pixels of the window to those of the plug-in.
+    // Pixels of the window to one unit of the plug-in's.
     double scale() const;
     // From plug-in coordinates to the screen's.
     CPoint toScreen(CPoint point) const;
     void takeFocus();
-    // Its keys come to the text field as well.
+    // For keys that came to a text field's or a menu's window instead of this one.
     void handleKey(std::uint8_t type, const xcb_generic_event_t& event);
+    CFrame* getFrame() const { return events.getFrame(); }
+    // False once the frame or the window has gone.
+    bool isOpen() const { return events.isConnected() && !window.isGone(); }
 
-    // One menu at a time; false if it may not open.
+    // One menu at a time; false if it may not open. While it is open it takes the mouse and the keyboard.
     bool beginMenu(X11OptionMenu& opened);
-    void endMenu() { menu = nullptr; }
-    // While a panel of another program is open: no clicks and keys come in.
+    void endMenu();
+    // The menu took the press of this key: its release is nobody's.
+    void swallowKey(std::uint8_t key) { keys.press(key, KeyTaker::swallowed); }
+
+    // While a panel of another program is open, no clicks and keys come in.
     bool beginPanel();
     void endPanel() { isBlocked = false; }
-    CFrame* getFrame() const { return events.getFrame(); }
+
     // Of several text fields that are open the one that was made or clicked last gets the keys; when it goes,
     // the one before it does.
     void beginTextEdit(X11TextEdit& made);
     void endTextEdit(X11TextEdit& gone);
     X11TextEdit* activeTextEdit() const { return fields.empty() ? nullptr : fields.back(); }
-    // False once the frame or the window has gone.
-    bool isOpen() const { return events.isConnected() && !window.isGone(); }
 
 protected:
     ~X11Frame() override;
@@ -83,8 +91,14 @@ private:
     void handleEvent(std::uint8_t type, const xcb_generic_event_t& event) override;
     void pressed(const xcb_button_press_event_t& event);
     void released(const xcb_button_release_event_t& event);
-    void moved(const xcb_motion_notify_event_t& event);
-    void keyPressed(const xcb_key_press_event_t& event);
+    void moved(int x, int y, std::uint16_t state);
+    void left(const xcb_leave_notify_event_t& event);
+    void mouseCameBack();
+    void hidden();
+    bool isViewable() const;
+
+    KeyTaker keyPressed(const xcb_key_press_event_t& event);
+    void keyReleased(const xcb_key_release_event_t& event);
     void passOn(const xcb_key_press_event_t& event);
     void message(const xcb_client_message_event_t& event);
     void sendToEmbedder(std::uint32_t request);
@@ -99,14 +113,16 @@ private:
     X11Surface surface;
     X11Drop dropTarget;
     std::unique_ptr<X11Clipboard> shared;
-    X11OptionMenu* menu = nullptr; // open
+    X11OptionMenu* menu = nullptr;    // open
     std::vector<X11TextEdit*> fields; // open; the last one gets the keys
     ClickCounter clicks;
-    bool isBlocked = false;
+    HeldKeys keys;
+    long heldBeyondState = 0; // buttons that are held and that the state of an event has no bit for
+    bool isBlocked = false;   // by a panel
     bool isFocused = true;
-    xcb_window_t embedder = 0; // that has spoken XEmbed
+    xcb_window_t embedder = 0; // the parent, once it has spoken XEmbed
 };
 
-// [window thread]  From here on frames with a parent window are made on X, where there is one.
+// [window thread]  From here on frames with a parent window are made on X, where there is a display.
 void useX11Frames();
 }

@@ -1,22 +1,12 @@
-// The events of a frame's window, on their way to the views.
+// The events of a frame's window, and the mouse on its way to the views.
 #include "Tovrane/platform/x11/X11Frame.h"
 #include "Tovrane/platform/x11/X11Keys.h"
-#include "Tovrane/platform/x11/X11TextEdit.h"
+#include "Tovrane/platform/x11/X11OptionMenu.h"
 
 namespace Tovra
 {
 namespace
 {
-enum XEmbed : std::uint32_t
-{
-    embeddedNotify = 0,
-    requestFocus = 3,
-    focusIn = 4,
-    focusOut = 5,
-    focusNext = 6,
-    focusPrevious = 7
-};
-
 // The wheel's buttons, as steps to the right and up.
 struct WheelRow
 {
@@ -25,6 +15,9 @@ struct WheelRow
     double y;
 };
 constexpr WheelRow wheel[] = {{4, 0.0, 1.0}, {5, 0.0, -1.0}, {6, -1.0, 0.0}, {7, 1.0, 0.0}};
+
+// The state word of the server's events knows the first five buttons alone.
+constexpr std::uint8_t lastButtonOfState = 5;
 
 CPoint placeOf(std::int16_t x, std::int16_t y)
 {
@@ -35,13 +28,12 @@ CPoint placeOf(std::int16_t x, std::int16_t y)
 void X11Frame::handleEvent(std::uint8_t type, const xcb_generic_event_t& event)
 {
     const Kept<X11Frame> alive(this);
-    const bool isInput = type >= XCB_KEY_PRESS && type <= XCB_MOTION_NOTIFY;
-    if (isInput && isBlocked)
-        return;
     switch (type)
     {
     case XCB_DESTROY_NOTIFY:
         return windowGone();
+    case XCB_UNMAP_NOTIFY:
+        return hidden();
     case XCB_EXPOSE:
     {
         const auto& part = as<xcb_expose_event_t>(event);
@@ -52,7 +44,17 @@ void X11Frame::handleEvent(std::uint8_t type, const xcb_generic_event_t& event)
     case XCB_BUTTON_RELEASE:
         return released(as<xcb_button_release_event_t>(event));
     case XCB_MOTION_NOTIFY:
-        return moved(as<xcb_motion_notify_event_t>(event));
+    {
+        const auto& motion = as<xcb_motion_notify_event_t>(event);
+        return moved(motion.event_x, motion.event_y, motion.state);
+    }
+    case XCB_ENTER_NOTIFY: // a move need not follow: the window came to the mouse, or a menu closed over it
+    {
+        const auto& entered = as<xcb_enter_notify_event_t>(event);
+        return moved(entered.event_x, entered.event_y, entered.state);
+    }
+    case XCB_LEAVE_NOTIFY:
+        return left(as<xcb_leave_notify_event_t>(event));
     case XCB_KEY_PRESS:
     case XCB_KEY_RELEASE:
         return handleKey(type, event);
@@ -69,16 +71,12 @@ void X11Frame::handleEvent(std::uint8_t type, const xcb_generic_event_t& event)
     }
 }
 
-void X11Frame::takeFocus()
-{
-    if (embedder != 0)
-        sendToEmbedder(requestFocus);
-    else
-        window.takeFocus();
-}
-
 void X11Frame::pressed(const xcb_button_press_event_t& event)
 {
+    if (menu != nullptr)
+        return menu->cancel(); // which takes the click, as one beside it
+    if (isBlocked)
+        return;
     const CPoint where = placeOf(event.event_x, event.event_y);
     for (const WheelRow& row : wheel)
         if (row.onServer == event.detail)
@@ -89,94 +87,68 @@ void X11Frame::pressed(const xcb_button_press_event_t& event)
     const long button = mouseButtonOfServer(event.detail);
     if (button == 0)
         return;
+    if (event.detail > lastButtonOfState)
+        heldBeyondState |= button;
     takeFocus();
     const int count = clicks.press(event.detail, event.event_x, event.event_y, event.time);
     events.press(where, button | mouseModifiersOfState(event.state), count);
 }
 
+// Also while a panel is open: the press came before it.
 void X11Frame::released(const xcb_button_release_event_t& event)
 {
-    if (const long button = mouseButtonOfServer(event.detail))
-        events.release(placeOf(event.event_x, event.event_y), button | mouseModifiersOfState(event.state));
-}
-
-void X11Frame::moved(const xcb_motion_notify_event_t& event)
-{
-    events.move(placeOf(event.event_x, event.event_y), mouseWordOfState(event.state));
-}
-
-void X11Frame::handleKey(std::uint8_t type, const xcb_generic_event_t& event)
-{
-    const auto& key = as<xcb_key_press_event_t>(event);
-    if (type == XCB_KEY_PRESS)
-        keyPressed(key);
-    else if (events.keyUp(server->keyboard().release(key.detail, key.state)) != kKeyConsumed)
-        passOn(key);
-}
-
-void X11Frame::keyPressed(const xcb_key_press_event_t& event)
-{
-    const X11Keyboard::Stroke stroke = server->keyboard().press(event.detail, event.state);
-    X11TextEdit* const field = activeTextEdit();
-    if (stroke.pending || (field != nullptr && field->keyDown(stroke.code, stroke.text) == kKeyConsumed) ||
-        events.keyDown(stroke.code) == kKeyConsumed)
+    const long button = mouseButtonOfServer(event.detail);
+    if (button == 0)
         return;
-    if (stroke.code.virtualKey == kVirtualTab && embedder != 0)
-        sendToEmbedder(stroke.code.modifiers & kKeyShift ? focusPrevious : focusNext);
-    else
-        passOn(event);
+    if (event.detail > lastButtonOfState)
+        heldBeyondState &= ~button;
+    events.release(placeOf(event.event_x, event.event_y), button | mouseModifiersOfState(event.state));
 }
 
-// Not what a host has handed to us: it would get that back for ever.
-void X11Frame::passOn(const xcb_key_press_event_t& event)
+void X11Frame::moved(int x, int y, std::uint16_t state)
 {
-    if (window.isGone() || wasSent(reinterpret_cast<const xcb_generic_event_t&>(event)))
-        return;
-    xcb_key_press_event_t passed = event;
-    passed.event = parent;
-    const bool isPress = event.response_type == XCB_KEY_PRESS;
-    xcb_send_event(server->xcb(), 1, parent, isPress ? XCB_EVENT_MASK_KEY_PRESS : XCB_EVENT_MASK_KEY_RELEASE,
-                   reinterpret_cast<const char*>(&passed));
-    server->flush();
+    if (!isBlocked)
+        events.move(CPoint(x, y), mouseWordOfState(state) | heldBeyondState);
 }
 
-void X11Frame::message(const xcb_client_message_event_t& event)
+// Over the text field the mouse is still in the frame. While a button is held the server keeps sending what
+// the mouse does, wherever it is, so this is no leaving; but then somebody else may have taken the mouse, or
+// the host has hidden its window, which it tells nobody.
+void X11Frame::left(const xcb_leave_notify_event_t& event)
 {
-    if (dropTarget.handleMessage(event) || event.type != server->atom(X11Atom::xembed))
-        return;
-    switch (event.data.data32[1])
-    {
-    case embeddedNotify:
-        embedder = event.data.data32[3];
-        return;
-    case focusIn:
-        return setFocused(true);
-    case focusOut:
-        return setFocused(false);
-    default:
-        return;
-    }
+    if (menu != nullptr)
+        return; // mouseCameBack looks where the mouse is when it has closed
+    if (event.mode != XCB_NOTIFY_MODE_NORMAL || (events.heldButtons() != 0 && !isViewable()))
+        releaseMouse();
+    if (event.detail != XCB_NOTIFY_DETAIL_INFERIOR && events.heldButtons() == 0)
+        events.leave(placeOf(event.event_x, event.event_y), mouseModifiersOfState(event.state));
 }
 
-void X11Frame::sendToEmbedder(std::uint32_t request)
+void X11Frame::releaseMouse()
 {
-    xcb_client_message_event_t sent{};
-    sent.response_type = XCB_CLIENT_MESSAGE;
-    sent.format = 32;
-    sent.window = embedder;
-    sent.type = server->atom(X11Atom::xembed);
-    sent.data.data32[0] = server->lastTime();
-    sent.data.data32[1] = request;
-    xcb_send_event(server->xcb(), 0, embedder, XCB_EVENT_MASK_NO_EVENT, reinterpret_cast<const char*>(&sent));
-    server->flush();
+    heldBeyondState = 0;
+    events.releaseAll();
 }
 
-void X11Frame::setFocused(bool focused)
+void X11Frame::hidden()
 {
-    isFocused = focused;
-    if (!focused)
-        server->keyboard().resetSequence();
-    if (X11TextEdit* const field = activeTextEdit())
-        field->setFocused(focused);
+    if (menu != nullptr)
+        menu->cancel();
+    heldBeyondState = 0;
+    events.vanish();
+}
+
+// From a menu, which took it for itself. If the mouse is over the frame, an EnterNotify will say so.
+void X11Frame::mouseCameBack()
+{
+    const auto reply = pointer();
+    if (reply == nullptr)
+        return;
+    const bool isInside = reply->same_screen && reply->win_x >= 0 && reply->win_y >= 0 &&
+                          reply->win_x < window.place().width && reply->win_y < window.place().height;
+    heldBeyondState = 0;
+    events.releaseAllBut(mouseWordOfState(reply->mask));
+    if (!isInside)
+        hidden();
 }
 }

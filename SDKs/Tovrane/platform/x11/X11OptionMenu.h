@@ -1,8 +1,10 @@
 // The pop-up menu: a stack of open panels, and what the mouse and keys do to it.
 //
 // While it is open it takes the mouse and the keyboard for itself, and runs the toolkit's timers and its own
-// connection's events on a run loop of its own; the host's loop stands. It closes without a choice when the
-// user clicks beside it or presses escape, and when its frame or the frame's window goes away.
+// connection's events on a run loop of its own; the host's loop stands still. It closes without a choice when
+// the user clicks beside it or presses Escape; when the mouse or the keyboard cannot be had, or are lost (a
+// panel is hidden or covered by another window, a click comes to the frame); and when its frame or the
+// frame's window goes away.
 #pragma once
 
 #include "Tovrane/base/Kept.h"
@@ -23,12 +25,14 @@ public:
 
     MenuChoice openMenu(IMenu& menu) override;
 
-    // Closes it without a choice. The frame calls it, also when it goes away.
+    // Closes it without a choice.
     void cancel()
     {
         choice = {};
         isDone = true;
     }
+    // Also for a key that came to the frame's window.
+    void keyPressed(const TovraKeyCode& code);
 
 protected:
     ~X11OptionMenu() override = default;
@@ -36,6 +40,7 @@ protected:
 private:
     void handleEvent(std::uint8_t type, const xcb_generic_event_t& event) override;
     X11EventSink& sink() { return *this; }
+    void notePointer();
     bool takeInput();
     void run();
     void tick();
@@ -43,7 +48,6 @@ private:
     void moved(int x, int y);
     void pressed(int button, int x, int y);
     void released(int button, int x, int y);
-    void keyPressed(const TovraKeyCode& code);
     void stepTo(int row);
     void hover(std::size_t level, int row);
 
@@ -63,7 +67,9 @@ private:
     bool hasMoved = false;
     int openedX = 0, openedY = 0;
     int mouseX = 0, mouseY = 0;
-    std::size_t waitingLevel = 0; // whose marked row gets its submenu opened, or its neighbour's closed
-    int waitingTicks = 0;         // 0: none
+    // After these ticks the submenu of this level's marked row opens, and another row's closes. 0: nothing
+    // waits.
+    int waitingTicks = 0;
+    std::size_t waitingLevel = 0;
 };
 }

@@ -84,6 +84,16 @@ int X11MenuPanel::scrollsAt(int x, int y) const
     return hasMore && inside >= view.height - painter.stripHeight() ? 1 : 0;
 }
 
+void X11MenuPanel::handleEvent(std::uint8_t type, const xcb_generic_event_t& event)
+{
+    if (type == XCB_VISIBILITY_NOTIFY)
+        obscured = as<xcb_visibility_notify_event_t>(event).state == XCB_VISIBILITY_FULLY_OBSCURED;
+    if (type != XCB_EXPOSE)
+        return;
+    const auto& part = as<xcb_expose_event_t>(event);
+    canvas.showAgain(surface, {part.x, part.y, part.width, part.height});
+}
+
 void X11MenuPanel::paint()
 {
     painter.draw(canvas.context(), *content, view);

@@ -10,9 +10,9 @@ namespace Tovra
 class X11MenuPanel
 {
 public:
-    // Opens at (x, y) on the screen as far as there is room: otherwise it moves left, and up. A submenu lies
-    // beside the row that opens it: then width is that of the menu to the left, and it may go to its other
-    // side.
+    // Opens at (x, y) on the screen, or further left and up where there is no room for it. A submenu lies
+    // beside the row that opens it: besideWidth is then the width of the menu to its left, to whose other
+    // side it may move. 0 for the first menu.
     X11MenuPanel(std::shared_ptr<X11Connection> server, X11EventSink& events, IMenu& menu, double scale,
                  int x, int y, int besideWidth = 0);
 
@@ -23,7 +23,7 @@ public:
     int marked() const { return view.marked; }
     // Shows the row as the one under the mouse, and brings it into sight. -1 for none.
     void mark(int row);
-    // By the screen's coordinates; -1 for none.
+    // The row at a place on the screen; -1 for none.
     int rowAt(int x, int y) const;
     // The row of the menu above that opened this one; -1 for the first menu.
     int openedBy() const { return rowAbove; }
@@ -31,15 +31,18 @@ public:
     // Where the submenu of a row begins, on the screen.
     int topOf(int row) const;
 
-    // By pixels, as far as there is something to see.
+    // Moves the rows up by so many pixels, as far as there are more of them.
     void scroll(int distance);
-    // What a mouse that rests there asks for: -1 up, 1 down, 0 nothing.
+    // Which way a mouse that rests there scrolls: -1 up, 1 down, 0 not at all.
     int scrollsAt(int x, int y) const;
 
-    void paint();
-    void showAgain(const X11Place& part) { canvas.showAgain(surface, part); }
+    // Another window covers all of it.
+    bool isObscured() const { return obscured; }
+    // Of the events of its window those of its looks.
+    void handleEvent(std::uint8_t type, const xcb_generic_event_t& event);
 
 private:
+    void paint();
     X11Place placeFor(int x, int y, int besideWidth) const;
 
     const std::shared_ptr<X11Connection> server;
@@ -48,6 +51,7 @@ private:
     std::unique_ptr<MenuRows> content;
     MenuPainter::View view;
     int rowAbove = -1;
+    bool obscured = false;
     X11Window surface;
 };
 }

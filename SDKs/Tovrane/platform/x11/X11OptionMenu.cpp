@@ -1,6 +1,7 @@
 #include "Tovrane/platform/x11/X11OptionMenu.h"
 
 #include "Tovrane/base/PollRunLoop.h"
+#include "Tovrane/platform/x11/X11EventWindow.h"
 
 #include <cstdlib>
 
@@ -9,6 +10,8 @@ namespace Tovra
 namespace
 {
 constexpr int tickMilliseconds = 30;
+constexpr int grabMilliseconds = 10;
+constexpr int mostGrabs = 10;     // in 100 ms: a window manager may hold the mouse for a moment after a click
 constexpr int hoverTicks = 6;     // until the submenu of a row opens, so that the way to one may cross others
 constexpr int dragDistance = 4;   // pixels; below it a click was just not quite still
 constexpr int wheelDistance = 44; // two rows
@@ -29,8 +32,8 @@ MenuChoice X11OptionMenu::openMenu(IMenu& menu)
     const CPoint place = owner->toScreen(menu.getMenuPosition());
     const X11Place at = X11Window::bounded(place.x, place.y, 1.0, 1.0);
     panels.push_back(std::make_unique<X11MenuPanel>(server, sink(), menu, scale, at.x, at.y));
-    if (takeInput())
-        run();
+    notePointer();
+    run();
     panels.clear();
     xcb_ungrab_pointer(server->xcb(), XCB_CURRENT_TIME);
     xcb_ungrab_keyboard(server->xcb(), XCB_CURRENT_TIME);
@@ -40,8 +43,18 @@ MenuChoice X11OptionMenu::openMenu(IMenu& menu)
     return choice;
 }
 
-// Everything comes to the first panel's window, in the screen's coordinates. False if somebody else has the
-// mouse or the keyboard.
+void X11OptionMenu::notePointer()
+{
+    const auto asked = xcb_query_pointer(server->xcb(), server->screen().root);
+    const X11Reply<xcb_query_pointer_reply_t> pointer{xcb_query_pointer_reply(server->xcb(), asked, nullptr)};
+    if (pointer == nullptr)
+        return;
+    openedX = mouseX = pointer->root_x;
+    openedY = mouseY = pointer->root_y;
+}
+
+// Everything comes to the first panel's window, in the screen's coordinates. False while another client has
+// the mouse or the keyboard.
 bool X11OptionMenu::takeInput()
 {
     xcb_connection_t* c = server->xcb();
@@ -52,29 +65,34 @@ bool X11OptionMenu::takeInput()
                                         server->cursor(kCursorDefault), XCB_CURRENT_TIME);
     const auto keys =
         xcb_grab_keyboard(c, 0, window, XCB_CURRENT_TIME, XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC);
-    const auto asked = xcb_query_pointer(c, server->screen().root);
     const X11Reply<xcb_grab_pointer_reply_t> gotMouse{xcb_grab_pointer_reply(c, mouse, nullptr)};
     const X11Reply<xcb_grab_keyboard_reply_t> gotKeys{xcb_grab_keyboard_reply(c, keys, nullptr)};
-    const X11Reply<xcb_query_pointer_reply_t> pointer{xcb_query_pointer_reply(c, asked, nullptr)};
-    if (pointer != nullptr)
-    {
-        openedX = mouseX = pointer->root_x;
-        openedY = mouseY = pointer->root_y;
-    }
     return gotMouse != nullptr && gotMouse->status == XCB_GRAB_STATUS_SUCCESS && gotKeys != nullptr &&
            gotKeys->status == XCB_GRAB_STATUS_SUCCESS;
 }
 
-// The toolkit's timers and the connection's watch move over to this loop, and back when it is left.
+// The toolkit's timers and the connection's watch move to this loop, and back when it is left.
 void X11OptionMenu::run()
 {
     PollRunLoop loop;
     RunLoop::enter(loop);
     RepeatingTimer ticker;
     ticker.start(tickMilliseconds, [this] { tick(); });
+    RepeatingTimer grabber;
+    int grabs = 1;
+    if (!takeInput())
+        grabber.start(grabMilliseconds,
+                      [&]
+                      {
+                          if (takeInput())
+                              grabber.stop();
+                          else if (++grabs > mostGrabs)
+                              cancel();
+                      });
     server->dispatch(); // what came with the replies
     while (!isDone && server->isAlive() && !panels.front()->window().isGone())
         loop.runOnce(tickMilliseconds);
+    grabber.stop();
     ticker.stop();
     RunLoop::leave(loop);
 }
@@ -83,6 +101,8 @@ void X11OptionMenu::tick()
 {
     if (isDone)
         return;
+    if (deepest().isObscured()) // the others may lie below their own submenu
+        return cancel();
     if (const int level = levelAt(mouseX, mouseY); level >= 0)
         panels[std::size_t(level)]->scroll(panels[std::size_t(level)]->scrollsAt(mouseX, mouseY) *
                                            int(stripDistance * scale));
@@ -104,14 +124,17 @@ void X11OptionMenu::handleEvent(std::uint8_t type, const xcb_generic_event_t& ev
     case XCB_BUTTON_RELEASE:
         return released(mouse.detail, mouse.root_x, mouse.root_y);
     case XCB_KEY_PRESS:
+        owner->swallowKey(mouse.detail);
         return keyPressed(server->keyboard().press(mouse.detail, mouse.state).code);
-    case XCB_EXPOSE:
-        for (const auto& panel : panels)
-            if (const auto& part = as<xcb_expose_event_t>(event); part.window == panel->window().id())
-                panel->showAgain({part.x, part.y, part.width, part.height});
-        return;
+    case XCB_KEY_RELEASE: // of a key that was pressed before the menu opened, too
+        return owner->handleKey(type, event);
+    case XCB_UNMAP_NOTIFY:
+    case XCB_DESTROY_NOTIFY:
+        return cancel();
     default:
-        return;
+        for (const auto& panel : panels)
+            if (panel->window().id() == windowOfEvent(type, event))
+                panel->handleEvent(type, event);
     }
 }
 
@@ -147,7 +170,7 @@ void X11OptionMenu::hover(std::size_t level, int row)
         waitingLevel = level;
         waitingTicks = hoverTicks;
     }
-    // Arrived in a submenu: the rows that the mouse crossed on its way there don't count.
+    // The mouse has arrived in a submenu: the rows that it crossed on its way there don't count.
     if (level > 0 && waitingTicks > 0 && waitingLevel < level)
         waitingTicks = 0;
     for (std::size_t above = 0; above < level; ++above)
@@ -226,6 +249,8 @@ void X11OptionMenu::stepTo(int row)
 
 void X11OptionMenu::keyPressed(const TovraKeyCode& code)
 {
+    if (isDone)
+        return;
     const MenuRows& rows = deepest().rows();
     const int marked = deepest().marked();
     const std::size_t level = panels.size() - 1;
@@ -247,8 +272,7 @@ void X11OptionMenu::keyPressed(const TovraKeyCode& code)
     case kVirtualLeft:
         return level > 0 ? closeBelow(level - 1) : void();
     case kVirtualEscape:
-        isDone = level == 0;
-        return level > 0 ? closeBelow(level - 1) : void();
+        return cancel();
     case kVirtualReturn:
     case kVirtualKeypadEnter:
     case kVirtualSpace:

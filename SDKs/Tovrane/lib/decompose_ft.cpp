@@ -12,8 +12,14 @@ namespace agg
 {
 namespace
 {
-constexpr FT_Pos farthestPoint = 1 << 26; // in 64ths of a pixel; three times that is an int
-constexpr std::uint64_t largestGlyph = std::uint64_t(16) << 20; // (thirds of) pixels
+// The spans of AGG's scanlines have positions and lengths of 16 bits. A glyph from one limit to the other
+// still fits, in sub-pixels and with the reach of their filter on both sides.
+constexpr FT_Pos farthestPixel = 5400;
+constexpr FT_Pos farthestPoint = farthestPixel * 64;
+constexpr FT_Pos subpixels = 3, filterReach = 2;
+static_assert(2 * farthestPixel * subpixels + 2 * filterReach <= 32767);
+
+constexpr std::uint64_t largestGlyph = std::uint64_t(16) << 20; // pixels, or sub-pixels
 
 // Receives the points of an outline, transforms them and appends them to the engine's path.
 struct OutlineSink

@@ -11,8 +11,8 @@ struct FT_Outline_;
 
 namespace agg
 {
-// Whether the outline is within the limits: no point farther than a million pixels from the origin, and a
-// bounding box of at most 16 Mi pixels, where each pixel counts pixel_parts times.
+// Whether the outline is within the limits: no point farther than 5400 pixels from the origin either way, and
+// a bounding box of at most 16 Mi pixels, where each pixel counts pixel_parts times.
 bool is_drawable(const FT_Outline_& outline, unsigned pixel_parts);
 
 // Writes the transformed outline to path. False if the outline is damaged. It has to be drawable.

@@ -1,6 +1,5 @@
 #include "Tovrane/platform/x11/X11Clipboard.h"
 
-#include "CORE/Utf8.h"
 
 #include <algorithm>
 #include <utility>

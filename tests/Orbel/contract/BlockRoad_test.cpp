@@ -197,29 +197,27 @@ TEST(BlockRoad, ReportsCallsOnTheWrongThread)
 
 TEST(ChannelWiring, StandsInForChannelsThatTheHostLacks)
 {
-    float left[4] = {1, 2, 3, 4}, right[4] = {5, 6, 7, 8}, spare[4] = {9, 9, 9, 9};
-    const auto hears = [&](const HostBus& bus) // the last sample of both sides
+    float left[2] = {1, 2}, right[2] = {3, 4}, spare[2] = {9, 9};
+    const struct
     {
-        ChannelWiring wiring(spare, 4);
-        wiring.wireInput(0, bus);
-        EXPECT_TRUE(!bus.left || wiring.inputs()[0] == bus.left) << "the host's own pointer";
-        return std::pair(wiring.inputs()[0][3], wiring.inputs()[1][3]);
-    };
-    EXPECT_EQ(hears({left, right, false}), std::pair(4.0f, 8.0f));
-    EXPECT_EQ(hears({left, nullptr, true}), std::pair(4.0f, 4.0f));
-    EXPECT_EQ(hears({left, nullptr, false}), std::pair(4.0f, 0.0f));
-    EXPECT_EQ(hears({nullptr, right, false}), std::pair(0.0f, 8.0f));
-    EXPECT_EQ(hears({}), std::pair(0.0f, 0.0f));
-
-    ChannelWiring wiring(spare, 4);
-    wiring.wireInput(1, {});
-    wiring.wireInput(0, {left, nullptr, true});
-    EXPECT_EQ(wiring.inputs()[1][0], 1.0f) << "wired last, the main bus has the copy for itself";
-    wiring.wireOutput(0, {left, nullptr, true});
-    EXPECT_EQ(wiring.outputs()[0], left);
-    EXPECT_EQ(wiring.outputs()[1], spare);
-    wiring.wireOutput(ChannelWiring::maximumBuses, {left, right, false});
-    wiring.wireInput(-1, {left, right, false});
+        HostBus bus;
+        float left, right; // the last sample of each side
+    } cases[] = {{{left, right}, 2, 4},
+                 {{left, nullptr, true}, 2, 2},
+                 {{left, nullptr}, 2, 0},
+                 {{nullptr, right}, 0, 4},
+                 {{}, 0, 0}};
+    for (const auto& each : cases)
+    {
+        ChannelWiring wiring(spare, 2);
+        wiring.wireInput(ChannelWiring::maximumBuses, each.bus); // one too many
+        wiring.wireInput(1, {});
+        wiring.wireInput(0, each.bus); // last, so that the spare channel is its own
+        wiring.wireOutput(0, each.bus);
+        EXPECT_EQ(wiring.inputs()[0][1], each.left);
+        EXPECT_EQ(wiring.inputs()[1][1], each.right);
+        EXPECT_EQ(wiring.outputs()[1], each.bus.right ? right : spare);
+    }
 }
 
 TEST(BypassParameter, IsTheFirstWithItsIdInAnyCase)

@@ -1,23 +1,22 @@
 // Timed parameter values that hosts add on other threads than the one that renders.
-#include "Orbel/contract/BlockRoad.h"
 #include "Orbel/contract/OrbelOS.h"
 #include "Orbel/parameters/ParameterProperty.h"
 
 #include <atomic>
-#include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <string>
+#include <limits>
 #include <thread>
+#include <utility>
 #include <vector>
 
 using namespace Orbel;
-using testing::ElementsAre;
 
 namespace
 {
 constexpr int parameters = 4;
+using Written = std::vector<std::pair<long, float>>; // parameter and value
 
-// Keeps every value that is written to it, with the parameter's id.
+// Keeps every value that is written to it.
 struct Effect : OrbelOS
 {
     Effect() : OrbelOS(nullptr)
@@ -44,24 +43,26 @@ struct Effect : OrbelOS
     {
         addSyncParameterSetEvent(&properties[id], normalized, offset);
     }
-    void render(int frames = 64)
+    // A block of 64 samples, during which something else may happen; what was written in it.
+    template <typename Meanwhile = void (*)()>
+    Written render(Meanwhile meanwhile = [] {})
     {
         CHostTimeInfo time;
-        prepareSyncParameterSet(time, frames);
-        for (int left = frames; left > 0; left -= pieces.back())
-        {
-            pieces.push_back(left);
-            syncSetParameters(pieces.back());
-        }
+        written.clear();
+        prepareSyncParameterSet(time, 64);
+        meanwhile();
+        firstPiece = 64;
+        syncSetParameters(firstPiece);
+        for (int left = 64 - firstPiece, piece = left; left > 0; left -= piece)
+            syncSetParameters(piece = left);
         clearSyncSetEvents();
+        return written;
     }
-    using Written = std::vector<std::pair<long, float>>;
-    Written takeWritten() { return std::exchange(written, {}); }
 
     ParameterProperty properties[parameters];
     Written written;
     float position = -1.0f; // that was given last
-    std::vector<int> pieces;
+    int firstPiece = 0;     // length of that of the last block
 };
 
 template <typename Work>
@@ -69,71 +70,57 @@ void elsewhere(Work work)
 {
     std::thread(work).join();
 }
+
+void addElsewhere(Effect& effect, int id, float normalized, int offset = 0)
+{
+    elsewhere([&] { effect.add(id, normalized, offset); });
+}
 }
 
 TEST(TimedValues, OfAnotherThreadWaitForTheNextBlock)
 {
     Effect effect;
     effect.render(); // this thread is the audio thread now
-    effect.pieces.clear();
-    CHostTimeInfo time;
-    effect.prepareSyncParameterSet(time, 64);
-    elsewhere([&] { effect.add(0, 0.5f, 40); });
-    int frames = 64;
-    effect.syncSetParameters(frames);
-    EXPECT_EQ(frames, 64) << "not in the block that runs";
-    effect.clearSyncSetEvents();
-    effect.render();
-    EXPECT_THAT(effect.takeWritten(), ElementsAre(std::pair(0L, 0.5f)));
-    EXPECT_THAT(effect.pieces, ElementsAre(40, 1, 23)) << "the end of a block has left it alone";
+    EXPECT_EQ(effect.render([&] { addElsewhere(effect, 0, 0.5f, 40); }), Written());
+    EXPECT_EQ(effect.firstPiece, 64);
+    EXPECT_EQ(effect.render(), Written({{0, 0.5f}})) << "the end of that block has left it alone";
+    EXPECT_EQ(effect.firstPiece, 40);
     for (const int offset : {1 << 30, -(1 << 30)}) // beyond the block, and overdue
     {
-        elsewhere([&] { effect.add(1, 0.25f, offset); });
-        effect.pieces.clear();
+        addElsewhere(effect, 1, 0.25f, offset);
         effect.render();
-        EXPECT_EQ(effect.pieces.front(), offset > 0 ? 63 : 64);
+        EXPECT_EQ(effect.firstPiece, offset > 0 ? 63 : 64);
     }
 }
 
 TEST(TimedValues, GiveWayToANewerOneOfTheSameParameter)
 {
-    using Written = Effect::Written;
     Effect effect;
     effect.render();
-    const auto other = [&](int id, float value) { elsewhere([&, id, value] { effect.add(id, value); }); };
-    const auto landed = [&]
-    {
-        effect.render();
-        return effect.takeWritten();
-    };
-    other(2, 0.125f);
-    other(1, 0.1875f);
-    other(2, 0.3125f);
-    other(1, std::numeric_limits<float>::quiet_NaN());
-    EXPECT_EQ(landed(), Written({{1, 0.1875f}, {2, 0.3125f}})) << "the last to arrive is written first";
-    other(0, 0.4375f);
+    addElsewhere(effect, 2, 0.125f);
+    addElsewhere(effect, 1, 0.1875f);
+    addElsewhere(effect, 2, 0.3125f);
+    addElsewhere(effect, 1, std::numeric_limits<float>::quiet_NaN());
+    EXPECT_EQ(effect.render(), Written({{1, 0.1875f}, {2, 0.3125f}}))
+        << "the last to arrive is written first";
+    addElsewhere(effect, 0, 0.4375f);
     effect.add(0, 0.5f); // the audio thread's own
-    other(1, 0.625f);
-    EXPECT_EQ(landed(), Written({{1, 0.625f}, {0, 0.5f}}));
-    effect.add(0, 0.6875f);
-    other(0, 0.8125f);
-    EXPECT_EQ(landed(), Written({{0, 0.8125f}}));
+    addElsewhere(effect, 1, 0.625f);
+    EXPECT_EQ(effect.render(), Written({{1, 0.625f}, {0, 0.5f}}));
+    addElsewhere(effect, 3, 0.875f);
+    effect.add(3, 0.6875f);
+    addElsewhere(effect, 3, 0.8125f); // through a slot that was emptied, but still hangs on the chain
+    EXPECT_EQ(effect.render(), Written({{3, 0.8125f}}));
     EXPECT_EQ(effect.position, 0.8125f);
-    other(3, 0.875f);
-    effect.add(3, 0.90625f);
-    other(3, 0.9375f); // through a slot that was emptied, but still hangs on the chain
-    EXPECT_EQ(landed(), Written({{3, 0.9375f}}));
-    EXPECT_EQ(landed(), Written());
+    EXPECT_EQ(effect.render(), Written());
 }
 
 TEST(TimedValues, AClearTakesWhatIsThereAndNothingOfTheAudioThread)
 {
-    using Written = Effect::Written;
     Effect effect;
     effect.add(0, 0.125f);
     effect.clearSyncSetEvents(); // on one thread, before any block
-    effect.render();
-    EXPECT_EQ(effect.takeWritten(), Written());
+    EXPECT_EQ(effect.render(), Written());
     for (int i = 0; i < 300; ++i) // more often than the inbox counts
     {
         effect.add(0, 0.1875f);
@@ -144,29 +131,13 @@ TEST(TimedValues, AClearTakesWhatIsThereAndNothingOfTheAudioThread)
                 effect.clearSyncSetEvents();
                 effect.add(2, 0.4375f);
             });
-        effect.render();
-        ASSERT_EQ(effect.takeWritten(), Written({{2, 0.4375f}, {0, 0.1875f}})) << i;
+        ASSERT_EQ(effect.render(), Written({{2, 0.4375f}, {0, 0.1875f}})) << i;
     }
 }
 
 TEST(TimedValues, OnOneThreadAreAsTheyAlwaysWere)
 {
-    Effect effect;
-    effect.add(0, 0.25f, 10);
-    effect.add(0, 0.5f, 20);
-    int frames = 64;
-    effect.syncSetParameters(frames); // also in a block that nobody has prepared
-    EXPECT_EQ(frames, 20);
-    effect.syncSetParameters(frames);
-    EXPECT_THAT(effect.takeWritten(), ElementsAre(std::pair(0L, 0.5f))) << "the last value";
-    EXPECT_EQ(effect.position, 0.25f) << "and the first position, as ever";
-}
-
-// What a listener adds while a value is written: for the same parameter it is dropped, so that nothing
-// echoes.
-TEST(TimedValues, MayBeAddedByAWrite)
-{
-    struct Echo : ParameterChangeListener
+    struct Echo : ParameterChangeListener // as a host that sends every value back
     {
         explicit Echo(Effect& written) : effect(written) {}
         void parameterChanged(ParameterProperty*) override
@@ -177,17 +148,24 @@ TEST(TimedValues, MayBeAddedByAWrite)
         Effect& effect;
     };
     Effect effect;
+    effect.add(0, 0.25f, 10);
+    effect.add(0, 0.5f, 20);
+    int frames = 64;
+    effect.syncSetParameters(frames); // also in a block that nobody has prepared
+    EXPECT_EQ(frames, 20);
+    effect.syncSetParameters(frames);
+    EXPECT_EQ(effect.written, Written({{0, 0.5f}})) << "the last value";
+    EXPECT_EQ(effect.position, 0.25f) << "and the first position";
+
     Echo echo(effect);
     effect.properties[0].AddListener(&echo, false);
     effect.add(0, 0.5f);
-    effect.render();
-    EXPECT_THAT(effect.takeWritten(), ElementsAre(std::pair(0L, 0.5f), std::pair(1L, 0.75f)));
+    EXPECT_EQ(effect.render(), Written({{0, 0.5f}, {1, 0.75f}})) << "no echo of the parameter itself";
 }
 
 namespace
 {
 constexpr int steps = 1 << 16; // a power of two: no value is rounded
-constexpr int shared = 3;      // a parameter that all write
 
 // A value that tells its writer and its step.
 float value(int writer, int step)
@@ -195,49 +173,49 @@ float value(int writer, int step)
     return float(writer * steps + step) / float(parameters * steps);
 }
 
-// What each writer writes: its own parameter and the shared one.
-void writeAll(Effect& effect, int writer)
-{
-    for (int step = 1; step <= steps; ++step)
-    {
-        effect.add(writer, value(writer, step), step % 64);
-        effect.add(shared, value(writer, step));
-    }
-}
-
-// Of each writer the steps that came through: never an older one after a newer one, and the last of all.
-void expectInOrder(const Effect::Written& written, int writer, bool last)
+// Of each writer's own parameter: no older value after a newer one.
+bool isInOrder(const Written& written, int writer)
 {
     float before = 0.0f;
     for (const auto& [id, now] : written)
-        if (id == writer)
-        {
-            ASSERT_GE(now, before);
-            before = now;
-        }
-    EXPECT_TRUE(!last || before == value(writer, steps)) << before;
+        if (id == writer && std::exchange(before, now) > now)
+            return false;
+    return true;
 }
 }
 
 TEST(TimedValuesThreads, NothingIsLostButWhatANewerValueReplaces)
 {
+    constexpr int shared = 3; // a parameter that all write
     Effect effect;
     std::atomic<int> running = 3;
-    std::vector<std::thread> writers;
-    for (int writer = 0; writer < 3; ++writer)
-        writers.emplace_back(
-            [&, writer]
-            {
-                writeAll(effect, writer);
-                --running;
-            });
-    while (running > 0)
-        effect.render();
-    for (std::thread& each : writers)
-        each.join();
+    bool inOrder = true;
+    {
+        std::vector<std::jthread> writers;
+        for (int writer = 0; writer < 3; ++writer)
+            writers.emplace_back(
+                [&, writer]
+                {
+                    for (int step = 1; step <= steps; ++step)
+                    {
+                        effect.add(writer, value(writer, step), step % 64);
+                        effect.add(shared, value(writer, step));
+                    }
+                    --running;
+                });
+        Written all;
+        while (running > 0)
+        {
+            const Written some = effect.render();
+            all.insert(all.end(), some.begin(), some.end());
+        }
+        for (int writer = 0; writer < 3; ++writer)
+            inOrder = inOrder && isInOrder(all, writer);
+    }
     effect.render();
+    EXPECT_TRUE(inOrder);
     for (int writer = 0; writer < 3; ++writer)
-        expectInOrder(effect.written, writer, true);
+        EXPECT_EQ(effect.properties[writer].getCurrentValue(), value(writer, steps));
     const float end = effect.properties[shared].getCurrentValue();
     EXPECT_TRUE(end == value(0, steps) || end == value(1, steps) || end == value(2, steps)) << end;
 }
@@ -247,32 +225,27 @@ TEST(TimedValuesThreads, ClearsFromOtherThreadsSpareTheAudioThreadsValues)
     Effect effect;
     effect.render();
     std::atomic<bool> done = false;
-    std::thread writer(
-        [&]
-        {
-            writeAll(effect, 1);
-            done = true;
-        });
-    std::thread clearing(
-        [&]
-        {
-            while (!done)
-                effect.clearSyncSetEvents();
-        });
-    for (int block = 1; !done; ++block)
+    int lost = 0;
     {
-        effect.add(0, float(block % 1024) / 1024.0f);
-        effect.render();
-        ASSERT_EQ(effect.properties[0].getCurrentValue(), float(block % 1024) / 1024.0f);
+        const std::jthread clearing(
+            [&]
+            {
+                for (int step = 1; step <= steps; ++step)
+                {
+                    effect.add(1, value(1, step));
+                    effect.clearSyncSetEvents();
+                }
+                done = true;
+            });
+        for (int step = 1; !done; ++step)
+        {
+            effect.add(0, value(0, step % steps));
+            effect.render();
+            lost += effect.properties[0].getCurrentValue() != value(0, step % steps);
+        }
     }
-    writer.join();
-    clearing.join();
-    expectInOrder(effect.written, 1, false);
-    effect.render();
-    effect.takeWritten();
-    elsewhere([&] { effect.add(1, 0.5f), effect.clearSyncSetEvents(); });
-    effect.render();
-    EXPECT_EQ(effect.takeWritten(), Effect::Written());
+    EXPECT_EQ(lost, 0);
+    EXPECT_EQ(effect.render(), Written()) << "the last clear came after the last value";
 }
 
 // Two threads take turns as the audio thread; the one whose turn it is not adds values, as before.
@@ -280,29 +253,28 @@ TEST(TimedValuesThreads, TheAudioThreadMayChangeWhileTheFormerOneAddsValues)
 {
     Effect effect;
     std::atomic<int> turn = 0, running = 2;
+    const auto renderInTurn = [&](int self)
+    {
+        if (turn % 2 != self)
+            return;
+        effect.render();
+        ++turn;
+    };
     const auto work = [&](int self)
     {
         for (int step = 1; step <= steps; ++step)
         {
             effect.add(self, value(self, step));
-            if (turn % 2 == self)
-            {
-                effect.render();
-                ++turn;
-            }
+            renderInTurn(self);
         }
         --running;
         while (running > 0)
-            if (turn % 2 == self)
-            {
-                effect.render();
-                ++turn;
-            }
+            renderInTurn(self);
     };
-    std::thread other(work, 1);
+    std::jthread other(work, 1);
     work(0);
     other.join();
     effect.render();
     for (const int self : {0, 1})
-        expectInOrder(effect.written, self, true);
+        EXPECT_EQ(effect.properties[self].getCurrentValue(), value(self, steps));
 }

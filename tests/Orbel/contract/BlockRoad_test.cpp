@@ -1,13 +1,11 @@
 #include "Orbel/contract/BlockRoad.h"
 #include "Orbel/contract/BypassParameter.h"
 #include "Orbel/contract/ChannelWiring.h"
-#include "Orbel/contract/OrbelOS.h"
-#include "Orbel/parameters/ParameterProperty.h"
+#include "support/RecordingEffect.h"
 
 #include <cmath>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <memory>
 #include <string>
 #include <thread>
 #include <vector>
@@ -17,59 +15,35 @@ using testing::ElementsAre;
 
 namespace
 {
-// Records its pieces; has one parameter from 0 to 10 for each id.
-struct Effect : OrbelOS
+// The effect that an adapter would have made, with what it is asked for as tempo and frames.
+struct Effect : RecordingEffect
 {
-    struct Piece
-    {
-        int frames;
-        float value; // of the first parameter
-        CHostTimeInfo time;
-        const float* input;
-    };
-
-    explicit Effect(std::vector<const char*> ids = {"A"}) : OrbelOS(nullptr)
-    {
-        for (const char* id : ids)
-        {
-            properties.push_back(std::make_unique<ParameterProperty>());
-            properties.back()->setID(id);
-            properties.back()->setMax(10.0f);
-        }
-    }
-
-    using OrbelOS::getParameterProperty;
-    int getParameterCount() override { return int(properties.size()); }
-    ParameterProperty* getParameterProperty(int i) override { return properties[size_t(i)].get(); }
+    Effect() : RecordingEffect(nullptr) {}
     long getDesiredProcessBlockSize() override
     {
         asked = {getBlockTempo(), float(getBlockFrames())};
         return desired;
     }
-    void processAudio(AudioBusInformation& block) override
-    {
-        pieces.push_back(
-            {block.numSamples, properties[0]->getCurrentValue(), block.timeInfo, block.inputs[0].left});
-    }
+    float value() const { return properties[1]->getCurrentValue(); }
 
-    std::vector<std::unique_ptr<ParameterProperty>> properties;
-    std::vector<Piece> pieces;
     std::vector<float> asked;
     long desired = -1;
 };
 
-// A block of silence over the road; the lengths of its pieces.
+// A block of ones over the road, which the effect doubles; the lengths of its pieces.
 std::vector<int> lengths(Effect& effect, int frames, BlockRules rules, BlockObserver* observer = nullptr,
                          double rate = 48000.0)
 {
-    static std::vector<float> samples(4096);
-    float* channels[] = {samples.data(), samples.data()};
-    AudioBusInformation block(channels, 1, channels, 1, frames);
+    std::vector<float> in(size_t(frames) + 1, 1.0f), out(in), right(in);
+    out.back() = 2.0f; // beyond the block
+    float *inputs[] = {in.data(), in.data()}, *outputs[] = {out.data(), right.data()};
+    AudioBusInformation block(inputs, 1, outputs, 1, frames);
     block.timeInfo.tempo = 120.0f;
     effect.pieces.clear();
     BlockRoad(effect, rules, observer).process(block, rate);
+    EXPECT_EQ(out, std::vector<float>(size_t(frames) + 1, 2.0f)) << "the buses move on with the pieces";
     std::vector<int> result;
-    for (const Effect::Piece& piece : effect.pieces)
+    for (const auto& piece : effect.pieces)
         result.push_back(piece.frames);
     return result;
 }
@@ -108,19 +82,18 @@ TEST(BlockRoad, CutsABlockByTheDesiredSize)
     }
 }
 
-TEST(BlockRoad, MovesBusesAndTimeOnByEachPiece)
+TEST(BlockRoad, MovesTheTimeOnByEachPiece)
 {
     Effect effect;
     effect.desired = 49;
     constexpr double rate = 98.0; // 49 samples a beat, of which the two steps make a different beat
     lengths(effect, 147, atMost, nullptr, rate);
     ASSERT_EQ(effect.pieces.size(), 3u);
-    EXPECT_EQ(effect.pieces[2].input - effect.pieces[0].input, 98);
-    EXPECT_EQ(effect.pieces[2].time.samplePosition, 98.0);
-    EXPECT_EQ(effect.pieces[2].time.samplesToNextBeat, -98);
-    EXPECT_EQ(effect.pieces[2].time.ppqPosition, 2.0);
+    EXPECT_EQ(effect.pieces[2].samplePosition, 98.0);
+    EXPECT_EQ(effect.time.samplesToNextBeat, -98);
+    EXPECT_EQ(effect.pieces[2].ppq, 2.0);
     lengths(effect, 147, wholeBelowTwice, nullptr, rate);
-    EXPECT_EQ(effect.pieces[1].time.ppqPosition, std::nextafter(1.0, 0.0));
+    EXPECT_EQ(effect.pieces[1].ppq, std::nextafter(1.0, 0.0));
 }
 
 TEST(BlockRoad, HasThreeWaysWithTimedValues)
@@ -152,10 +125,10 @@ TEST(BlockRoad, HasThreeWaysWithTimedValues)
         Effect effect;
         Log log;
         gAutomationSync = each.grid;
-        effect.addSyncParameterSetEvent(effect.getParameterProperty(0), 0.5f, 30);
+        effect.addSyncParameterSetEvent(effect.getParameterProperty(1), 0.75f, 30);
         const BlockRules rules = {BlockRules::atMostDesired, each.way, BlockRules::product};
         EXPECT_EQ(lengths(effect, 100, rules, &log), each.pieces);
-        EXPECT_EQ(effect.pieces.back().value, each.value);
+        EXPECT_EQ(effect.value(), each.value);
         EXPECT_EQ(log.text, each.log);
         EXPECT_THAT(lengths(effect, 100, atMost), ElementsAre(100)) << "the end of a block leaves nothing";
     }
@@ -167,10 +140,10 @@ TEST(BlockRoad, WritesEverythingAtOnceWithoutAudio)
     Effect effect;
     {
         BlockRoad road(effect, atMost);
-        effect.addSyncParameterSetEvent(effect.getParameterProperty(0), 0.75f, 4000);
+        effect.addSyncParameterSetEvent(effect.getParameterProperty(1), 0.75f, 4000);
         road.flush();
     }
-    EXPECT_EQ(effect.getParameterProperty(0)->getCurrentValue(), 7.5f);
+    EXPECT_EQ(effect.value(), 5.0f);
     EXPECT_TRUE(effect.pieces.empty());
     EXPECT_THAT(lengths(effect, 64, atMost), ElementsAre(64));
 }
@@ -222,7 +195,11 @@ TEST(ChannelWiring, StandsInForChannelsThatTheHostLacks)
 
 TEST(BypassParameter, IsTheFirstWithItsIdInAnyCase)
 {
-    Effect effect({"A", "kByPaSs", "BYPASS"}), none({"kByPass2", "ABYPASS"});
+    RecordingEffect::plan.ids = {"kByPass2", "ABYPASS"};
+    Effect none;
+    RecordingEffect::plan.ids = {"A", "kByPaSs", "BYPASS"};
+    Effect effect;
+    RecordingEffect::plan = {};
     EXPECT_EQ(findBypassParameter(effect), effect.getParameterProperty(1));
     EXPECT_TRUE(isBypass(*effect.getParameterProperty(2)));
     EXPECT_EQ(findBypassParameter(none), nullptr);

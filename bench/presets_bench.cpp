@@ -23,7 +23,7 @@ struct NoEffect final : IPresetEffect
     void setPresetName(const char*) override {}
 };
 
-// A library as a collector might have it, for as long as the program runs.
+// A large library, which exists as long as the program runs.
 class LibraryOnDisk
 {
 public:
@@ -46,7 +46,7 @@ public:
     fs::path path;
 
 private:
-    // Not in the order in which they stand on the disk.
+    // In another order than on the disk.
     static std::string nameOf(int number) { return std::to_string(number * 7919 % 5000) + " Pumping"; }
 };
 

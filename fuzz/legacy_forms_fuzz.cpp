@@ -1,6 +1,6 @@
-// Any bytes as a preset or bank of the older product, as they stand and at the sizes of the raw forms:
-// whatever they are, what comes of them are stores of today with every parameter a number in its range, no
-// more of them than the bytes can hold, and none is an older form again.
+// Any bytes as a preset or bank of the older product, as they stand and cut or filled to the sizes of the raw
+// forms. The results are stores of today with every value in its range, not more of them than the bytes can
+// hold, and none of them is in an older form.
 #include "Orbel/parameters/CPropertyManager.h"
 #include "Orbel/storage/CPresetStore.h"
 #include "Require.h"
@@ -28,7 +28,7 @@ void requireInRange(const Orbel::CPropertyManager& parameters)
 
 void requireStoreOfToday(char* data, long size)
 {
-    require(data && !OLDPRESET::isOldPresetOrBank(data, size), "a result is no older form");
+    require(data && !OLDPRESET::isOldPresetOrBank(data, size), "a result is not in an older form");
     CPresetConverter_V2 again;
     again.setDataChunk(data, size);
     char* kept = nullptr;

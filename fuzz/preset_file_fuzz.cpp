@@ -1,5 +1,5 @@
-// Any bytes as a file of presets, as the lodex command reads them: there is either a reason of one readable
-// line, or a preset that loads, and what is converted from it is a sound file with the same parameters.
+// Any bytes as a file of presets, as the lodex command reads them. Either there is a reason of one readable
+// line, or a preset that loads; what is converted from it is an undamaged file with the same parameters.
 #include "Require.h"
 #include "presets/StateLayout.h"
 #include "tools/common/Text.h"
@@ -49,7 +49,7 @@ void requireConvertible(const PresetFile& file, size_t index, PresetType taken)
     requireSameSound(content, other.content());
     if (content.timeBase > 0.001f) // below, the file's eight decimals are few
         require(converted.problem.empty() && converted.type == PresetType::preset,
-                "a converted preset is sound");
+                "a converted preset is undamaged");
 }
 }
 

@@ -1,6 +1,6 @@
 // Feeds an effect with a host's state or a preset, in any form that it takes.
 //
-// Whatever comes: every value is a number within its range, the time base is one, the name has an end, and
+// In any case every value is a number within its range, the time base is one, the name ends, and
 // what is saved then loads to the same and saves to the same bytes.
 #include "Require.h"
 #include "effect/instance/CQDT_DKS_Single.h"

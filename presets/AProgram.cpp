@@ -17,7 +17,7 @@ namespace
 {
 constexpr int numPrograms = 32; // of a bank
 constexpr float tempoOfNone = 128.0f;
-constexpr size_t writtenSize = 3304; // of a chunk; there is room behind its records
+constexpr size_t writtenSize = 3304; // of a chunk; zeros follow its records
 constexpr size_t writtenHeaderSize = chunk::records;
 constexpr size_t writtenKeyBlockSize = 512;
 

@@ -5,8 +5,8 @@
 //   bank with tempo, 6860 bytes      from 8 on 32 programs of 180 bytes: values, name, tempo
 //
 // Nothing but the exact size tells these forms, and what follows a bank's programs is not used. The values
-// may be in either byte order, which shows only in what they are: in the wrong one, some lie outside 0 to 1.
-// The tempo is little-endian in any case.
+// may be in either byte order. Only the values themselves tell which: in the wrong order some lie outside 0
+// to 1. The tempo is little-endian in any case.
 #pragma once
 
 #include <string>
@@ -19,8 +19,8 @@ struct AProgram
     static constexpr int kNameSize = 28;
 
     float values[kNumValues]; // 0 to 1; the first 29 have a meaning
-    char name[kNameSize];     // perhaps without an end
-    float tempo;              // beats a minute; 0 stands for 128
+    char name[kNameSize];     // without a NUL if it fills the field
+    float tempo;              // beats a minute; 0 means 128
 };
 
 namespace OLDPRESET
@@ -30,8 +30,8 @@ namespace OLDPRESET
 constexpr long kSingleProgramSize = 184; // bytes
 bool isRawForm(long size);
 
-// The programs of a raw form, as chunks of the tagged form, to the callback: one, or with their places all 32
-// of a bank. 0, and nothing done, if the size is not that of such a form.
+// Hands the programs of a raw form to the callback as chunks of the tagged form: one, or all 32 of a bank
+// with their places. Answers 0, and does nothing, if the size is not that of such a form.
 int setChunkOld(const void* data, int size, bool single, CPresetConverterCallback* callback);
 
 // The program as a chunk of the tagged form. One in the other byte order has its name's words reversed, too,

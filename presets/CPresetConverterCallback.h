@@ -5,9 +5,9 @@
 class CPresetConverterCallback
 {
 public:
-    // The place in its bank of what comes next; nothing says it for a single preset.
+    // The place in its bank of the preset that comes next. Not called for a single preset.
     virtual void setProgram(int index) = 0;
-    // A preset, as the current form or as an older one in between. The bytes are good during the call.
+    // A preset, as the current form or as an older one in between. The bytes are valid during the call.
     virtual void setDataChunk(const char* data, long size) = 0;
     virtual void setCurrentPresetIndex(int index) = 0;
 

@@ -3,8 +3,9 @@
 #include "CORE/ForeignData.h"
 #include "presets/AProgram.h"
 
-// Entered again with each result, until that is a store. A raw form gives a tagged chunk and this a store,
-// which begins with another id and, with 45 parameters in it, has none of the raw sizes: so it ends there.
+// Called again with each result, until that is a store. A raw form gives a tagged chunk, and a tagged chunk
+// gives a store. A store begins with another id and, with 45 parameters in it, has none of the raw sizes, so
+// that the recursion ends there.
 void CPresetConverter_V2::setDataChunk(const char* data, long size)
 {
     convert(data, size);

@@ -14,7 +14,7 @@ public:
     // Converts what is in an older form, by way of the tagged one if it is a raw form, and keeps a copy of
     // anything else as it stands, in the place that setProgram said (0 at first). data is not changed.
     void setDataChunk(const char* data, long size) override;
-    // The same, with what there is to say of an older form.
+    // The same with a diagnosis of the older form.
     Orbel::Diagnosis convert(const char* data, long size);
     // What is kept beyond OLDPRESET::kMostPresets, or below 0, is dropped.
     void setProgram(int index) override { currentProgram = index; }

@@ -9,7 +9,7 @@ public:
     virtual void setPresetType(int type) = 0;
     // The state as a store: its size. The bytes stay the effect's, until its next call.
     virtual long getDataChunk(char** out) = 0;
-    // Takes a state over; the bytes may be changed.
+    // Loads a state; the bytes may be changed.
     virtual void setDataChunk(char* data, long size) = 0;
     virtual void setPresetName(const char* name) = 0;
 

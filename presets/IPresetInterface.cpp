@@ -20,8 +20,8 @@ namespace
 {
 constexpr int entryNameSize = CFileIterator::kLongestName + 2;
 
-// Where the file system cannot refuse by itself to overwrite, the look before leaves a moment. 0, or an
-// errno.
+// Answers 0 or an errno. If the file system cannot rename without overwriting, there is a short time between
+// the check for the target and the renaming.
 int renameToFreeName(const std::string& from, const std::string& to)
 {
     if (renameat2(AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), RENAME_NOREPLACE) == 0)
@@ -144,7 +144,7 @@ void IPresetInterface::loadPresetFromIndex(int index)
     const presetListRecord* found = recordAt(index);
     if (!found)
         return;
-    const presetListRecord record = *found; // what follows may scan
+    const presetListRecord record = *found; // a copy: what follows may scan
     currentPath = record.filePath;
     loadPreset(record.filePath.c_str());
     setCurrentPresetName(record.name.c_str());

@@ -32,7 +32,7 @@ public:
     IPresetInterface& operator=(const IPresetInterface&) = delete;
     virtual ~IPresetInterface() = default;
 
-    // Null is ignored; the empty text is no folder. Scans at once.
+    // Null is ignored; with the empty text there is no folder. Scans at once.
     virtual void setPresetFolder(const char* folder);
     // With "/" as separators and at its end.
     virtual const char* getPresetFolder() const { return presetFolder.c_str(); }

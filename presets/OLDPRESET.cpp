@@ -73,7 +73,7 @@ public:
 
     void setName(const std::string& newName) { name = newName; }
 
-    // As many as are there; behind the last one's fields, the rest of its size may be missing.
+    // As many as are there. Of the last one only the fields have to be there, not the rest of its size.
     void takeRecords(std::string_view records, std::uint64_t count, std::uint64_t recordSize)
     {
         if (recordSize < record::size || records.size() < record::size)
@@ -112,7 +112,7 @@ private:
     }
 
     Orbel::CPropertyManager parameters;
-    std::optional<std::string> name; // unlike an empty one, none at all leaves no trace in the store
+    std::optional<std::string> name; // without one, the store has no name; with an empty one, it is "NoName"
     float tempo = tempoOfNoRecord;   // of the last known record
 };
 

@@ -25,6 +25,6 @@ bool isOldPreset(const char* data, long size);
 // record, and also with nothing but these if the version is too low. Refused if the header is cut short.
 Orbel::Diagnosis convertPresetChunk_v2(const char* data, long size, CPresetConverterCallback* callback);
 
-// The same for each entry of a bank, with its place ahead of it.
+// The same for each entry of a bank. The callback hears the place of each entry before its store.
 Orbel::Diagnosis convertBankChunk_v2(const char* data, long size, CPresetConverterCallback* callback);
 }

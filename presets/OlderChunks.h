@@ -11,7 +11,7 @@ namespace OLDPRESET
 {
 using std::string_view_literals::operator""sv;
 
-constexpr std::uint32_t kFirstVersion = 8192; // below it there are no records, or no key block
+constexpr std::uint32_t kFirstVersion = 8192; // in older versions there are no records, or no key block
 
 // One value of one parameter.
 namespace record
@@ -29,7 +29,7 @@ namespace chunk
 constexpr std::string_view id = "QDTDKSCNK\0"sv; // as a text with its end
 constexpr size_t headerSize = 12;
 constexpr size_t version = 16;
-constexpr size_t keyBlock = 20; // its first word is 0: the records are plain
+constexpr size_t keyBlock = 20; // if its first word is 0, the records are plain
 constexpr size_t keyBlockSize = 532;
 constexpr size_t recordCount = 536;
 constexpr size_t recordSize = 544;

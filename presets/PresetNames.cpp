@@ -12,10 +12,10 @@ namespace Tovra
 {
 namespace
 {
-constexpr size_t longestFileName = 255; // bytes, in all file systems that matter
+constexpr size_t longestFileName = 255; // bytes, in the usual file systems
 constexpr char32_t afterAllCharacters = 0x200000;
 
-bool isUnbearable(char c)
+bool isForbidden(char c)
 {
     return c == '/' || static_cast<unsigned char>(c) < 0x20 || c == 0x7f;
 }
@@ -44,18 +44,18 @@ std::string baseNameOf(std::string_view path)
     return std::string(name.substr(0, name.rfind('.')));
 }
 
-std::string bearableName(std::string_view name)
+std::string sanitizedName(std::string_view name)
 {
     if (!name.empty() && name.find_first_not_of('.') == name.npos)
         return "_";
-    std::string bearable(name);
-    std::replace_if(bearable.begin(), bearable.end(), isUnbearable, '_');
-    return bearable;
+    std::string sanitized(name);
+    std::replace_if(sanitized.begin(), sanitized.end(), isForbidden, '_');
+    return sanitized;
 }
 
 std::string fileNameFor(std::string_view name, std::string_view extension)
 {
-    std::string result = bearableName(name);
+    std::string result = sanitizedName(name);
     if (result.empty() || result.front() == '.')
         result.replace(0, 1, "_");
     const size_t room = longestFileName - std::min(extension.size(), longestFileName);

@@ -45,7 +45,7 @@ void PresetWriter::write(int index, std::string_view stored)
     if (!problem.empty())
         return note("preset " + std::to_string(index) + ": " + problem);
     const Sonvex::String number("%02i-", index + 1);
-    const std::string file = Tovra::fileNameFor(number + Tovra::bearableName(name), extension);
+    const std::string file = Tovra::fileNameFor(number + Tovra::sanitizedName(name), extension);
     const std::string image = Orbel::kPresetFormatFXP->wrap(getFileName((folder + file).c_str()),
                                                             stored.data(), long(stored.size()));
     if (const auto done = files->write((folder + file).c_str(), image.data(), image.size()); !done)

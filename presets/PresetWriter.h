@@ -17,16 +17,17 @@ public:
     // The folder ends with "/". It is made if it is missing.
     PresetWriter(const std::string& folder, const char* extension);
 
-    // A preset as it stands, with its place in the bank, from 0, in the file's name. Left out, and noted, if
-    // it is no preset, if it is in an older form, or if all of them together would unpack to more than 64
-    // MiB.
+    // Writes a preset as it stands; index is its place in the bank, from 0, which the file's name shows.
+    // Leaves out, and notes, what is not a preset or is in an older form, and what goes beyond 64 MiB that
+    // all of them together may unpack to.
     void write(int index, std::string_view stored);
+    // Keeps the problem if it is the first.
     void note(const std::string& problem);
-    // Puts the files in their places: how many, and the first thing that went wrong.
+    // Puts the files in their places. The result counts them and has the first problem.
     PresetResult finish();
 
 private:
-    // What the preset is called, or why it is left out.
+    // The name of the preset, or the problem for which it is left out.
     std::string nameOf(std::string_view stored, std::string& problem);
 
     std::string folder, extension;

@@ -1,5 +1,5 @@
-// A bank of presets: a store in which each preset is a chunk of its own, itself a store. What it says of
-// itself may be wrong in every way; presets are given out as they stand.
+// A bank of presets: a store in which each preset is a chunk of its own, itself a store. Counts and numbers
+// are untrusted input; presets are given out as they stand.
 #pragma once
 
 #include "Orbel/storage/CPresetStore.h"
@@ -15,7 +15,7 @@ class SavedBank
 public:
     SavedBank();
 
-    // Reads data, which stays as it is. A bank that is refused is empty.
+    // Reads data, which is not changed. A bank that is refused is empty.
     Orbel::Diagnosis read(std::string_view data, Orbel::UnpackingAllowance& allowance);
     Orbel::Diagnosis read(std::string_view data)
     {

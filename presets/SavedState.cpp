@@ -35,7 +35,7 @@ bool isParameter(std::string_view id)
                        [&](const Orbel::ParameterPropertySetup& row) { return row.id == id; });
 }
 
-// Whether a value of one of today's parameters fits what is asked.
+// Whether any value of one of today's parameters passes the test.
 template <typename Test>
 bool hasKnownValue(const ParameterChunk& values, Test&& fits)
 {

@@ -21,11 +21,11 @@ struct SavedState
     // The same into a store of its own.
     std::string bytes() const;
 
-    // Reads data, which stays as it is, by way of the store, whose former name counts where the data has
-    // none. If the data is refused, that name is all that there is; otherwise the state holds what could be
-    // read of it. A time base that is missing or no length counts as 1.
+    // Reads data into the store and takes the state out of it; data is not changed. Where the data has no
+    // name, the name that the store had before counts. Data that is refused leaves only that name; otherwise
+    // the state holds what could be read. A time base that is missing or not a length counts as 1.
     //
-    // The diagnosis names the first fault, also one that lies in the values themselves.
+    // The diagnosis names the first fault, including a value that is not a number.
     Orbel::Diagnosis read(Orbel::CPresetStore& store, std::string_view data,
                           Orbel::UnpackingAllowance& allowance);
     Orbel::Diagnosis read(Orbel::CPresetStore& store, std::string_view data)

@@ -107,7 +107,7 @@ PresetResult Single_CPresetInterface::renamePreset(int index, const char* newNam
     const std::string oldName = getPresetName(index);
     const size_t digits = size_t(Orbel::removeFirstDigits(oldName.c_str()) - oldName.c_str());
     const bool isEmpty = !newName || !*newName; // which the base refuses
-    const std::string name = isEmpty ? "" : oldName.substr(0, digits) + Tovra::bearableName(newName);
+    const std::string name = isEmpty ? "" : oldName.substr(0, digits) + Tovra::sanitizedName(newName);
     return IPresetInterface::renamePreset(index, name.c_str());
 }
 

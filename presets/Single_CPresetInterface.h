@@ -37,7 +37,7 @@ public:
     // holds no bank.
     PresetResult importBankFromFile(const char* path);
     // Writes the presets of a bank in any form, the older ones included, into folder, over files of the same
-    // names. Nothing is written if it is no bank or does not say how many presets it holds. Of those it
+    // names. Nothing is written if it is not a bank or does not say how many presets it holds. Of those it
     // leaves out what is missing, refused or itself in an older form, and what goes beyond
     // OLDPRESET::kMostPresets or, unpacked, beyond 64 MiB. The result counts the files and names the first
     // preset that was left out.

@@ -1,5 +1,5 @@
-// The fonts of the editor's window: "arial.ttf", the regular face, and "arialbd.ttf", the bold one. They go
-// by the names that the layout asks for, and have those fonts' widths.
+// The fonts of the editor's window: "arial.ttf", the regular face, and "arialbd.ttf", the bold one. They have
+// the names that the layout asks for, and the same widths as the fonts of these names.
 #pragma once
 
 #include "Orbel/storage/ResourceStore.h"

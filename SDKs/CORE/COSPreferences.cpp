@@ -15,7 +15,7 @@
 
 namespace
 {
-constexpr size_t largestFile = 1 << 20; // bytes; a store of a few settings never gets there
+constexpr size_t largestFile = 1 << 20; // bytes; a store of a few settings never gets that large
 constexpr size_t longestFileName = 200; // bytes; leaves room for the ending in what file systems take
 constexpr int callersBuffer = 256;      // bytes
 constexpr char escapes[][2] = {{'\n', 'n'}, {'\r', 'r'}, {'\\', '\\'}, {'=', 'e'}};
@@ -31,7 +31,7 @@ std::string fileNameFrom(const char* text)
     return name.empty() ? "_" : name;
 }
 
-// What the character in that column of the escapes stands for in the other; 0 if it is none of them.
+// The counterpart of the character, looked up in one column of the escapes; 0 if it is not in the table.
 char counterpart(char c, int column)
 {
     for (const auto& escape : escapes)
@@ -101,7 +101,7 @@ std::string withValue(std::string_view content, const std::string& escapedKey, c
 }
 
 // One writer at a time, over all processes, while the object lives. The lock is the folder's own, so there
-// is no lock file to leave behind; where a file system has none, writing goes on without.
+// is no lock file to leave behind; where a file system has no locks, writing goes on without one.
 class FolderLock
 {
 public:

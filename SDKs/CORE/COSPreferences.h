@@ -11,7 +11,7 @@
 class COSPreferences
 {
 public:
-    // What a file name cannot bear ("/", control characters, dots at the start) counts as "_".
+    // Characters that a file name cannot contain ("/", control characters, dots at the start) count as "_".
     COSPreferences(const char* domainText, const char* nameText);
 
     // The value of key, or fallback (null: empty) if none is stored. out has at least 256 bytes; a longer

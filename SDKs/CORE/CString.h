@@ -1,6 +1,6 @@
 // Bounded texts: a view of a fixed character buffer, and the smallest interface to a text.
 //
-// A CString never reads or writes past the buffer that it views, and what it holds always has an end:
+// A CString never reads or writes past the buffer that it views, and what it holds always ends with a NUL:
 // a longer text is cut to capacity - 1 characters.
 #pragma once
 
@@ -15,7 +15,7 @@ public:
     CString& operator=(const CString&) = delete;
     virtual ~CString() = default;
 
-    // Copies text, cut to capacity - 1 characters. Null is taken as the empty text.
+    // Copies text, cut to capacity - 1 characters. Null counts as empty.
     virtual void set(const char* text);
     // 0 if the first capacity - 1 characters of both texts are equal, otherwise the sign of strncmp.
     virtual int compare(const char* text) const;

@@ -1,8 +1,8 @@
 // A recursive lock for short stretches: the scope's points, the draw lock, the timer and idle lists.
 //
 // The thread that holds it may enter again and has to leave as often. A thread that waits sleeps, and
-// lends its priority to the holder: an audio thread that meets the window thread in here is not held up
-// by whatever else wants the processor.
+// lends its priority to the holder: an audio thread that waits for the window thread is not held up by
+// other threads that want the processor.
 #pragma once
 
 #include "CORE/Relaxed.h"
@@ -39,7 +39,7 @@ private:
     int depth = 0;                          // of the holder, guarded by mutex
 };
 
-// Inside the section from here to the end of the scope.
+// Enters the section here and leaves it at the end of the scope.
 class SectionGuard
 {
 public:

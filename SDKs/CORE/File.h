@@ -1,5 +1,5 @@
 // Files and folders. All calls block and belong to the window thread or a worker, never to the audio
-// thread. Nothing throws on a failure; it shows in the value that comes back.
+// thread. Nothing throws; the value that is returned shows a failure.
 #pragma once
 
 #include "CORE/FileResult.h"
@@ -10,7 +10,7 @@
 
 namespace Core::File
 {
-// Bytes in the file; the largest int if there are more than it can say, -1 if there is no such file.
+// Bytes in the file; the largest int if there are more, -1 if there is no such file.
 int getFileSize(const char* path);
 
 // Creates all missing folders of path, the last one included. Done if path is a folder afterwards.

@@ -2,9 +2,9 @@
 //
 // What is written goes into a hidden file in the target's folder. commit() brings it to the disk and
 // renames it over the target; until then, and if anything fails, the former file is untouched and nothing is
-// left beside it. What a process leaves that is killed meanwhile, the next save in that folder removes. The
+// left beside it. If the process is killed meanwhile, the next save in that folder removes what it left. The
 // new file has the former one's permissions. If the target is a symbolic link, the link stays and what it
-// points to is replaced. A target that may not be written, or that is no regular file, is refused.
+// points to is replaced. A target that may not be written, or that is not a regular file, is refused.
 //
 // For several files of one folder, FileReplacementGroup is quicker.
 #pragma once
@@ -30,12 +30,12 @@ public:
     bool isOpen() const { return hidden.isOpen(); }
     // Why it could not be opened, written or committed: the first thing that failed.
     const FileResult& getResult() const { return result; }
-    // For libraries that write by themselves. Open for reading and writing, and stays this object's.
+    // For libraries that write by themselves. Open for reading and writing; belongs to this object.
     int descriptor() const { return hidden.descriptor(); }
 
     // Appends size bytes. False if they did not all go out; a commit then fails, too.
     bool write(const void* data, unsigned long long size);
-    // Brings what was written to the disk; what is written afterwards comes with the next flush.
+    // Brings what was written to the disk; what is written afterwards needs another flush.
     bool flush();
     // Once, at the end; flushes first. True if the target now is what was written.
     bool commit();

@@ -21,14 +21,14 @@ public:
     FileReplacementGroup(const FileReplacementGroup&) = delete;
     FileReplacementGroup& operator=(const FileReplacementGroup&) = delete;
 
-    // Writes one of the files. If that fails, the others are as good as before. A path that leads out of the
-    // folder, as by a link, is brought to the disk on its own.
+    // Writes one of the files; a failure does not concern the others. A path that leads out of the folder, by
+    // a link, is brought to the disk on its own.
     FileResult write(const char* path, const void* data, unsigned long long size);
 
     // Once, at the end: brings all that was written to the disk and renames it. If the disk fails, none takes
-    // its place; a file that cannot be renamed is left out. The first failure.
+    // its place; a file that cannot be renamed is left out. Answers the first failure.
     FileResult commit();
-    // The files that stand in their places.
+    // The files that have taken their places.
     int getCommittedCount() const { return committed; }
 
 private:
@@ -41,10 +41,10 @@ private:
     FileResult flush();
 
     std::filesystem::path folder;
-    HiddenFile leader; // empty; its lock stands for all members
+    HiddenFile leader; // has no content; its lock protects all members
     int folderDescriptor = -1;
     FileResult result;
-    std::vector<Member> members; // closed, as there may be more than a process can have open
+    std::vector<Member> members; // closed, as a process can only have so many files open
     std::vector<std::unique_ptr<FileReplacement>> elsewhere;
     int committed = 0;
 };

@@ -1,15 +1,15 @@
 // What every reader and writer of a binary format needs: 32-bit integers in the byte order of the format,
-// on any machine, and the size from which foreign data is refused.
+// on any machine, and the size above which untrusted input is refused.
 #pragma once
 
 #include <cstdint>
 
 namespace Core
 {
-// Bytes. Nothing that is read takes more at once, whatever sizes the data declares.
+// Bytes. No reader allocates more at once, whatever sizes the data declares.
 inline constexpr std::uint64_t kLargestForeignSize = 64u << 20;
 
-// [any thread]  The caller sees to it that there are four bytes.
+// [any thread]  The caller has checked that there are four bytes.
 inline std::uint32_t readLittle32(const char* from)
 {
     std::uint32_t word = 0;

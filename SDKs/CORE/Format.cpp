@@ -1,5 +1,7 @@
 #include "CORE/Format.h"
 
+#include "CORE/WholeCharacters.h"
+
 #include <algorithm>
 #include <cstdio>
 #include <locale.h>
@@ -40,6 +42,8 @@ std::string formatBounded(size_t longest, const char* format, va_list arguments)
     std::string text(needed > 0 ? std::min(size_t(needed), longest) : 0, '\0');
     if (!text.empty())
         std::vsnprintf(text.data(), text.size() + 1, format, arguments);
+    if (needed > 0 && size_t(needed) > longest)
+        text.resize(withoutHalfCharacter(text).size());
     return text;
 }
 }

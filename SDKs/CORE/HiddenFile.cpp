@@ -41,7 +41,7 @@ int createNew(const std::string& path)
 }
 
 // Takes the lock of an open hidden file and answers whether the file still has its name. On a file system
-// without locks only the own file counts as locked.
+// without locks only a file of this process counts as locked.
 bool holdsLock(int descriptor, bool own)
 {
     struct stat info;

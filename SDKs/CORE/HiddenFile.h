@@ -2,7 +2,7 @@
 //
 // Its name is ".save-", the number of the process, "-" and a count; members of a group append "-" and their
 // own count. Whoever writes one holds its lock, which ends with the process: the name alone would not tell
-// whether it is still needed, since numbers of processes come again. Members have no lock of their own: they
+// whether it is still needed, since process numbers are used again. Members have no lock of their own: they
 // are needed as long as the file that leads the group is there and locked.
 #pragma once
 
@@ -27,9 +27,9 @@ public:
 
     // If this is false right after the construction, errno says why.
     bool isOpen() const { return fd >= 0; }
-    // Open for reading and writing; stays this object's. -1 if it is not open.
+    // Open for reading and writing; belongs to this object. -1 if it is not open.
     int descriptor() const { return fd; }
-    // The file stays, but can no longer be written, and has no lock. False, with errno, if that fails.
+    // Closes the file, which stays on the disk without a lock. False, with errno, if that fails.
     bool close();
     // Renames it over the target. False, with errno, if that fails.
     bool moveTo(const std::string& target);

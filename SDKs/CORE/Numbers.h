@@ -1,4 +1,4 @@
-// Numbers as text, the same in every country: the host's locale decides neither the decimal sign that
+// Numbers as text, independent of the locale: the host's decides neither the decimal sign that
 // is printed nor the one that is read.
 #pragma once
 
@@ -8,9 +8,9 @@
 namespace Core
 {
 // The number at the start of text, as atof reads it in the "C" locale (blanks, sign, decimal or
-// hexadecimal digits, exponent, "inf", "nan"), if there is one. Null holds none.
+// hexadecimal digits, exponent, "inf", "nan"), if there is one. Null counts as empty.
 std::optional<double> findNumber(const char* text);
-// The same, and 0 if there is none.
+// The same; 0 if text does not begin with a number.
 double parseDouble(const char* text);
 
 // value with the given count of decimals (at most 200), as "%.<decimals>f" prints it in the "C" locale.

@@ -1,4 +1,4 @@
-// Threads of the house: the HTTP transfer and the update check run on one each.
+// Threads of our own: the HTTP transfer and the update check run on one each.
 //
 // A handle is shared: whoever holds it may wait, any number of times and from several threads, or never.
 // A thread that nobody waited for is let go when the last handle to it is dropped; dropping a handle

@@ -5,8 +5,8 @@
 
 namespace Core
 {
-// The whole part of value, towards zero; what lies beyond the integer's range gives its nearest end, and
-// no number (NaN) gives 0. A plain cast of such values is undefined. [any thread]
+// The whole part of value, towards zero; a value beyond the integer's range is clamped to it, and a
+// NaN gives 0. A plain cast of such values is undefined. [any thread]
 template <typename Integer>
 Integer truncate(double value)
 {

@@ -1,4 +1,4 @@
-// Where this user's things lie, by the desktop's conventions. The environment is asked at every call.
+// This user's folders, by the desktop's conventions. The environment is read at every call.
 #pragma once
 
 #include <string>

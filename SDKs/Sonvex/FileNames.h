@@ -1,14 +1,14 @@
 // The parts of a file's name, and the length of an open file.
 //
-// The answers that are texts stand in a buffer of the calling thread, cut to 1023 characters, until its next
-// call of the same function. Null counts as the empty text.
+// Texts that are returned lie in a buffer of the calling thread, cut to 1023 characters, until its next call
+// of the same function. Null counts as the empty text.
 #pragma once
 
 #include <cstdio>
 
 // [any thread but audio]
 
-// True if path ends with extension (".dks"), case and all.
+// True if path ends with extension (".dks"), in the same case.
 bool checkFileExtention(const char* path, const char* extension);
 
 // The last component without its extension. "/" and "\" separate; a drive ("C:") at the start is skipped and
@@ -18,10 +18,10 @@ const char* getFileName(const char* path);
 // The extension of the last component, from its last "." on; empty if it has none.
 const char* getFileExt(const char* path);
 
-// All up to the last separator, and that; empty if there is none.
+// Everything up to the last separator, which is included; empty without a separator.
 const char* getFilePath(const char* path);
 
 // The bytes from where the stream stands to its end, counted by reading; the stream is then put back to
-// where it stood. Counting stops behind 64 MiB, which is more than any reader takes, so an endless stream
+// where it stood. Counting stops after 64 MiB, which is more than any reader takes, so an endless stream
 // ends, too.
 long fsize(FILE* stream);

@@ -1,12 +1,13 @@
 #include "Sonvex/MessageBox.h"
 
 #include "CORE/Format.h"
+#include "CORE/WholeCharacters.h"
 
 #include <atomic>
 
 namespace Sonvex
 {
-constexpr size_t longestBody = 431; // characters
+constexpr size_t longestBody = 431; // bytes
 
 static std::atomic<IMessageBoxPresenter*> presenter{nullptr}; // written at start and end, read by any thread
 
@@ -23,7 +24,7 @@ void setMessageBoxPresenter(IMessageBoxPresenter* newPresenter)
 
 int MessageBoxModal(Tovra::CFrame* frame, MessageBoxType type, const char* title, const char* body)
 {
-    return present(frame, type, title, std::string(body ? body : "").substr(0, longestBody));
+    return present(frame, type, title, std::string(Core::wholeCharacters(body ? body : "", longestBody)));
 }
 
 int showFormattedMessageBox(Tovra::CFrame* frame, MessageBoxType type, const char* title, const char* format,

@@ -29,19 +29,19 @@ protected:
     ~IMessageBoxPresenter() = default;
 };
 
-// [any thread]  The presenter stays the caller's and has to outlive every box; null takes it back.
+// [any thread]  The presenter belongs to the caller and has to outlive every box; null removes it.
 void setMessageBoxPresenter(IMessageBoxPresenter* presenter);
 
-// [window thread] [worker]  Shows body as it stands, cut to 431 characters, and answers as show does;
-// without a presenter 0, the negative answer.
+// [window thread] [worker]  Shows body as it stands, cut to 431 bytes but never inside a character, and
+// answers as show does. Without a presenter the answer is 0, the negative one.
 int MessageBoxModal(Tovra::CFrame* frame, MessageBoxType type, const char* title, const char* body);
 
-// What stands behind the formatting form below.
+// The formatting form below calls this.
 int showFormattedMessageBox(Tovra::CFrame* frame, MessageBoxType type, const char* title, const char* format,
                             va_list arguments);
 
-// The same with a printf format and at least one argument for it. (A template only so that a lone body is
-// never taken for a format.)
+// The same with a printf format and at least one argument for it. (A template, so that a body alone is never
+// taken for a format.)
 template <int = 0>
 [[gnu::format(printf, 4, 5)]] int MessageBoxModal(Tovra::CFrame* frame, MessageBoxType type,
                                                   const char* title, const char* format, ...)

@@ -1,6 +1,6 @@
 // The text of the framework: a std::string that can be built from a printf format.
 //
-// A lone text is never a format: it is taken as it stands, per cent signs and all. A format is what comes
+// A text alone is never a format: it is taken as it stands, per cent signs and all. A format is what comes
 // with at least one argument, and the compiler checks the one against the other.
 #pragma once
 
@@ -20,21 +20,21 @@ public:
     String() = default;
     String(const std::string& text) : std::string(text) {}
     String(std::string&& text) noexcept : std::string(std::move(text)) {}
-    // The text as it stands; null is the empty text.
+    // The text as it stands; null counts as empty.
     String(const char* text) : std::string(text ? text : "") {}
     // What the format prints in the "C" locale. (A template only so that the one above is the better match
     // for a lone text; the same goes for append_formated.)
     template <int = 0>
     [[gnu::format(printf, 2, 3)]] String(const char* format, ...);
 
-    // Equal to the last character; null is the empty text.
+    // Equal to the last character; null counts as empty.
     bool operator==(const char* text) const { return compare(text ? text : "") == 0; }
 
     void append_formated(const char* text);
     template <int = 0>
     [[gnu::format(printf, 2, 3)]] void append_formated(const char* format, ...);
 
-    // The 26 letters of either case; all other bytes, so those of UTF-8, stay.
+    // The 26 letters of either case; all other bytes, including those of UTF-8, stay.
     void toUpper();
     void toLower();
     // False for an empty text.

@@ -13,7 +13,7 @@
 #include "presets/StateLayout.h"
 #include "resources/EffectResources.h"
 
-constexpr const char* pluginName = "QDT Brellic Multi"; // what the preferences know the plug-in by
+constexpr const char* pluginName = "QDT Brellic Multi"; // the name of its preferences
 constexpr const char* folderName = "QDT Brellic";
 constexpr long smallestChunk = 10;        // bytes; below it nothing is touched
 constexpr int deepestConversion = 4;      // of older forms that turn out to hold older forms
@@ -50,8 +50,8 @@ void CQDT_DKS_Single::setDataChunk(char* data, long size)
     readChunk(data, size, deepestConversion);
 }
 
-// Everything goes to its default before anything is known about the data. Where nothing can be taken, it
-// stays there.
+// Everything is set to its default before the data is looked at. If none of it can be taken, the defaults
+// stay.
 void CQDT_DKS_Single::readChunk(const char* data, long size, int depth)
 {
     timeBaseOfBank.reset();
@@ -148,7 +148,7 @@ void CQDT_DKS_Single::initPreset()
     timeLinker.endReading();
 }
 
-// The library on disk. Nothing of it is touched before somebody asks, so that an instance is made quickly.
+// The library on disk. It is not touched before somebody asks for it, so that an instance is made quickly.
 
 const char* CQDT_DKS_Single::getPresetFolder()
 {

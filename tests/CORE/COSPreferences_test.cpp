@@ -42,7 +42,7 @@ TEST_F(Preferences, NeverLeaveTheirFolderAndReadingCreatesNothing)
     EXPECT_TRUE(std::filesystem::exists(folder / "___up/___.._escape.conf"));
 }
 
-TEST_F(Preferences, LeaveForeignLinesAndDamagedFilesAlone)
+TEST_F(Preferences, LeaveUnknownLinesAndDamagedFilesAlone)
 {
     std::filesystem::create_directory(folder / "T");
     folder.put("T/name.conf", "no equals sign\nother=1\nkey=old\n\nkey=doubled\nlast=3");

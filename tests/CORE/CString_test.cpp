@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-TEST(CString, HoldsTextsUpToItsCapacityLessOneAndTouchesNothingBehind)
+TEST(CString, HoldsTextsUpToItsCapacityLessOneAndTouchesNothingBeyond)
 {
     struct
     {

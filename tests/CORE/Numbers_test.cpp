@@ -50,7 +50,7 @@ TEST(Format, PrintsAtMostTheLongest)
 }
 
 // A host in Germany: "1,5". Needs the sources of locales (package locales).
-TEST(Numbers, AreTheSameInEveryCountry)
+TEST(Numbers, AreIndependentOfTheLocale)
 {
     const TempFolder folder;
     const auto command = "localedef -i de_DE -f UTF-8 " + folder / "de_DE.UTF-8" + " >/dev/null 2>&1";

@@ -33,7 +33,9 @@ TEST(MessageBox, ShowsTextsAsTheyStandAndFormatsWithArguments)
     MessageBoxModal(nullptr, Sonvex::kMessageBoxOk, "title", "File %s %i", "%d", 2);
     EXPECT_EQ(presenter.body, "File %d 2");
 
-    const std::string longBody(1000, 'x');
+    const std::string longBody = std::string(430, 'x') + "\xC3\xA4";
     MessageBoxModal(nullptr, Sonvex::kMessageBoxOk, nullptr, "%s", longBody.c_str());
-    EXPECT_EQ(presenter.body.size(), 431u);
+    EXPECT_EQ(presenter.body.size(), 430u);
+    MessageBoxModal(nullptr, Sonvex::kMessageBoxOk, nullptr, longBody.c_str());
+    EXPECT_EQ(presenter.body.size(), 430u) << "no half character";
 }

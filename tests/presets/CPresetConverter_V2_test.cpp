@@ -44,7 +44,8 @@ Preset read(char* bytes, long size)
 
 std::vector<Preset> convert(const std::string& bytes)
 {
-    const std::vector<char> exact(bytes.begin(), bytes.end()); // its own block: overruns show
+    const std::vector<char> exact(bytes.begin(),
+                                  bytes.end()); // its own block, so that the sanitizer sees overruns
     CPresetConverter_V2 converter;
     converter.setDataChunk(exact.data(), long(exact.size()));
     EXPECT_EQ(std::string(exact.data(), exact.size()), bytes) << "the data was changed";
@@ -102,7 +103,7 @@ TEST(CPresetConverter_V2, JudgesTheByteOrderOfAProgramByItsValues)
     const auto twin = convert(singleForm(program, 0.0f)).at(0);
     EXPECT_EQ(twin.values, plain.values);
     EXPECT_EQ(twin.name, "dcbahgfe");
-    EXPECT_EQ(plain.tempo, "128.00000"); // 0 stands for it
+    EXPECT_EQ(plain.tempo, "128.00000"); // 0 means 128
     EXPECT_EQ(twin.tempo, "128.00000");
 
     program.bigEndian = false;

@@ -44,7 +44,7 @@ inline std::string record(const std::string& id, float value, float tempo, size_
     return padded(padded(id, 52) + bigFloat(value) + bigFloat(tempo), size, 'x');
 }
 
-// A tagged preset as the product or hostile hands wrote it.
+// A tagged preset as the product or an attacker might write it.
 struct TaggedPreset
 {
     std::string records = record("HOLDTIME", 30, 100) + record("GONE", 5, 7) + record("STRENGTH", 0.25f, 90);

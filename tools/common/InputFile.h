@@ -9,8 +9,7 @@ namespace lodex
 {
 constexpr size_t largestInputFile = size_t(64) << 20; // bytes
 
-// What the file holds, which need not be a regular one. If it can't be read, the ToolError is the bare
-// reason.
+// The file's content; it need not be a regular file. If it can't be read, the ToolError is the bare reason.
 std::string readInputFile(const std::string& path);
 
 // The reason with the file's name.

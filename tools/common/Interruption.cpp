@@ -18,7 +18,7 @@ void noteInterruptions()
         if (action.sa_handler == SIG_IGN) // nohup
             continue;
         action.sa_handler = [](int number) { noted = number; };
-        action.sa_flags = SA_RESETHAND; // a second one ends what does not listen
+        action.sa_flags = SA_RESETHAND; // a second one ends the process
         sigaction(signal, &action, nullptr);
     }
     std::signal(SIGXFSZ, SIG_IGN);

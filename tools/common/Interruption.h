@@ -1,5 +1,5 @@
-// Ctrl-C and the other polite requests to stop: work ends at the next block, and what was half written
-// is removed on the way out.
+// Ctrl-C and the other polite requests to stop: work ends at the next block, and files that were begun are
+// removed.
 #pragma once
 
 namespace lodex

@@ -12,7 +12,7 @@ class OutputFile
 {
 public:
     // Opens at once, so that a target that can't be written is known before the work begins. A ToolError
-    // then; the same for one that exists and is no regular file. A link is followed.
+    // then; the same for one that exists and is not a regular file. A link is followed.
     explicit OutputFile(const std::string& name);
 
     // What the messages call it: the path as given.
@@ -21,7 +21,7 @@ public:
     int descriptor() const { return file.descriptor(); }
 
     void write(const void* data, size_t bytes);
-    // Puts what was written on the disk, so that commit has little left to fail with.
+    // Brings what was written to the disk, so that little is left for commit to fail with.
     void flush();
     // Moves the file to its place.
     void commit();

@@ -10,7 +10,7 @@ namespace lodex
 class ProgressBar
 {
 public:
-    // whole in any unit; with -1 nothing is shown.
+    // The whole of the work in any unit; with -1 nothing is shown.
     explicit ProgressBar(int64_t whole);
     ProgressBar(const ProgressBar&) = delete;
     ProgressBar& operator=(const ProgressBar&) = delete;

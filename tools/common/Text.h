@@ -1,5 +1,5 @@
-// Words of a command line or an events file as numbers, and numbers and foreign texts as words. The same
-// in every country.
+// Parses the numbers of a command line or an events file, and formats numbers and untrusted texts for people.
+// Independent of the locale.
 #pragma once
 
 #include <cstdint>
@@ -9,11 +9,11 @@
 
 namespace lodex
 {
-// The number that the whole text is, nothing before or behind it. NaN and infinities are no numbers.
+// The number that the whole text is, with nothing before or after it. NaN and infinities are refused.
 std::optional<double> parseNumber(std::string_view text);
 std::optional<int64_t> parseWholeNumber(std::string_view text);
 
-// The number that text is, or a ToolError that says what takes which range.
+// The number, or a ToolError that says what has which range.
 double numberInRange(std::string_view what, std::string_view text, double lowest, double highest);
 int64_t wholeNumberInRange(std::string_view what, std::string_view text, int64_t lowest, int64_t highest);
 

@@ -20,7 +20,7 @@ float timeBaseByName(std::string_view name)
     throw ToolError("no time base " + inQuotes(name) + "; there are " + names);
 }
 
-// Not every hand that writes a file writes all decimals of a third.
+// Files may hold a third with few decimals.
 std::string nameOfTimeBase(float beats)
 {
     for (int i = 0; i < gNumTimeAdjustEntries; ++i)

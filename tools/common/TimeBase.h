@@ -6,7 +6,7 @@
 
 namespace lodex
 {
-// The trigger interval in beats; a ToolError that lists the names if name is none of them.
+// The trigger interval in beats; a ToolError that lists the names for any other name.
 float timeBaseByName(std::string_view name);
 
 // The name of one of them; others by their length, as "0.7 beats".

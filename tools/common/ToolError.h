@@ -1,4 +1,4 @@
-// Why a command cannot go on, in one line for a person. The command line prints it behind "lodex: " and
+// Why a command cannot go on, in one line for a person. The command line prints it after "lodex: " and
 // exits with 2.
 #pragma once
 

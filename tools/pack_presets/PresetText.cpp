@@ -134,7 +134,7 @@ private:
                          [&](const Orbel::ParameterPropertySetup& each) { return each.id == id; });
         if (row == std::end(DKS_Mini::ps_plain))
             refuse("no parameter is called " + inQuotes(id));
-        const auto& others = StateLayout::noPartOfASound; // a value here would be lost in silence
+        const auto& others = StateLayout::noPartOfASound; // no preset brings them
         if (std::find(others.begin(), others.end(), row->parameterId) != others.end())
             refuse(row->id + " is no part of a sound: loading a preset leaves it as it is");
 

@@ -1,13 +1,13 @@
 // A factory preset as a text that people read and change; the factory bank is built from such texts.
 //
-//   # a comment, also behind an entry
+//   # a comment, also after an entry
 //   name = Four on the Floor
 //   about = what it is for, in one line
 //   time base = 1/4
 //   HOLDTIME = 40
 //
 // The first three entries have to be there. The others are parameters by their id texts, with values in the
-// parameter's own unit; a parameter that is not there has its default. No entry stands twice.
+// parameter's own unit; a parameter that is not there has its default. No entry may stand twice.
 //
 // Read at build time, by pack_presets, and by tests.
 #pragma once
@@ -27,7 +27,7 @@ struct PresetText
         float value;   // within the parameter's range
     };
 
-    std::string name;  // of 1 to 28 characters that a file's name can bear
+    std::string name;  // of 1 to 28 characters that a file name can contain
     std::string about; // one line
     int timeBase = 0;  // index in gTimeAdjustText
     std::vector<Value> values;
@@ -40,7 +40,7 @@ public:
     using std::runtime_error::runtime_error;
 };
 
-// file is what errors call the text.
+// file is the name of the text in errors.
 PresetText parsePresetText(std::istream& text, const std::string& file);
 
 PresetText readPresetText(const std::string& path);

@@ -14,8 +14,8 @@ struct Resource
     bool compressed; // as a zlib stream; otherwise scrambled, which is for what is packed already
 };
 
-// What an argument of the form "name=file", "name=file:zlib" or "name=file:scrambled" stands for; the first
-// form is scrambled. Throws std::runtime_error if it has another form or the file cannot be read.
+// The resource that an argument of the form "name=file", "name=file:zlib" or "name=file:scrambled" describes;
+// the first form is scrambled. Throws std::runtime_error if it has another form or the file cannot be read.
 Resource readResource(const std::string& argument);
 
 // The block. Equal resources make equal bytes. Throws std::runtime_error for a name that is empty, longer

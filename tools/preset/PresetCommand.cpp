@@ -50,7 +50,7 @@ Example:
 struct ShowOptions
 {
     std::string file;
-    std::optional<PresetType> taken; // else as such a file usually is
+    std::optional<PresetType> taken; // not set: as such a file usually is
     bool json = false;
 };
 
@@ -168,7 +168,7 @@ void addCheck(CLI::App& preset)
 void addPresetCommand(CLI::App& app)
 {
     CLI::App* const command = app.add_subcommand("preset", "Show, convert and check presets");
-    command->require_subcommand(0, 1); // none is our own complaint, as for the whole command
+    command->require_subcommand(0, 1); // a missing one gets our own message, as for the whole command
     addShow(*command);
     addConvert(*command);
     addCheck(*command);

@@ -18,7 +18,7 @@ namespace
 {
 namespace fs = std::filesystem;
 
-// Makes what is missing of a folder, and takes it away again if nothing came of it.
+// Makes the missing folders of a path, and removes them again if nothing was written.
 class OutputFolder
 {
 public:
@@ -51,7 +51,7 @@ std::string fileName(int ordinal, const std::string& name)
 {
     std::string number = std::to_string(ordinal);
     number.insert(0, number.size() < 2, '0');
-    return Tovra::fileNameFor(number + '-' + Tovra::bearableName(name), ".dks");
+    return Tovra::fileNameFor(number + '-' + Tovra::sanitizedName(name), ".dks");
 }
 
 void requireFree(const fs::path& path, bool force)

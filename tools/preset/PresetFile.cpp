@@ -30,7 +30,7 @@ bool isOlderBank(std::string_view bytes)
                                       : OLDPRESET::isOldBank(bytes.data(), size);
 }
 
-// A store that unpacks to too much stays away from the effect, which would not be as strict.
+// A store that unpacks to too much is not given to the effect, which is less strict.
 StoredPreset examinePreset(std::string_view data, Orbel::UnpackingAllowance& allowance)
 {
     const int formerRefusals = allowance.getRefusalCount();
@@ -137,7 +137,7 @@ std::vector<std::string> PresetFile::chunks(size_t index, PresetType taken) cons
         return result;
     std::string bank = SavedBank::bytes({result[0]}, systemSettings);
     if (OLDPRESET::isRawForm(long(bank.size())))
-        bank += '\0'; // its size would count
+        bank += '\0'; // a raw size would count for the effect
     result.push_back(std::move(bank));
     return result;
 }

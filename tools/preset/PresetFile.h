@@ -4,7 +4,7 @@
 //   a preset, a bank of presets, or one of the older product's forms, raw or tagged
 //
 // What comes out is a list of presets that the effect can load. The readers are those of the effect itself;
-// what they have to say is passed on as words for a person. A small file can unpack to a very large one, so
+// their diagnoses are passed on as words for a person. A small file can unpack to a very large one, so
 // that all that a file unpacks to comes out of one allowance.
 #pragma once
 

@@ -17,7 +17,7 @@ struct PresetPayload
 {
     std::string bytes;
     PresetType type = PresetType::state; // how such a file is usually taken
-    std::string problem;                 // what is missing of it; empty if there is none
+    std::string problem;                 // empty if nothing is missing of it
 };
 
 // The payload of a program or bank file or of a VST 3 host's state, or the bytes as they are. A file's own

@@ -11,7 +11,7 @@ namespace lodex
 {
 PresetContent contentOf(const PresetFile& file, size_t index, PresetType taken)
 {
-    PresetEffect effect; // for each its own: what a preset doesn't tell is as in a new one
+    PresetEffect effect; // a new one for each: what a preset does not tell has its default
     effect.load(file, index, taken);
     return effect.content();
 }

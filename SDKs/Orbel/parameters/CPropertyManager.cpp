@@ -10,8 +10,8 @@ namespace Orbel
 {
 namespace
 {
-// The id with the suffix in place of its first number. A 0 is no number here, and what strtol takes for
-// part of a number (blanks, a sign) goes with it.
+// The id with the suffix in place of its first number. A 0 does not count as a number, and what strtol takes
+// for part of a number (blanks, a sign) is replaced with it.
 std::string withSuffix(const std::string& id, int suffix)
 {
     for (const char* at = id.c_str(); *at; ++at)

@@ -25,7 +25,7 @@ namespace header
 {
 constexpr size_t magic = 0; // "CcnK"
 constexpr size_t byteSize = 4;
-constexpr size_t byteSizeCounted = 8; // it is that of all from here on
+constexpr size_t byteSizeCounted = 8; // it counts the bytes from here on
 constexpr size_t kindMagic = 8;
 constexpr size_t version = 12;
 constexpr size_t pluginID = 16;

@@ -3,7 +3,7 @@
 //
 // There is one object of each, below; they hold nothing but the plug-in's id, which the first instance of
 // the plug-in sets. A file is written beside its target and renamed over it, so that a failed save leaves
-// the former file. Files above 64 MiB, and what is no regular file, are not read.
+// the former file. Files above 64 MiB, and everything that is not a regular file, are not read.
 #pragma once
 
 #include "CORE/FileResult.h"

@@ -4,7 +4,7 @@
 // Writing: clear, setPresetID, setPresetName, any number of addChunk and addString, getPreset.
 // Reading: setPresetID, setPreset, any number of getChunk and getString.
 //
-// What comes in is foreign data: a store that fails a check is refused, and one with a damaged record holds
+// What is read is untrusted input: a store that fails a check is refused, and one with a damaged record holds
 // what stands ahead of it. Texts stay as they are, per cent signs and all.
 #pragma once
 
@@ -29,7 +29,7 @@ public:
     void setPresetID(const char* id);
     const char* getPresetID() const { return presetID; }
 
-    // The name that is written; empty at first, and then none is written. Null is ignored, the empty text
+    // The name that is written; while it is empty, none is written. Null is ignored, the empty text
     // gives "NoName". A name of more than 40 bytes is cut, never inside a character.
     void setPresetName(const char* name);
     const char* getPresetName() const { return presetName; }
@@ -48,7 +48,7 @@ public:
     // another id. A store whose data cannot be unpacked is taken, and has no chunks. The store's name, if it
     // has one of at most 40 bytes, replaces the name here. The data is changed: it cannot be read twice.
     int setPreset(char* data, long size);
-    // The same, with what there is to say of it. What is not allowed to be unpacked is refused.
+    // The same with a diagnosis. A store that would unpack to more than is allowed is refused.
     Diagnosis read(std::span<char> data, UnpackingAllowance& allowance);
 
     // The first chunk whose name agrees in its first 20 characters: its length, or 0 with null if there is

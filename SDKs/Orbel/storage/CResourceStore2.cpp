@@ -89,7 +89,7 @@ Orbel::Diagnosis CResourceStore2::checkEntry(const Entry& entry) const
 
 const CResourceStore2::Entry* CResourceStore2::findEntry(string_view name) const
 {
-    if (name.size() >= entry::nameSize) // a name without its end in the field is none
+    if (name.size() >= entry::nameSize) // a name that fills its field has no end, and matches nothing
         return nullptr;
     const auto found =
         std::find_if(entries.begin(), entries.end(), [&](const Entry& one) { return one.name == name; });

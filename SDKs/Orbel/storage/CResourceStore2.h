@@ -17,13 +17,13 @@ class CResourceStore2
 public:
     // A block that is damaged ahead of its resources gives a store without any.
     CResourceStore2(const char* block, long size);
-    // What there was to say of the block, and of the first resource that is not wholly there.
+    // What the reader found wrong with the block, or else with the first resource that is cut off.
     const Orbel::Diagnosis& getDiagnosis() const { return diagnosis; }
 
     std::optional<std::string> read(const char* name) const;
 
-    // A new copy at each call, for freeResource; what is not freed goes with the store. Null with a size of
-    // 0 if there is no such resource.
+    // A new copy at each call, for freeResource; what is not freed goes with the store. Null, with a size
+    // of 0, if there is no such resource.
     char* getResource(const char* name, unsigned long& size);
     // Anything but such a copy is ignored.
     void freeResource(const char* pointer);

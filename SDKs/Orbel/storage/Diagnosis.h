@@ -1,5 +1,5 @@
-// What a reader of a format has to say of the bytes that it was given. The framework goes by the format's own
-// rule for damaged data and ignores the words; a tool prints them.
+// What a reader of a format found: whether it took the bytes, and what is wrong with them at which byte. The
+// framework follows the format's own rule for damaged data and ignores the words; a tool prints them.
 #pragma once
 
 #include <cstdint>
@@ -12,7 +12,8 @@ struct Diagnosis
 {
     // False: nothing of it was taken. True with words: what stands ahead of the damage was.
     bool taken = true;
-    // The byte at which it went wrong, in what was given or (then the words say so) unpacked.
+    // The byte at which the fault was noticed: in what was given or, where the words say so, in what was
+    // unpacked from it.
     std::uint64_t at = 0;
     // What is wrong, as the rest of a sentence about the data: "it is cut off at byte 100 of 160". Empty if
     // nothing is. What it quotes of the data is in it byte for byte.

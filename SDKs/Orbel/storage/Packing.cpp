@@ -25,8 +25,8 @@ Bytef* bytesOf(std::string& data)
     return reinterpret_cast<Bytef*>(data.data());
 }
 
-// What deflate works in, a quarter of a megabyte: to get it from the system and to give it back took longer
-// than to pack a state, so that all instances share one and keep it.
+// The memory that deflate works in, a quarter of a megabyte. Allocating and freeing it took longer than
+// packing a state, so all instances share one and keep it.
 class Deflater
 {
 public:
@@ -35,7 +35,7 @@ public:
     Deflater(const Deflater&) = delete;
     Deflater& operator=(const Deflater&) = delete;
 
-    // Into out, whose size is the room; then its size is that of the stream. False if it did not fit.
+    // Packs into out, whose size is the room; afterwards out is the stream. False if it did not fit.
     bool pack(std::string_view data, std::string& out)
     {
         constexpr size_t most = std::numeric_limits<uInt>::max();

@@ -14,13 +14,13 @@ namespace Orbel
 // The zlib stream of data at the highest level, if it takes no more than room bytes.
 std::optional<std::string> pack(std::string_view data, std::uint64_t room);
 
-// What a zlib stream holds, if that is no more than room bytes; what follows the stream is passed over.
-// False, with out empty, if it is damaged, too long, or if room is above what foreign data may take. No more
+// What a zlib stream holds, if that is no more than room bytes; what follows the stream is ignored.
+// False, with out empty, if it is damaged, too long, or if room is above 64 MiB. No more
 // memory is asked for than a stream of its size can fill.
 bool unpack(std::string_view stream, std::uint64_t room, std::string& out);
 
 // Reverses the four bytes at offset 0, at 2, at 4 and so on, as long as there are four: the windows overlap,
-// so that the order matters. It is no byte order: it is the same on every machine. unfold undoes it.
+// so that the order matters. It is not a byte order: it is the same on every machine. unfold undoes it.
 void fold(std::span<char> data);
 void unfold(std::span<char> data);
 
@@ -30,10 +30,10 @@ void unfold(std::span<char> data);
 class UnpackingAllowance
 {
 public:
-    // Without a number, as much as one likes.
+    // Without a number there is no limit.
     explicit UnpackingAllowance(std::uint64_t bytes = UINT64_MAX) : left(bytes) {}
 
-    // False, and nothing taken, if there is no room for so many bytes.
+    // Takes the bytes from the allowance. False, and nothing taken, if it has fewer left.
     bool take(std::uint64_t bytes)
     {
         const bool enough = bytes <= left;

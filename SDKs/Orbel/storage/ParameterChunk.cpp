@@ -153,7 +153,7 @@ Diagnosis ParameterChunk::checkHeader(std::string_view chunk, const Header& head
     return {};
 }
 
-// Bytes of a sound header. The records are unpacked, where they are packed.
+// The header was checked. Copies the records, or unpacks them if they are packed.
 Diagnosis ParameterChunk::readRecords(std::string_view chunk, const Header& header)
 {
     const std::string_view stored = chunk.substr(header.dataOffset, header.storedSize);

@@ -2,14 +2,13 @@
 // survives reordering and additions. What parameters there are, the chunk does not know: CPropertyManager
 // puts values in and takes them out.
 //
-//   header   48 bytes: "ppCh", zero filled to 20 bytes, then seven integers: header size, version,
-//   compressed,
-//            stored size, raw size, record size, record count
+//   header   48 bytes: "ppCh", zero filled to 20 bytes, then seven integers: header size, version, whether
+//            compressed, stored size, raw size, record size, record count
 //   data     the records, as they are or as one zlib stream
 //   record   64 bytes: id text (52 bytes with its NUL), value, minimum, maximum
 //
 // Integers have 32 bits; they and the single-precision floats are little-endian on every machine. Minimum and
-// maximum are those at the time of saving, for the eye: nobody reads them.
+// maximum are those at the time of saving, for people: no reader uses them.
 #pragma once
 
 #include "Orbel/storage/Diagnosis.h"
@@ -43,7 +42,7 @@ public:
 
     bool empty() const { return count == 0; }
     size_t size() const { return count; }
-    // By index below size(). An id ends with its field at the latest; a value may be any number, or none.
+    // By index below size(). An id ends with its field at the latest; a value may be a NaN.
     std::string_view id(size_t index) const;
     float value(size_t index) const;
 

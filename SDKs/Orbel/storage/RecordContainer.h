@@ -1,4 +1,4 @@
-// Named records behind a header: the frame that preset stores and the older resource blocks share.
+// A header followed by named records: the format that preset stores and the older resource blocks share.
 //
 //   header   the id, zero filled, and at fields five integers: header size, version, compressed (0 or 1),
 //            stored size, raw size
@@ -8,7 +8,7 @@
 //            length bytes of payload. The next record begins header size + length bytes on.
 //
 // Integers have 32 bits and are little-endian. What a layout leaves between its fields is written as zero
-// and never read.
+// and is never read.
 #pragma once
 
 #include "Orbel/storage/Diagnosis.h"
@@ -35,7 +35,7 @@ struct ContainerLayout
     size_t recordSize;
 };
 
-// One record: where its payload stands in the raw bytes, and by what it is found.
+// One record: where its payload stands in the raw bytes, and the hash of its name.
 struct ChunkTable
 {
     std::uint32_t nameHash;
@@ -56,7 +56,7 @@ public:
     // reaches beyond the end, or runs into itself.
     Diagnosis read(const char* id, std::span<char> data, UnpackingAllowance& allowance);
 
-    // Appends a record with a name cut to its field. Ignored if more than 64 MiB would come together.
+    // Appends a record with a name cut to its field. Ignored if the container would grow beyond 64 MiB.
     void append(std::string_view name, std::string_view payload);
 
     // The container as bytes, of all that was read and appended. (Scrambled ones are only read.)

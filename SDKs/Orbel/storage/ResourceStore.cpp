@@ -91,7 +91,7 @@ public:
     }
 
 private:
-    std::vector<CResourceStore2> current; // the last one answers; the former keep what they have handed out
+    std::vector<CResourceStore2> current; // the last one answers; the others own what they have handed out
     std::optional<Orbel::Resource::CResourceStore> older;
 };
 

@@ -3,9 +3,9 @@
 // A block is fetched from in one of three ways:
 // - readResource, for one resource. It keeps nothing.
 // - CResourceStore2 over a block of the current form, Resource::CResourceStore over one of the older form.
-// - SetResourcePtr, GetResource as needed, FreeResources: the bracket of code that does not know the block.
+// - SetResourcePtr, GetResource as needed, FreeResources: for code that does not know the block.
 //   Each thread has a binding of its own, so that instances which are made at the same time on several
-//   threads do not take each other's resources away. Within a thread brackets do not nest.
+//   threads do not take each other's resources away. Within a thread these calls do not nest.
 //
 // Every fetch unpacks anew: callers keep what they get. The two forms stand in CResourceStore2.cpp and in
 // ResourceStore.cpp. Blocks are checked as untrusted input is: what is damaged is not found.
@@ -44,11 +44,11 @@ public:
     // Takes what the block holds in place of what was here; the block is copied. 0: taken; 2: refused, as its
     // header is bad. A block whose data cannot be unpacked is taken, and has no resources.
     int loadResources(const char* block, long size);
-    // The same, with what there is to say of it.
+    // The same with a diagnosis.
     Orbel::Diagnosis read(std::string_view block);
 
-    // The resource itself, which stays the store's until the next loadResources. Null with a size of 0 if
-    // there is none of that name.
+    // The resource itself, which belongs to the store and is valid until the next loadResources. Null with a
+    // size of 0 if there is none of that name.
     char* getResource(const char* name, unsigned long& size) const;
 
 private:

@@ -138,7 +138,7 @@ TEST_F(CPropertyManagerTest, ASuffixStandsInForTheFirstNumberOfAnId)
         return names;
     };
     EXPECT_EQ(hit("P3Q"), "P7Q");
-    EXPECT_EQ(hit("Z0Z"), "Z0Z"); // a 0 is no number
+    EXPECT_EQ(hit("Z0Z"), "Z0Z"); // a 0 does not count as a number
     EXPECT_EQ(hit("M-4"), "M7");  // the sign belongs to the number
     EXPECT_EQ(hit("00123"), "7");
     EXPECT_EQ(hit("P4"), "");

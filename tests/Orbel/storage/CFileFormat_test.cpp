@@ -32,7 +32,7 @@ std::string load(CFileFormat& format, const std::string& path)
     return content;
 }
 
-// The same from memory, out of a block of its own, so that an overrun shows.
+// The same from memory, out of a block of its own, so that the sanitizer sees an overrun.
 std::string unwrap(const CPresetFormat& format, const std::string& image)
 {
     const std::vector<char> exact(image.begin(), image.end());

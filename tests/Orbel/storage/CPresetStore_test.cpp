@@ -41,7 +41,7 @@ std::string packed(const std::string& data)
     return Orbel::pack(data, data.size() + 1000).value();
 }
 
-// A store as other versions or hostile hands might have written it: fields that are not set are right.
+// A store as another version or an attacker might write it; fields that are not set are right.
 struct Image
 {
     std::string records;
@@ -62,7 +62,7 @@ struct Image
     }
 };
 
-// Loads from a block of its own, so that an overrun shows.
+// Loads from a block of its own, so that the sanitizer sees an overrun.
 Orbel::Diagnosis load(CPresetStore& store, const std::string& bytes)
 {
     std::vector<char> exact(bytes.begin(), bytes.end());

@@ -20,7 +20,7 @@ std::string packed(const std::string& data)
     return Orbel::pack(data, data.size() + 1000).value();
 }
 
-// A chunk as other versions or hostile hands might write it: fields that are not set are right.
+// A chunk as another version or an attacker might write it; fields that are not set are right.
 struct Chunk
 {
     std::string data;
@@ -44,7 +44,8 @@ struct Chunk
 // "A=5 B=6 ", or why it is refused and at which byte.
 std::string read(const std::string& bytes)
 {
-    const std::vector<char> exact(bytes.begin(), bytes.end()); // its own block: overruns show
+    const std::vector<char> exact(bytes.begin(),
+                                  bytes.end()); // its own block, so that the sanitizer sees overruns
     ParameterChunk chunk;
     const Orbel::Diagnosis found = chunk.read({exact.data(), exact.size()});
     EXPECT_EQ(found.taken, !chunk.empty());

@@ -21,7 +21,7 @@ protected:
         std::string out, err;
     };
 
-    // In the shell's words; %lodex stands for the command.
+    // Runs a line of the shell, in which %lodex means the command.
     Result shell(std::string line)
     {
         const std::string name = "\"" LODEX_COMMAND "\"";

@@ -8,10 +8,7 @@
 
 #include <algorithm>
 #include <cerrno>
-#include <cstdio>
-#include <fcntl.h>
 #include <filesystem>
-#include <sys/stat.h>
 #include <unistd.h>
 
 namespace Tovra
@@ -20,23 +17,9 @@ namespace
 {
 constexpr int entryNameSize = CFileIterator::kLongestName + 2;
 
-// Answers 0 or an errno. If the file system cannot rename without overwriting, there is a short time between
-// the check for the target and the renaming.
-int renameToFreeName(const std::string& from, const std::string& to)
+PresetResult resultOf(const Core::FileResult& done)
 {
-    if (renameat2(AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), RENAME_NOREPLACE) == 0)
-        return 0;
-    if (errno != EINVAL && errno != ENOSYS)
-        return errno;
-    struct stat info;
-    if (lstat(to.c_str(), &info) == 0)
-        return EEXIST;
-    return std::rename(from.c_str(), to.c_str()) == 0 ? 0 : errno;
-}
-
-PresetResult resultOf(int error)
-{
-    return error == 0 ? PresetResult{"", 1} : PresetResult{Core::FileResult::failed(error).problem, 0};
+    return {done.problem, done ? 1 : 0};
 }
 
 PresetResult noSuchPreset()
@@ -197,7 +180,8 @@ PresetResult IPresetInterface::renamePreset(int index, const char* newName)
     const std::string from = record->filePath;
     const std::string to =
         from.substr(0, from.rfind('/') + 1) + fileNameFor(newName, getFileExt(from.c_str()));
-    const PresetResult result = resultOf(to == from ? 0 : renameToFreeName(from, to));
+    const PresetResult result =
+        resultOf(to == from ? Core::FileResult() : Core::File::renameToFreeName(from.c_str(), to.c_str()));
     if (!result)
         return result;
     rescanPresets();
@@ -210,8 +194,8 @@ PresetResult IPresetInterface::deletePreset(int index)
     const presetListRecord* record = recordAt(index);
     if (!record)
         return noSuchPreset();
-    const PresetResult result =
-        resultOf(unlink(record->filePath.c_str()) == 0 || errno == ENOENT ? 0 : errno);
+    const bool isGone = unlink(record->filePath.c_str()) == 0 || errno == ENOENT;
+    const PresetResult result = resultOf(isGone ? Core::FileResult() : Core::FileResult::failed(errno));
     if (!result)
         return result;
     resetIndex();

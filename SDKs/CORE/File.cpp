@@ -92,6 +92,18 @@ FileResult replaceFile(const char* path, const void* data, unsigned long long si
     return file.getResult();
 }
 
+FileResult renameToFreeName(const char* from, const char* to)
+{
+    if (renameat2(AT_FDCWD, from, AT_FDCWD, to, RENAME_NOREPLACE) == 0)
+        return {};
+    if (errno != EINVAL && errno != ENOSYS)
+        return FileResult::failed(errno);
+    struct stat info;
+    if (lstat(to, &info) == 0)
+        return FileResult::failed(EEXIST);
+    return std::rename(from, to) == 0 ? FileResult() : FileResult::failed(errno);
+}
+
 int saveBufferToFile(const char* path, const void* buffer, unsigned long long size)
 {
     return replaceFile(path, buffer, size) ? 0 : -1;

@@ -26,7 +26,11 @@ FileResult readFile(const char* path, size_t most, std::string& content);
 // Puts a file of size bytes in the place of path, as a whole or not at all (see FileReplacement.h).
 FileResult replaceFile(const char* path, const void* data, unsigned long long size);
 
-// The same, with 0 on success and -1 if the file could not be written.
+// Renames a file unless there is one of the new name. If the file system cannot do that in one step, there is
+// a short time between the check for the target and the renaming.
+FileResult renameToFreeName(const char* from, const char* to);
+
+// replaceFile with 0 on success and -1 if the file could not be written.
 int saveBufferToFile(const char* path, const void* buffer, unsigned long long size);
 
 // Reads the first size bytes of a regular file. 4 for a null buffer, -1 if the file cannot be opened,

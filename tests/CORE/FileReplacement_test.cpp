@@ -102,11 +102,7 @@ TEST(FileReplacementGroup, WritesWhatItCanAndCountsIt)
     EXPECT_EQ(group.commit().problem, "Is a directory");
     EXPECT_EQ(group.getCommittedCount(), 2);
     EXPECT_EQ(folder.content("former") + other.content("far"), "newnew");
-    struct stat info
-    {
-    };
-    stat((folder / "former").c_str(), &info);
-    EXPECT_EQ(info.st_mode & 07777, 0604u);
+    EXPECT_EQ(std::filesystem::status(folder / "former").permissions(), std::filesystem::perms(0604));
 
     Core::FileReplacementGroup nowhere((folder / "none").c_str());
     EXPECT_EQ(write(nowhere, folder / "none/file"), "No such file or directory");

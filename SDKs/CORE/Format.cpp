@@ -1,6 +1,6 @@
 #include "CORE/Format.h"
 
-#include "CORE/WholeCharacters.h"
+#include "CORE/Utf8.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -43,7 +43,7 @@ std::string formatBounded(size_t longest, const char* format, va_list arguments)
     if (!text.empty())
         std::vsnprintf(text.data(), text.size() + 1, format, arguments);
     if (needed > 0 && size_t(needed) > longest)
-        text.resize(withoutHalfCharacter(text).size());
+        text.resize(Utf8::withoutHalfCharacter(text).size());
     return text;
 }
 }

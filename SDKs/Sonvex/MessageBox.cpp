@@ -1,7 +1,7 @@
 #include "Sonvex/MessageBox.h"
 
 #include "CORE/Format.h"
-#include "CORE/WholeCharacters.h"
+#include "CORE/Utf8.h"
 
 #include <atomic>
 
@@ -24,7 +24,7 @@ void setMessageBoxPresenter(IMessageBoxPresenter* newPresenter)
 
 int MessageBoxModal(Tovra::CFrame* frame, MessageBoxType type, const char* title, const char* body)
 {
-    return present(frame, type, title, std::string(Core::wholeCharacters(body ? body : "", longestBody)));
+    return present(frame, type, title, std::string(Core::Utf8::cut(body ? body : "", longestBody)));
 }
 
 int showFormattedMessageBox(Tovra::CFrame* frame, MessageBoxType type, const char* title, const char* format,

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What the effect is measured against, in the same run: the least that any such effect has to do.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What the benchmarks play: two seconds at 44100 Hz, round and round.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What the effect costs, in nanoseconds a frame and as a ratio to the least that such an effect can do,
 // measured in the same run. Every figure of docs/performance.md comes from here.
 #include "bench/References.h"

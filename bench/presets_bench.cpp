@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // How long a scan of the library takes, beside a plain walk through the same folders.
 #include "presets/IPresetEffect.h"
 #include "presets/Single_CPresetInterface.h"

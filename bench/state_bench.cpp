@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What it costs to save and to load one state, beside the bare work of zlib on the same bytes.
 #include "effect/instance/CQDT_DKS_Single.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What a full paint of an editor's frame costs, and its parts, beside a plain fill and a plain copy of the
 // same picture in the same run.
 #include "Tovrane/draw/CBitmap.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What the built bundle costs in a host: to make, initialise and destroy an object, its memory, and a block
 // through the factory's object beside a plain delay with gain in the same run.
 #include "bench/References.h"

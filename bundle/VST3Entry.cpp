@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What a VST 3 host looks up in the bundle's object.
 #include "HostSDK/VST3/ModuleEntry.h"
 #include "Orbel/Wrapper/VST3/VST3Factory.h"

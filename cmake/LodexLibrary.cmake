@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: GPL-3.0-or-later
 # lodex_library(<target> [PREFIX <prefix>] [SOURCES <file>...] [LINKS <library>...] [USES <library>...])
 #
 # A static library of the current folder; without sources, of headers alone. A header is included by its path

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: GPL-3.0-or-later
 # How every target of the project is compiled.
 
 option(LODEX_TESTS "Build the tests" ON)

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: GPL-3.0-or-later
 # lodex_resources(<library> NAME <function> ENTRIES <name>=<file>[:zlib|:scrambled]... [DEPENDS <target>...])
 #
 # A static library with one block of resources in its read-only data, and "Orbel::ResourceBlock <function>()",

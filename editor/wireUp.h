@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Joins the product's parts that must not know each other: what lies below owns an interface, what lies above
 // hands itself over here.
 #pragma once

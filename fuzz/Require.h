@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What a fuzz target promises: if it does not hold, the input is a finding.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Any bytes as a program file and as a bank file: what is taken lies inside what was given, and
 // what is wrapped comes back.
 #include "Orbel/storage/CFileFormat.h"

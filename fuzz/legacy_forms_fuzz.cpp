@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Any bytes as a preset or bank of the older product, as they stand and cut or filled to the sizes of the raw
 // forms. The results are stores of today with every value in its range, not more of them than the bytes can
 // hold, and none of them is in an older form.

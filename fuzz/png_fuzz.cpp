@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Any bytes as a picture: as they are, and with the check sums of their chunks put right, so that what stands
 // in the chunks is looked at, too. What came of it is drawn in every way.
 #include "Require.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Any bytes as a file of presets, as the lodex command reads them. Either there is a reason of one readable
 // line, or a preset that loads; what is converted from it is an undamaged file with the same parameters.
 #include "Require.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Any bytes as a parameter chunk: whatever they are, every value stays a number inside its range, and
 // what is saved afterwards loads to the same values.
 #include "Orbel/parameters/CPropertyManager.h"

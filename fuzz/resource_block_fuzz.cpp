@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Any bytes as a block of resources, and as the index and the records within one, in both forms: every way to
 // fetch a resource finds the same.
 #include "CORE/ForeignData.h"

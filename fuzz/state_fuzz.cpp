@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Feeds an effect with a host's state or a preset, in any form that it takes.
 //
 // In any case every value is a number within its range, the time base is one, the name ends, and

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Any bytes as a preset store, and as the records within one: what is taken is inside what was given, can be
 // written, and then reads the same.
 #include "CORE/ForeignData.h"

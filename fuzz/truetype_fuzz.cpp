@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Any bytes as a font: some glyphs of it in every type and hinting. Each is as large as it says, and lies
 // within its bounds.
 #include "Require.h"

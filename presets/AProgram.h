@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The oldest form of a preset: a program of the two-band product, as that product kept it in memory.
 //
 //   one program, 184 bytes           at 4 the tempo, at 8 the values, at 156 the name

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Where the presets that a conversion makes arrive, one after another.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "presets/CPresetConverter_V2.h"
 
 #include "CORE/ForeignData.h"

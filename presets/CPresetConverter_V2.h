@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Turns any older form of a preset or bank (OLDPRESET.h) into stores of today, and keeps them.
 #pragma once
 

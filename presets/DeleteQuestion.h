@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The question that a browser asks before it deletes a preset.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What the library of presets asks of the effect whose presets it keeps. The effect implements it.
 #pragma once
 

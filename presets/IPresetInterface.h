@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A library of presets on disk: the files of one extension in a folder and in its direct subfolders, as a
 // sorted list in which one preset may be the current one. What a preset is, the class that derives from this
 // knows; the browser is its user interface.

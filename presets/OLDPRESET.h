@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Presets of the two-band product, in whatever older form they arrive from projects and files: what they are
 // known by, and the way from the tagged forms to stores of today.
 //

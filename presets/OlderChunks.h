@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The two tagged forms in which the two-band product kept its presets: what stands where. Integers and
 // floats have 32 bits and are big-endian. Records and entries stand at these offsets, whatever a header says
 // of its own size.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Where a plug-in keeps its presets: the user's choice, shared by all instances in all hosts.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "presets/PresetNames.h"
 
 #include "CORE/Utf8.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Names of presets as names of files, and the order in which a list shows them. Names are untrusted
 // input: no file name that is made here leads out of the folder that it is put in.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Writes the presets of a bank into a folder, as files that take their places together. Banks are untrusted
 // input: what a preset is called decides the name of its file, but never the folder.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A bank of presets: a store in which each preset is a chunk of its own, itself a store. Counts and numbers
 // are untrusted input; presets are given out as they stand.
 #pragma once

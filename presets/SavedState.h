@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What a preset's file or a host's project holds of the effect, and its way to bytes and back: a store of the
 // chunks that StateLayout.h names. Effect, command and packer write and read it here.
 #pragma once

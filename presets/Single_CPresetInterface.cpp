@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "presets/Single_CPresetInterface.h"
 
 #include "Orbel/parameters/ParameterText.h"

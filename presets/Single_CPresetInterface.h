@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The effect's library of presets: program files (.dks) in the format of kPresetFormatFXP, loaded and saved
 // through the effect; banks, whose presets it writes out as such files; and the factory presets.
 //

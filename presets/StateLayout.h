@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What presets, banks and hosts' states are made of: the ids and chunk names that files and projects hold,
 // and which parameters are no part of a sound. Effect, library, command and packer know it from here.
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Walks through one folder, an entry at a time, in the order of the file system.
 #pragma once
 

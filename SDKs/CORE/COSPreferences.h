@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // This user's settings, which outlive the program and are shared by all instances in all hosts.
 //
 // The store of a name is a small text file, <config>/<domain>/<name>.conf, with one key=value a line; lines

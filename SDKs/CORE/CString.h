@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Bounded texts: a view of a fixed character buffer, and the smallest interface to a text.
 //
 // A CString never reads or writes past the buffer that it views, and what it holds always ends with a NUL:

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A recursive lock for short stretches: the scope's points, the draw lock, the timer and idle lists.
 //
 // The thread that holds it may enter again and has to leave as often. A thread that waits sleeps, and

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Files and folders. All calls block and belong to the window thread or a worker, never to the audio
 // thread. Nothing throws; the value that is returned shows a failure.
 #pragma once

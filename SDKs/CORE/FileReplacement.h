@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A file that takes another's place only when it is complete.
 //
 // What is written goes into a hidden file in the target's folder. commit() brings it to the disk and

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Several files of one folder that take their places together, as FileReplacement does for one: a library's
 // factory presets, the presets of a bank. The folder is looked through once, and one flush brings all of them
 // to the disk before the first takes its place.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // How a piece of work with a file ended: done, or why not.
 //
 // The framework may ignore it; a window or a tool shows the words. Nothing here throws.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Where a save ends: the path with its links followed, and whether it may be replaced.
 #pragma once
 

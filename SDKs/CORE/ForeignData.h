@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What every reader and writer of a binary format needs: 32-bit integers in the byte order of the format,
 // on any machine, and the size above which untrusted input is refused.
 #pragma once

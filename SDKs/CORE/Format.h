@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Printf-style texts, bounded and independent of the locale: the host's does not decide the decimal sign.
 // Only our functions that take a format call it.
 #pragma once

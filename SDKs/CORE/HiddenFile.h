@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The hidden file in which a save is written, beside its target, until it is complete.
 //
 // Its name is ".save-", the number of the process, "-" and a count; members of a group append "-" and their

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // One key, as hosts, the framework and the toolkit hand it on.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Numbers as text, independent of the locale: the host's decides neither the decimal sign that
 // is printed nor the one that is read.
 #pragma once

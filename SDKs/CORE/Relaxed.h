@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A word that several threads read and write, without order between them: property values, flags,
 // counters. Reads and writes cost what a plain word costs; there is no lock and no fence, so it carries
 // a value across but does not announce other data.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Checks in development builds that a seam is called on the thread that its tag names.
 //
 // The tags, [audio thread], [window thread] and so on, are those of docs/architecture.md. Whatever serves a

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Threads of our own: the HTTP transfer and the update check run on one each.
 //
 // A handle is shared: whoever holds it may wait, any number of times and from several threads, or never.

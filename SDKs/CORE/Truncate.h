@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A floating-point number cut to an integer, defined for every number.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // This user's folders, by the desktop's conventions. The environment is read at every call.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // UTF-8: code points out of bytes and back, and where a text may be cut.
 //
 // Texts may hold any bytes. A valid sequence is what Unicode allows: as short as it can be, no surrogate, at

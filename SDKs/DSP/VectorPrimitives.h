@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Block operations on 32-bit floats, under the names that are common in signal processing.
 //
 // [any thread] None of them but ippsMalloc_32f and ippsFree allocates. With a count of 0 or below nothing

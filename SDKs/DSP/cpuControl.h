@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Sets the floating-point mode of the calling thread for the length of a block, and puts the host's mode
 // back afterwards, so that the sound doesn't depend on what the host or another plug-in left there.
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Lengths of notes, and a crossfade position. [any thread]
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The allocator of all channel buffers. [audio stopped], or any thread that may allocate.
 #pragma once
 

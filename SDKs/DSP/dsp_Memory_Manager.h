@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Blocks of aligned memory that live until the manager ends: for tables that a whole process shares.
 //
 // Channel buffers come from dsp_Memory.h instead.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The parts of a file's name, and the length of an open file.
 //
 // Texts that are returned lie in a buffer of the calling thread, cut to 1023 characters, until its next call

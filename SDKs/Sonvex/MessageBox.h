@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Questions and notices to the user, for code that lies below the toolkit.
 //
 // Whoever can draw a box hands itself over as the presenter; the bundle wires that up.

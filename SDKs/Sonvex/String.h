@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The text of the framework: a std::string that can be built from a printf format.
 //
 // A text alone is never a format: it is taken as it stands, per cent signs and all. A format is what comes

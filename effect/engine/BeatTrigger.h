@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // When the next trigger falls, by the host's musical position alone.
 //
 // Triggers stand on a grid of one interval, a note value, from the song's beginning; a shift moves the whole

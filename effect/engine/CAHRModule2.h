@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The ducker's envelope: a level from 0 to 1 for one cycle of attack, hold, release and rest, a beat long
 // (or another note value), sample by sample.
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The ducker: multiplies one stereo bus by a gain that follows an envelope, and hides the start of each
 // envelope behind a crossfade.
 //

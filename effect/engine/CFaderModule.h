@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The pre-fade of the ducker: a value that falls from 1 to 0 in equal steps, and its weight on the raised
 // cosine. [audio thread]
 #pragma once

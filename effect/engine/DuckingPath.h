@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The road of the audio: input, delay, ducker, output, with the buffers in between.
 //
 //     input -> delay -> CBusSidechainFx -> output

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The bend of a segment that moves early: 1 - (1 - x)^(1 - c) for a negative curve c, as pow gives it, at
 // a fraction of its cost.
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Multiplication and rounding of numbers so small that the processor would take the slow road.
 //
 // Subnormal numbers (below 2^-126) must come out as they are, not as zero, but one of them costs a

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // How linked envelope times give way to one another, so that the shape keeps its place in the beat.
 //
 // A change of the attack is taken up by the hold, and where the hold meets a bound, by the release; a change

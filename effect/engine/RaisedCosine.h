@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The shape of a crossfade: half a period of a raised cosine, which leaves and arrives without a corner.
 //
 //     weight(x) = 0.5 - 0.5 cos(pi x)      x from 0 (weight 0) to 1 (weight 1)

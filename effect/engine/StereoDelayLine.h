@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The delay that gives the ducker its look-ahead: both channels of a bus, late by a length that may
 // change at any time.
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "effect/instance/CQDT_DKS_Single.h"
 
 #include "CORE/Truncate.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The effect: ducks a stereo bus on every beat of the host, or on another note value.
 //
 // Host adapters make it and drive it through OrbelOS. Each block it reads the host's musical position,
@@ -80,8 +81,8 @@ public:
     // [audio stopped] Clears audio, envelope and countdowns; parameters stay.
     void reset() override;
 
-    // [audio thread] A quarter of the interval between triggers where the block is longer than that: a block of
-    // more than half an interval could pass over a trigger.
+    // [audio thread] A quarter of the interval between triggers where the block is longer than that: a block
+    // of more than half an interval could pass over a trigger.
     long getDesiredProcessBlockSize() override;
     // [audio thread] The first input bus to the first output bus, which may share memory. A block above the
     // announced size is worked all the same, but allocates. Bypassed, the audio is still delayed, and all
@@ -104,8 +105,8 @@ public:
     void setPresetType(int type) override { presetType = type; }
     long getDataChunk(char** out) override;
     void setDataChunk(char* data, long size) override;
-    // The current preset of a bank. Afterwards no time moves another, and the time base is the one from before,
-    // until the next state or finishBankLoad, which brings the preset's own time base.
+    // The current preset of a bank. Afterwards no time moves another, and the time base is the one from
+    // before, until the next state or finishBankLoad, which brings the preset's own time base.
     void loadPresetFromBankChunk(const char* data, long size);
     void finishBankLoad() override;
     // The preset's name as a property of type Text: its listeners hear of every new name. It stays the
@@ -185,7 +186,7 @@ private:
     Orbel::CPresetStore presetStore; // its id is that of a preset from the start
     int presetType = hostState;
     std::optional<float> timeBaseOfBank; // of the bank's preset, until finishBankLoad
-    std::string factoryBank; // the image of a bank file, once the library is there
+    std::string factoryBank;             // the image of a bank file, once the library is there
     std::unique_ptr<Single_CPresetInterface> presetInterface;
     std::string presetFolder;                    // empty until it is asked for
     Orbel::ParameterProperty presetNameProperty; // a text, the preset's name: its listeners hear of a new one

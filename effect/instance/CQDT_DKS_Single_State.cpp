@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What the effect writes into a preset or a host's project, and how it takes it out again.
 //
 // One chunk serves both: a store with the name, all parameters and the time base. A host's state has the

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What the effect asks of its window, and what the window asks of the effect's maker.
 //
 // The effect owns its editor object from its construction to its end; the window itself opens and closes

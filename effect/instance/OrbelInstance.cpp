@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What this bundle holds: one effect.
 #include "Orbel/contract/OrbelFactory.h"
 #include "Orbel/storage/CFileFormat.h"

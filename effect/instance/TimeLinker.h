@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Keeps the envelope's linked times in step, whichever threads write them, and stays out of the way while a
 // state is read.
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The parameters of the older two-band product, which the effect never creates: the key by which states
 // and presets of that product are translated.
 //

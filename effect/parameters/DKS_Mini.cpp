@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "effect/parameters/DKS_Mini.h"
 
 namespace DKS_Mini

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The parameters of the effect, in the order of their creation: hosts remember them by that order, files
 // by their id texts. Both are a promise; that some ids are misspelled is part of it.
 //

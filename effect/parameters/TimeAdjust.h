@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The time bases: the note lengths from trigger to trigger that the user may choose.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "CORE/Format.h"
 #include "CORE/Numbers.h"
 #include "support/TempFolder.h"

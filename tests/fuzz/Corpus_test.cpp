@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Linked with one fuzz target: its seed corpus, run as an ordinary test.
 #include <filesystem>
 #include <fstream>

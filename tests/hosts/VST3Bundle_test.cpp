@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The built bundle as VST 3 hosts find, play, save and restore it.
 #include "HostSDK/VST3/Text.h"
 #include "hosts/BundleHost.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What a host's audio thread may expect of the built bundle.
 #include "hosts/BundleHost.h"
 #include "support/Realtime.h"

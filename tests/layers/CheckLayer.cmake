@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: GPL-3.0-or-later
 # Compiles each header by itself: OWN must build, and none of NOT may be found. Lists are joined by "|".
 string(REPLACE "|" ";" DEFINITIONS "${DEFINITIONS}")
 list(TRANSFORM DEFINITIONS PREPEND "-D")

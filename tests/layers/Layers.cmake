@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: GPL-3.0-or-later
 # Each floor may include what lies below it and nothing else. For every library a header of its own must
 # build with the include roots that the library has, and headers of rooms that it must not know must not be
 # found there.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "Orbel/storage/CPresetStore.h"
 #include "Orbel/storage/ParameterChunk.h"
 #include "effect/parameters/DKS.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Images of the older product's forms, put together field by field.
 #pragma once
 

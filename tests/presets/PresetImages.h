@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Images of everything that a preset can be in, put together field by field.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A library of presets in a folder of the test's own, with an effect whose state is one text.
 #pragma once
 

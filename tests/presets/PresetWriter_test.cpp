@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Banks that become files: import, export, the factory presets, and what can fail.
 #include "presets/PresetImages.h"
 #include "presets/PresetLibrary.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What every host adapter keeps, whatever its format: run by each adapter's tests over RecordingEffect.
 //
 // An adapter's tests add a driver, which is a small host of that format, and one line:

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Pieces of binary formats, for tests that put them together field by field.
 #pragma once
 

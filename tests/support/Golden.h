@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Pictures as they have to look: tests/golden/<name>.png, compared with what a test has drawn.
 //
 // On a difference the picture and a map of the differences are left in the build's "pictures" folder, and the

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A clock that stands until it is told to go on, or until somebody waits for something that isn't there yet:
 // then so much time is over at once.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // PNG files as bytes: a stream over them, and check sums that fit what was changed in them.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Watches a stretch of code for what an audio thread must not do.
 //
 // A program that links Realtime.cpp has its allocations and locks counted, while a RealtimeWindow is open

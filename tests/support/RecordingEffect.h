@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // An effect that records what an adapter does with it, in place of a product. A test sets up plan before it
 // makes the adapter; the effect that the adapter makes is then latest. RecordingEffect.cpp brings the doors
 // of a bundle (OrbelFactory.h) that makes such effects.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Watches the system calls of a piece of work, which runs in a process of its own.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A folder of a test's own, which goes away with everything in it.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The view's side of a text field, which writes down how the field ended.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The process of host_window.cpp, from the test's side.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Another X client: its own connection and window, with texts that it offers in selections.
 #pragma once
 

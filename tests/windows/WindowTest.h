@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A frame in a window of another process, on a real X server, with a user who moves the mouse and types.
 //
 // until() runs the loop until something is so; ten seconds without that are a failure, and nothing else looks

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A host's window in a process of its own, for the window tests: it makes a window, writes its number, and
 // obeys lines on its standard input. It writes down the events of its window.
 //

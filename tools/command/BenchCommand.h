@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // "lodex bench": what one instance of the effect costs, beside a plain copy of the same audio.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The lodex command: the plug-in without a workstation.
 
 #include "Orbel/contract/OrbelFactory.h"

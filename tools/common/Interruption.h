@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Ctrl-C and the other polite requests to stop: work ends at the next block, and files that were begun are
 // removed.
 #pragma once

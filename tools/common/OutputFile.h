@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A file that a command writes: it appears only when it is complete (CORE/FileReplacement.h), and every
 // failure is a ToolError with the file's name.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // How far a long piece of work is, on standard error, if that is a terminal. The line comes only after a
 // second of work and is cleared at the end.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Parses the numbers of a command line or an events file, and formats numbers and untrusted texts for people.
 // Independent of the locale.
 #pragma once

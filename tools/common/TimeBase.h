@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The time bases by the names that the product gives them.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The pages of the gallery: everything that the toolkit draws, for the eye and for the golden pictures.
 //
 // The program shows or saves them; tests compare them with tests/golden. A page is a tree of views in a frame

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The gallery on the desktop: a click on the title turns the page.
 #pragma once
 

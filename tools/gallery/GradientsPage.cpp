@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "Tovrane/draw/CDrawPath.h"
 #include "Tovrane/draw/PelmoAGG.h"
 #include "tools/gallery/GalleryPage.h"

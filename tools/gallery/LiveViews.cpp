@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "tools/gallery/LiveViews.h"
 
 #include "Tovrane/views/controls/CMenuItem.h"

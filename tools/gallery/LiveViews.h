@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Views of the gallery that do something in a window: one opens a menu, one a text field. Without a window
 // they show how they look at rest.
 #pragma once

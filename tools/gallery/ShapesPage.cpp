@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "Tovrane/draw/CDrawPath.h"
 #include "Tovrane/views/tree/CViewContainer.h"
 #include "tools/gallery/GalleryPage.h"

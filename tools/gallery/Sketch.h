@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A view that draws by a function, and what the pages of the gallery share: colours and captions.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Shows the pages of the gallery in a window, or saves them as PNG files.
 #include "Tovrane/draw/CMACBitmap.h"
 #include "Tovrane/draw/PNGWriter.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Factory presets in the form in which the plug-in carries them: the image of a bank file with all of them,
 // and that of a program file with the start state.
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A factory preset as a text that people read and change; the factory bank is built from such texts.
 //
 //   # a comment, also after an entry

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // pack_presets BANK.fxb INIT.fxp INIT.preset 01-NAME.preset ...
 //
 // Run by the build: makes the factory bank and the start state from their texts. A text with a mistake in it

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "tools/pack_resources/ResourcePacker.h"
 
 #include "CORE/File.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Puts files together into a block that Orbel/storage/CResourceStore2.h reads. Runs while the project is
 // built: what is wrong stops the build.
 #pragma once

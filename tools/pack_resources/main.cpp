@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // pack_resources BLOCK NAME=FILE[:zlib|:scrambled]...
 #include "CORE/File.h"
 #include "tools/pack_resources/ResourcePacker.h"

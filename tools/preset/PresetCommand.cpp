@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "tools/preset/PresetCommand.h"
 
 #include "tools/common/InputFile.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // "lodex preset convert": whatever form presets are in, as current preset files.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // An effect of its own for looking at a preset: what it makes of it is what the preset holds.
 #pragma once
 

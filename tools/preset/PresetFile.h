@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What a file of presets holds, whatever its form: known by its content, not by its name.
 //
 //   a program or bank file (.fxp, .dks, .fxb), a VST 3 host's state, or the bare chunk, and in each of them

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What a file of presets holds once its own header is off: a preset, a bank, or an older form.
 #pragma once
 

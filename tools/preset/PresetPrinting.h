@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What a file of presets holds, on standard output: for programs and for people.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Sound files in and out, a piece at a time: memory does not grow with their length.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The effect itself as an engine, in this process and without a host format in between. It does what an
 // adapter does: hands over the transport, adds the timed values, and takes each block over the same road.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The events of a render: what happens at which frame, one event a line.
 //
 //   at SAMPLE set ID VALUE        at SAMPLE play 0|1         at SAMPLE timebase NAME

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What the gain record of a render tells in a few words: how far the gain fell, and how often.
 #pragma once
 

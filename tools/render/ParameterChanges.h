@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The parameter changes of one block, as a VST 3 host hands them over. It is cleared and filled again, and
 // keeps its memory. [audio thread]
 #pragma once

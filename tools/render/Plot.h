@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The picture of a render: the input behind the output, and the gain below them, over beats and seconds. It
 // is drawn with the toolkit, in the colours of the product's window.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What the picture of a render shows: the input, the output and the gain of its first part, and its beats.
 //
 // That part is the first eight beats or sixteen seconds, whichever is shorter: enough to see the shape of

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A picture while a plot is drawn on it with the toolkit: areas, lines and type in the plot's two sizes.
 // Points are in pixels from the upper left corner.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What turns blocks of audio into ducked ones: the effect in this process, or a built plug-in behind one
 // of its host formats. The renderer drives it as a host does: everything before the first block once,
 // then, for each block, the sets that fall into it and the block itself.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What "lodex render" is asked to do, and the command line's words for it.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The loop of a render: cuts the input into blocks, as a host would, and takes each through the engine.
 //
 // Blocks have the given sizes in turn. An event for the transport or the time base ends its block early,

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Where the music is: the transport of the host that the tool stands in for.
 //
 // The position is kept in quarter notes and in double precision. It advances while the transport plays

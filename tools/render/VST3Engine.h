@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The built VST 3 bundle as an engine, through its factory, as a host drives it.
 //
 // Before the first block, an effect in this process takes what a render starts with, and hands it to the

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A built VST 3 bundle, loaded as a host loads it: its shared object by dlopen, then its entry, then its
 // factory; and unloaded in the opposite order.
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The list of classes that a bundle offers, and the way to make one: the object behind GetPluginFactory.
 //
 // Counted like every object of the interface: it starts with one reference. Filled before a host sees it,

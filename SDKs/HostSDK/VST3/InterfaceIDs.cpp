@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The ids of the view's interfaces, which no file of Debian's copy defines.
 #include "pluginterfaces/gui/iplugview.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What a host calls when it has loaded the bundle's object and before it unloads it. bundle/ exports these
 // under the names that the platform wants.
 //

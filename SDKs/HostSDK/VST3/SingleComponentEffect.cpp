@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "HostSDK/VST3/SingleComponentEffect.h"
 
 #include "HostSDK/VST3/Text.h"

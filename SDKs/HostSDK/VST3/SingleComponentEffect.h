@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Processor and controller in one object: the base of an adapter that has no second half to talk to.
 //
 // It keeps the buses and the set-up of processing; an adapter adds its buses in initialize. Answers are

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The interface's texts, UTF-16 of at most 127 code units and their end, from and to UTF-8. [any thread]
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // All that an adapter hands to an effect for one block: the buses, the number of samples, the transport.
 //
 // [audio thread] It holds all its buses itself, so that an adapter makes one on its stack in every block

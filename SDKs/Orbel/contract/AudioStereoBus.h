@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // One stereo pair of channel pointers: its own memory, or pointers into somebody else's.
 //
 // There is no lock: a bus that the audio thread reads is created anew only while audio is stopped.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The road of one host call through the effect, the same for every host format.
 //
 // [audio thread]  An adapter makes one on its stack in the first line of each call that may bring audio or

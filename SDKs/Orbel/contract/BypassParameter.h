@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Which of an effect's parameters is its bypass, as hosts have a switch of their own for it. [window thread]
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A staging buffer for any number of channels. Its lock is there for callers that share one: no operation of
 // its own takes it.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The channel pointers of one block: two for each stereo bus, whatever the host has connected.
 //
 // [audio thread]  Made on the stack in every block; allocates nothing. The pointers are the host's, or the

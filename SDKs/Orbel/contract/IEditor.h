@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // An effect's editor, as far as the framework and its adapters know it: something that the effect owns and
 // destroys, and that shows itself inside a window of the host. The toolkit's editor shell implements it.
 //

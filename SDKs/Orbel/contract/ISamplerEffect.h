@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What an adapter asks of an effect that has an editor window. [window thread]
 #pragma once
 

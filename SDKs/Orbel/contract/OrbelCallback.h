@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What an effect asks of its host. Each host adapter implements it; the effect gets a pointer at its
 // construction, doesn't own it, and must do without one.
 //

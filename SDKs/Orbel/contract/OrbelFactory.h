@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What adapters ask of the bundle that they are in: the list of its effects, and a new effect. The product
 // defines these functions.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The effect, as every host format sees it: the base class between one effect and its adapters.
 //
 // An adapter makes the effect (OrbelFactory.h), tells it the sample rate and the largest block, hands it

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The list of a bundle's effects: one description for each.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Threads and counters under the framework's names. What a handle is, and who may wait for it, stands in
 // CORE/Threads.h; a wait for the end goes through Core::Threads::waitForThreadDone.
 #pragma once

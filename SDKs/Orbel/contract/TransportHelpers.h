@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Distances to the next beat, from a host's position. [any thread]
 #pragma once
 

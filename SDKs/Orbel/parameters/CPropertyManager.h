@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Owns a set of parameters, finds them, and saves and restores their values as records, or as a chunk of them
 // (ParameterChunk.h).
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A parameter as a host sees it: a name, a unit, and a position from 0 to 1.
 #pragma once
 

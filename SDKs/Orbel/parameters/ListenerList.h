@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The listeners of one parameter: told from any thread, changed on the window thread meanwhile.
 //
 // A notifying thread, which may be the audio thread, never waits, locks, allocates or calls the system.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Hears of every write to the parameters that it was added to.
 #pragma once
 

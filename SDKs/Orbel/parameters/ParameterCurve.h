@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The bend between the position of a knob and the place of its value in the range, both from 0 to 1.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Parameter values that wait for their sample within a block.
 //
 // One thread at a time: TimedValues hands the list out. A property has at most one pending value. The list

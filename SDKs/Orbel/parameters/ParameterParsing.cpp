@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Numbers as users type them: the part of ParameterProperty that reads a text in the printed unit.
 #include "CORE/Numbers.h"
 #include "CORE/Truncate.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // One named, ranged, curved parameter of the effect: its value in real units (milliseconds, linear gain,
 // a note number), the way to and from the position 0 to 1 of hosts and knobs, its text both ways, and
 // the listeners that hear of every write.

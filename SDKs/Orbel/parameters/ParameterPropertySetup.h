@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // One row of a parameter table: everything that a ParameterProperty is configured from.
 #pragma once
 

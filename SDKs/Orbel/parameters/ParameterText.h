@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Parameters as users read them: in a host's list, in a knob's read-out, in the envelope's two-value
 // read-out. All on the window thread; texts are at most 255 characters and their end.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What the number of a parameter means, and with it how it reads as text.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Timed parameter values from threads other than the one that renders: each leaves the newest value of a
 // property in that property's slot, and the audio thread moves them all into the list of its block.
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What other threads have left for one property until the audio thread fetches it: see TimedValueInbox.
 #pragma once
 

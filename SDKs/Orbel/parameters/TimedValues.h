@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The timed parameter values of one effect: those of the audio thread in the list of the present block, and
 // those of other threads in an inbox until the next block begins.
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The whole number that a parameter's value stands for.
 #pragma once
 

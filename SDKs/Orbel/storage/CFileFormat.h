@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The file formats that a preset can be kept in: as it is, or in the wrappers of the VST standard for a
 // program (.fxp) and a bank (.fxb) with an opaque payload.
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The container in which presets, banks and the state of a host's project travel: named chunks and texts,
 // packed as a whole. The format stands in RecordContainer.h and CPresetStore.cpp.
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Resources by name from a block of the current form, "RESOURCE2".
 #pragma once
 

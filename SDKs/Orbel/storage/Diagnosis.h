@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What a reader of a format found: whether it took the bytes, and what is wrong with them at which byte. The
 // framework follows the format's own rule for damaged data and ignores the words; a tool prints them.
 #pragma once

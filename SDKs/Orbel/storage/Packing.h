@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // How the framework's binary formats pack bytes: as a zlib stream, folded, scrambled.
 #pragma once
 

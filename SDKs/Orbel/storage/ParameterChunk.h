@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A chunk of parameter values ("ppCh") as bytes: each value stands under its parameter's id text, so that it
 // survives reordering and additions. What parameters there are, the chunk does not know: CPropertyManager
 // puts values in and takes them out.

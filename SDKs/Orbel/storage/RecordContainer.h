@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A header followed by named records: the format that preset stores and the older resource blocks share.
 //
 //   header   the id, zero filled, and at fields five integers: header size, version, compressed (0 or 1),

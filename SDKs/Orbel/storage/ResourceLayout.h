@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A block of resources of the current form, "RESOURCE2": what stands where. CResourceStore2 reads it, the
 // build's pack_resources writes it.
 //

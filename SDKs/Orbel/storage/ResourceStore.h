@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Bitmaps, fonts and factory data by name, from blocks that lie in the bundle.
 //
 // A block is fetched from in one of three ways:

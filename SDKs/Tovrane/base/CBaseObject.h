@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The base class of everything in the toolkit that has several users: it lives as long as somebody holds a
 // reference to it.
 //

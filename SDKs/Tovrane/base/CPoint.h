@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A position, or a distance, in the toolkit's coordinates: x to the right, y downwards, in pixels.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A rectangle, stored by its edges in pixels: width and height are computed.
 //
 // pointInside leaves out the right and bottom edges, so that neighbours share no point. Views include all

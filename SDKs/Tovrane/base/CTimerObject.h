@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The toolkit's timers: one list for the whole process, driven by one timer of the current run loop.
 //
 // That timer has the shortest period asked for so far, and keeps it until nothing is registered any more; the

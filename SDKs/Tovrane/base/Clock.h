@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Tells the time and waits: the machine's clock, or a test's clock, for which waiting takes no time.
 //
 // There is one current clock in the process, which is looked up for each use. [window thread]

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A smart pointer to a shared object: remembers it when constructed and forgets it when destroyed.
 //
 // Whoever calls into a view holds one meanwhile, since the call may remove the view from the tree.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "Tovrane/base/PollRunLoop.h"
 
 #include "Tovrane/base/Clock.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A run loop over poll(2), for tools, tests and windows without a host.
 //
 // It uses Clock::current() to tell the time and to wait, so that a test with a clock of its own takes no

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The interface to the window thread's event loop: repeating timers and watched file descriptors.
 //
 // The loop is the host's own, or driven by the host's idle call, or a PollRunLoop in tools and tests. Its

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Converts the toolkit's colours for the renderer. Apart from CColor.h, so that views do not include AGG.
 #pragma once
 

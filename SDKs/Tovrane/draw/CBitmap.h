@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A picture: a PNG that is decoded once into premultiplied pixels, which the renderer blends from then on.
 //
 // Premultiplying shifts by 8 instead of dividing by 255, so that white becomes 254: this is part of the look

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A colour as views use it: red, green, blue and alpha (255 is opaque), not premultiplied.
 #pragma once
 

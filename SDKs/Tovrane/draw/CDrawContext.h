@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The surface that views draw on: an offset, a clip, colours and a font, on top of a renderer.
 //
 // Containers change the offset, so that each view draws in its parent's coordinates, and set the clip. What

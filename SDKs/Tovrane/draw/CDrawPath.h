@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Draws any polygon, with the colours or the gradient that are set in the renderer.
 //
 // The path is built in the renderer: there can be only one at a time, and nothing else may be drawn before

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A font: a regular and a bold face from the font resources, a size, a style, and the way its glyphs are
 // drawn.
 //

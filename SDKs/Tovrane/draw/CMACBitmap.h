@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A picture in memory: the only implementation of IOSBitmap, on every system.
 //
 // The first pixel is aligned to 16 bytes, and there is no padding between rows.

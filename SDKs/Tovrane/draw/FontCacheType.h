@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // How the glyphs of a font are cached and drawn.
 #pragma once
 

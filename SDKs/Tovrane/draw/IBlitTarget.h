@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Shows finished pictures. A platform frame's getSystemWindow() points to one, and passes it on to
 // IOSBitmap::drawToContext as a void*.
 //

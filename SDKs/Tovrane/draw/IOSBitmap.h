@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A picture in memory that the window system can show, of 32 bits a pixel: blue, green, red, alpha.
 //
 // A frame's picture and every bitmap are of this kind. CMACBitmap implements it. One thread at a time.

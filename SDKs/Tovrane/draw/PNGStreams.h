@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Read the bytes of a PNG picture, from a file or from a resource.
 //
 // When a stream has no more bytes, the decoder stops with an error.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Saves a finished picture as a PNG file.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The renderer: draws shapes, gradients, pictures and text into one 32-bit picture in memory.
 //
 // A frame has one for its picture, which all its views use through a CDrawContext; a bitmap has one of its

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "Tovrane/draw/PelmoAGGPipelines.h"
 
 #include "Tovrane/draw/PelmoText.h"

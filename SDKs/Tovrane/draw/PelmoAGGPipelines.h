@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The implementation of PelmoAGG: the pipelines from a path to pixels, and the state that selects one.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The 28 compositing operators in the order of BlendMode. AGG has dropped three of them (contrast and the two
 // inversions), which are defined here in its way: with premultiplied values from 0 to 1.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The part of the renderer that draws text: the font, the glyph caches, and the way from a glyph to pixels.
 //
 // The font engine is created, and a face opened, when text is first measured or drawn, since most renderers

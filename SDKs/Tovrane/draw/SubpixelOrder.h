@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The order in which a screen's pixels have their red, green and blue parts, from left to right.
 #pragma once
 

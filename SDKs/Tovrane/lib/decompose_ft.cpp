@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "Tovrane/lib/decompose_ft.h"
 
 #include <agg_scanline_bin.h>

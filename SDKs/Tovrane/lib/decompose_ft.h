@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Converts FreeType's outlines and bitmaps to AGG's paths and scanlines. [window thread], like the font
 // engine that calls these.
 #pragma once

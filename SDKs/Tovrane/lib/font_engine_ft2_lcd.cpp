@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "Tovrane/lib/font_engine_ft2_lcd.h"
 
 #include "Tovrane/lib/decompose_ft.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Makes glyphs of TrueType faces for agg::font_cache_manager: mono, grey, with sub-pixels, or as outlines.
 //
 // FreeType reads and hints, AGG rasterises, so that text looks the same on every machine. A glyph takes three

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The sub-pixel filter: spreads the coverage of a sub-pixel (a third of a pixel) over itself and its two
 // neighbours on each side.
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The pixel format of sub-pixel text: a picture of blue, green, red and alpha, in which x counts sub-pixels,
 // the thirds of a pixel as they lie side by side on the screen.
 //

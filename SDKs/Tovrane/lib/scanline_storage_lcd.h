@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Stores scanlines in sub-pixels (thirds of a pixel) and filters them on the way in.
 //
 // It is a renderer for agg::render_scanlines, with x in sub-pixels. It serialises for the font cache in the

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The mouse cursors that views ask for. Any other number stands for the arrow.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The content of a drag and drop. The base class is empty; window systems fill a CDropContent.
 //
 // It lives from the moment when the drag enters the window until it leaves or is dropped; whoever needs it

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A window system's panel for opening and saving files. IFrame::createFileSelector makes it, with one
 // reference, for one run.
 #pragma once

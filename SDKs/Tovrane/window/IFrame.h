@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What a frame needs from a window system: a surface that shows the frame's picture, cursors, a text field,
 // menus and file panels. platform/ has one implementation for each window system. The surface does not draw
 // by itself: the frame draws when it is idled, and then asks the surface to show the picture.

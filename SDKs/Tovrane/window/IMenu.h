@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The content of a pop-up menu. The option menu control implements it; window systems read it. [window
 // thread]
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A one-line text field over the frame, while a user edits a text. IFrame::createPlatformTextEdit makes it,
 // and the caller deletes it, often from within the field's callback.
 #pragma once

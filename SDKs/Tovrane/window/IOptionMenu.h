@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A window system's pop-up menu. IFrame::createOptionMenu makes it, with one reference, to be opened once.
 #pragma once
 

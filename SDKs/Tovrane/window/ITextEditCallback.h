@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What a text field asks the view that opened it, and tells it. Rectangles are in frame coordinates.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The arguments of mouse events, and what their handlers return.
 //
 // A mouse word is the sum of the buttons that are held and the modifier keys. Before the views get a left

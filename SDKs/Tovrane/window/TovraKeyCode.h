@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A key event for views: a printing key has a character, any other key a number.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "Orbel/contract/BlockRoad.h"
 #include "Orbel/contract/BypassParameter.h"
 #include "Orbel/contract/ChannelWiring.h"

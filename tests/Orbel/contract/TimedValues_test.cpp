@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Timed parameter values that hosts add on other threads than the one that renders.
 #include "Orbel/contract/OrbelOS.h"
 #include "Orbel/parameters/ParameterProperty.h"

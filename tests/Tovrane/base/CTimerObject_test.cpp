@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "Tovrane/base/CTimerObject.h"
 #include "Tovrane/base/RunLoop.h"
 #include "support/ManualClock.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "Tovrane/draw/CDrawContext.h"
 #include "Tovrane/draw/CDrawPath.h"
 #include "Tovrane/draw/CFontDesc.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A small picture with a renderer on it, and its pixels as numbers.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The ducker once more, one sample at a time and without any shortcut: what the real one must equal to
 // the last bit. Subnormal numbers go through the processor's own arithmetic here. The envelope is the real
 // one, one sample at a time; CAHRModule2_test.cpp looks after it.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "Orbel/contract/OrbelFactory.h"
 #include "effect/instance/CQDT_DKS_Single.h"
 #include "effect/instance/Player.h"
@@ -174,8 +175,11 @@ TEST(CQDT_DKS_Single, LargeBlocksLoseNoTrigger)
         int block;
         long pieces; // what the effect desires at 44.1 kHz and 120 BPM
     };
-    const Case table[] = {
-        {0.25f, 4096, 1378}, {0.25f, 1378, -1}, {0.25f, 1379, 1378}, {1.0f / 6.0f, 8192, 918}, {1.0f, 4096, -1}};
+    const Case table[] = {{0.25f, 4096, 1378},
+                          {0.25f, 1378, -1},
+                          {0.25f, 1379, 1378},
+                          {1.0f / 6.0f, 8192, 918},
+                          {1.0f, 4096, -1}};
     for (const Case& each : table)
     {
         SCOPED_TRACE(testing::Message() << "base " << each.base << ", blocks of " << each.block);

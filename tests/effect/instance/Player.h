@@ -1,4 +1,6 @@
-// A host in one object: plays an effect block by block over the adapters' road, and keeps what came out of it.
+// SPDX-License-Identifier: GPL-3.0-or-later
+// A host in one object: plays an effect block by block over the adapters' road, and keeps what came out of
+// it.
 #pragma once
 
 #include "Orbel/contract/BlockRoad.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What runs under processAudio in a block of the announced size neither allocates, nor locks, nor calls
 // the system.
 #include "effect/instance/Player.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "effect/instance/Player.h"
 #include "effect/parameters/TimeAdjust.h"
 #include "presets/PresetImages.h"

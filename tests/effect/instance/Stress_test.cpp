@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Three threads on one effect, as a host, its automation and its window are: meant for the thread
 // sanitizers, and for the promise that nobody is called once he has been forgotten.
 #include "effect/instance/Player.h"

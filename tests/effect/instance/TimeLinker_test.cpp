@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Linked times while a host automates, a state is recalled and a user drags, each on a thread of its own.
 #include "effect/instance/Player.h"
 

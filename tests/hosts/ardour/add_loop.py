@@ -1,4 +1,5 @@
 #!/usr/bin/env python3
+# SPDX-License-Identifier: GPL-3.0-or-later
 """add_loop.py SESSION_FOLDER FILE.wav FRAMES: puts a stereo WAV at time 0 on the track "Loop".
 
 Ardour's Lua tool has no import, so the sources, the region and its place are written into the saved session. The WAV

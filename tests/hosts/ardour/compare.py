@@ -1,4 +1,5 @@
 #!/usr/bin/env python3
+# SPDX-License-Identifier: GPL-3.0-or-later
 """compare.py LOOP.wav GAIN.wav DELAY TICKS_IN_FRAMES EXPORT.wav...: is each export the loop, ducked by the gain record?
 
 Ardour tells positions in whole ticks of 1/1920 quarter note, so that a duck may come so much earlier or later: at each

@@ -1,3 +1,4 @@
+-- SPDX-License-Identifier: GPL-3.0-or-later
 -- Runs inside Ardour's Lua interpreter, for tests/hosts/ardour/run. What it needs stands in the environment.
 --
 --   build    a new session: tempo, a stereo track, the plug-in, its values, one automated parameter; saved

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The built lodex command, run as a process in a folder of its own.
 #pragma once
 

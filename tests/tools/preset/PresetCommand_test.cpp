@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // "lodex preset" and "lodex render --preset" as processes.
 
 #include "presets/PresetImages.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "presets/PresetImages.h"
 #include "tools/common/ToolError.h"
 #include "tools/preset/PresetEffect.h"

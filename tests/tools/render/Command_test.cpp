@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The lodex command and its renders, as processes.
 
 #include "tools/common/LodexProcess.h"

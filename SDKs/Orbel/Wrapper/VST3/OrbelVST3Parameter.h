@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // One ParameterProperty as a host's parameter.
 //
 // It keeps no value of its own: what a host reads is what the property holds, whoever wrote it last.

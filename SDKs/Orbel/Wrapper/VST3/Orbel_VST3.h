@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // An effect as a VST 3 plug-in: processor and controller in one object, over the contract OrbelOS.
 //
 // It translates and does nothing else. The effect works on the host's own channel pointers. Parameters reach

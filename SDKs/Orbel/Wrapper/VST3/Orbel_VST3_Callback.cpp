@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What the effect asks of its host. [window thread], apart from the latency.
 #include "Orbel/Wrapper/VST3/OrbelVST3Parameter.h"
 #include "Orbel/Wrapper/VST3/Orbel_VST3.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "Orbel/Wrapper/VST3/Orbel_VST3_EditorView.h"
 
 #include "CORE/ThreadCheck.h"

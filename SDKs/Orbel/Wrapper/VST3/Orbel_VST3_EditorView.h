@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The effect's editor in a window of a VST 3 host: made by Orbel_VST3::createView, owned by the host.
 //
 // It keeps the adapter alive. If the adapter is terminated first, the view stays and shows nothing more. An

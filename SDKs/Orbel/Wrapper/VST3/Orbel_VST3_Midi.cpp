@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A host's notes and controllers as MIDI events. [audio thread] throughout.
 #include "CORE/Truncate.h"
 #include "Orbel/Wrapper/VST3/Orbel_VST3.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The adapter's part of the road of a block. [audio thread] throughout.
 #include "Orbel/Wrapper/VST3/OrbelVST3Parameter.h"
 #include "Orbel/Wrapper/VST3/Orbel_VST3.h"

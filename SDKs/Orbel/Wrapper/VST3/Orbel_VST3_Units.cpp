@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The adapter's lists: its unit, its programs, its MIDI controllers.
 #include "HostSDK/VST3/Text.h"
 #include "Orbel/Wrapper/VST3/Orbel_VST3.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The bundle's classes as a VST 3 host finds them: one for each entry of the plug-in list.
 #pragma once
 

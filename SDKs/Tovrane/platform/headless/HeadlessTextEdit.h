@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The text field of a headless frame: a text, and a user who types it.
 #pragma once
 

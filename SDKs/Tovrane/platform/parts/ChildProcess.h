@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A program that runs beside this one and writes an answer. The run loop reads what it writes; nothing waits
 // for it. It inherits nothing but the environment, and ends with this object at the latest.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // How many clicks in a row a press makes.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The text of a one-line field, with its caret and selection: what keys do to it, without a window.
 //
 // Positions are bytes, always between two characters. The text stays valid UTF-8 without control characters,

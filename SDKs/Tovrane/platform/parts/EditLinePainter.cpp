@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "Tovrane/platform/parts/EditLinePainter.h"
 
 #include "CORE/Utf8.h"

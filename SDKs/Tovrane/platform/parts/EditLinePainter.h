@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // How a one-line text field looks, and where its characters lie.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "Tovrane/platform/parts/FileDialogCommand.h"
 
 #include "Tovrane/platform/parts/EditLine.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // How the desktop's own file panels are asked: the words of their command lines, and what they answer. They
 // are started as they stand here, without a shell.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Who took the press of each key that is down, so that its release goes the same way.
 //
 // A window inside a host's window passes on the keys that it has no use for. A host that saw a press has to

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // How an open menu looks: a quiet dark panel with a hair line around it.
 #pragma once
 

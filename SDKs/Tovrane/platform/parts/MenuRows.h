@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The rows of one open menu: what stands where, and where keys lead. It copies what it shows, so that a menu
 // that changes while it is open does no harm.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A picture into the pixels of a window: as it is, or fitted to another size.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The events of a window system on their way to a frame. A window calls these in its own coordinates; they
 // are converted to the frame's coordinates and passed on. When the frame has gone, late events do nothing and
 // answer false.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The names that X clients agree on, as the numbers that one server gave to them.
 #pragma once
 

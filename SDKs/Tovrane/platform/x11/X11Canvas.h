@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A picture of the toolkit's own for a small window: a menu, a text field.
 #pragma once
 

@@ -1,5 +1,5 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "Tovrane/platform/x11/X11Clipboard.h"
-
 
 #include <algorithm>
 #include <utility>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What our text fields offer to other X clients: the text that was copied, and the one that was selected
 // last.
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // One connection of our own to the X server. Every frame opens one and closes it again, and with it goes
 // whatever the frame may have left on the server. No other connection in the process is touched, and there is
 // no process-wide error handler: XCB returns errors to whoever asked, and the others are dropped here.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The cursors of the user's theme, loaded when first asked for.
 #pragma once
 

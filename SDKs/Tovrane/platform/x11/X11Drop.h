@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What other programs drag over a frame's window: a text or files.
 //
 // The content is fetched when the drag first moves over the window, so that views can look at it before the

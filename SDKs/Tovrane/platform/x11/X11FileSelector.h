@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The file panel of the desktop: its own program, which runs while the toolkit's timers and this frame's
 // connection go on. Meanwhile the frame takes no clicks and keys.
 #pragma once

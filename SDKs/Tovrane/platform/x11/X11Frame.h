@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A frame's window inside of a window of the host's, on X.
 //
 // Hosts name their window by its number. If the host speaks XEmbed, it decides about the keyboard's focus; if

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The events of a frame's window, and the mouse on its way to the views.
 #include "Tovrane/platform/x11/X11Frame.h"
 #include "Tovrane/platform/x11/X11Keys.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The keys of a frame's window on their way to a text field, the views or the host, and the focus.
 #include "Tovrane/platform/x11/X11Frame.h"
 #include "Tovrane/platform/x11/X11OptionMenu.h"

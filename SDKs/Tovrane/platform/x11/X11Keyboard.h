@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What a key of the server's keyboard types, with the user's layout, dead keys and compose sequences.
 //
 // Input methods that show a window of their own are not asked.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // From the key symbols, modifiers and buttons of X to those that views know. No server is asked: these are
 // tables. All of it is [any thread].
 #pragma once

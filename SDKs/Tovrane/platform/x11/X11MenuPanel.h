@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // One open menu, or submenu, on the screen: a small window over all others.
 #pragma once
 

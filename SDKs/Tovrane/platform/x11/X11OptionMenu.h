@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The pop-up menu: a stack of open panels, and what the mouse and keys do to it.
 //
 // While it is open it takes the mouse and the keyboard for itself, and runs the toolkit's timers and its own

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Fetches one of the two texts that X clients share, for the text field that owns this object.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What XCB hands out belongs to the caller, who frees it.
 #pragma once
 

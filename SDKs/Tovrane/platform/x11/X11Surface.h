@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A copy of the last picture that a window showed, in memory that the server reads as well, so that one
 // request shows all of it and an uncovered part is shown again without asking anybody.
 //

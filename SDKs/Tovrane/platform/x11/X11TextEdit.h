@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The live text field: a child window over the frame, drawn by the toolkit.
 //
 // Besides the keys that EditLine knows it takes Control with A, C, X and V, Insert with Control or shift,

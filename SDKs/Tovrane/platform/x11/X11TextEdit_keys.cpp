@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What keys do to the live text field, and its clipboard.
 #include "CORE/Utf8.h"
 #include "Tovrane/platform/x11/X11TextEdit.h"

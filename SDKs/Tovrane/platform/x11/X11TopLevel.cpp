@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "Tovrane/platform/x11/X11TopLevel.h"
 
 #include <cstdint>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A window on the desktop for a frame without a host: for tools. The frame is made with parent() and lies in
 // it like in a host's window.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Fetches what another client offers in a selection: the clipboard, or the content of a drag.
 //
 // The answer comes by events, so nobody waits for a client that doesn't answer. Long contents come in pieces.

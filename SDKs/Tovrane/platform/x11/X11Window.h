@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // One window of our own on the server: gone with this object, or earlier when the server says that it, or the
 // parent it lies in, was destroyed. Then it has no number any more and nothing that is asked of it happens.
 #pragma once

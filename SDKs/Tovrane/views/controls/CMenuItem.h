@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // One entry of a menu: a heading, a submenu, a separator, or something to choose. [window thread]
 #pragma once
 

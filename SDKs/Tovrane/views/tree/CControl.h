@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A view with a value, from 0 to 1 unless set otherwise, that may be bound to a parameter of the effect.
 //
 // A bound control writes its parameter while the user moves it, tells the host where each gesture begins and

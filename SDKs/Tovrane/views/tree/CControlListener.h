@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Is told what a user does with a control. Editors and menus implement it. [window thread]
 #pragma once
 

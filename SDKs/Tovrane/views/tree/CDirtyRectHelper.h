@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A list of rectangles. push_back never allocates; only copyFrom may. [window thread]
 #pragma once
 

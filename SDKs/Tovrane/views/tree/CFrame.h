@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The root of a tree of views: owns the picture into which all of them draw, collects what is dirty, paints
 // when it is idled, and gets every event of the window.
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What a frame does with the events of its window, before what every container does.
 #include "Tovrane/views/tree/CFrame.h"
 #include "Tovrane/views/tree/ChildWalk.h"

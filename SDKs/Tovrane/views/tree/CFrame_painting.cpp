@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // How a frame collects what is dirty, and draws it.
 #include "Tovrane/draw/CDrawContext.h"
 #include "Tovrane/draw/PelmoAGG.h"

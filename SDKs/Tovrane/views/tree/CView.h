@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A rectangle in a tree of views, which draws itself and handles events. The root of the tree is a CFrame.
 //
 // A view's rectangle is in its parent's coordinates. A new view is detached and has one reference, which

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A view that contains views: it draws them in the order in which they were added, and passes events on to
 // them, the topmost first. The children's rectangles are in its coordinates: (0, 0) is its own top left.
 //

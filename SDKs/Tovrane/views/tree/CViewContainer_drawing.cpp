@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What a container shows, and how it draws its children into their places.
 #include "Tovrane/draw/CBitmap.h"
 #include "Tovrane/draw/CDrawContext.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // How a container passes events on to its children: the topmost first, in its own coordinates.
 #include "Tovrane/views/tree/CControl.h"
 #include "Tovrane/views/tree/CControlListener.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A walk over the children of a container during which the children may change the tree: remove themselves or
 // others, add views, change the order, or drop the container.
 //

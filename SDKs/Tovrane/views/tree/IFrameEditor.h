@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What a frame needs from the editor that owns it: the scale between window and plug-in, the effect's sample
 // rate and tempo, and a way to tell the host about edits. The editor shell implements it.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "HostSDK/VST3/Text.h"
 #include "Orbel/Wrapper/VST3/Orbel_VST3_EditorView.h"
 #include "Orbel/Wrapper/VST3/VST3Driver.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // A small VST 3 host around one adapter over RecordingEffect.
 #pragma once
 

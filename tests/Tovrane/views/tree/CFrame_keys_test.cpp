@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "Tovrane/views/tree/RecordingView.h"
 #include "Tovrane/window/CDragContainer.h"
 #include "Tovrane/window/TovraKeyCode.h"

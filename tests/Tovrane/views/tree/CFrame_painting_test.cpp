@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "Tovrane/draw/CBitmap.h"
 #include "Tovrane/draw/IOSBitmap.h"
 #include "Tovrane/views/tree/RecordingView.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Views that write down what they receive, and do in it what a test asks of them.
 #pragma once
 

@@ -2,6 +2,7 @@
 #include "Tovrane/base/CRect.h"
 
 #include <algorithm>
+#include <cmath>
 
 namespace Tovra
 {
@@ -49,6 +50,15 @@ CRect& CRect::bound(const CRect& other)
     top = std::max(top, other.top);
     right = std::max(left, std::min(right, other.right));
     bottom = std::max(top, std::min(bottom, other.bottom));
+    return *this;
+}
+
+CRect& CRect::roundOut()
+{
+    left = std::floor(left);
+    top = std::floor(top);
+    right = std::ceil(right);
+    bottom = std::ceil(bottom);
     return *this;
 }
 

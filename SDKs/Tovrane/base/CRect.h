@@ -17,8 +17,8 @@ struct CRect
     double right = 0.0;
     double bottom = 0.0;
 
-    CRect() = default;
-    CRect(double fromLeft, double fromTop, double toRight, double toBottom)
+    constexpr CRect() = default;
+    constexpr CRect(double fromLeft, double fromTop, double toRight, double toBottom)
         : left(fromLeft), top(fromTop), right(toRight), bottom(toBottom)
     {
     }
@@ -44,6 +44,8 @@ struct CRect
 
     // The intersection with other. If they do not meet, the width or the height is exactly 0, never negative.
     CRect& bound(const CRect& other);
+    // Grows to whole pixels on all sides.
+    CRect& roundOut();
     // Moves the rectangle into other, without changing its size, and returns the shift. If it is larger than
     // other, the left and top edges are aligned.
     CPoint bounce(const CRect& other);

@@ -18,21 +18,19 @@ namespace
 class ShrunkenClip
 {
 public:
-    explicit ShrunkenClip(CDrawContext& clipped) : context(clipped), clip(clipped.getClipRect())
+    explicit ShrunkenClip(CDrawContext& clipped)
+        : context(clipped), saved(clipped.saveClip()), clip(clipped.getWholeClipRect())
     {
         clip.right -= 1.0;
         clip.bottom -= 1.0;
         if (!clip.isEmpty())
-            context.setClipRect(clip);
+            context.setWholeClipRect(clip);
     }
 
     ~ShrunkenClip()
     {
-        if (clip.isEmpty())
-            return;
-        clip.right += 1.0;
-        clip.bottom += 1.0;
-        context.setClipRect(clip);
+        if (!clip.isEmpty())
+            context.restoreClip(saved);
     }
 
     ShrunkenClip(const ShrunkenClip&) = delete;
@@ -42,6 +40,7 @@ public:
 
 private:
     CDrawContext& context;
+    const CDrawContext::ClipState saved;
     CRect clip;
 };
 

@@ -57,7 +57,7 @@ void CDrawContext::setAGGRenderer(PelmoAGG* newRenderer)
     privateBitmap.reset();
     if (!renderer)
         return;
-    renderer->clipBox(clip.left, clip.top, clip.right, clip.bottom);
+    applyClip();
     applyFont();
 }
 
@@ -70,27 +70,6 @@ CRect CDrawContext::moved(const CRect& rect) const
 {
     CRect result = rect;
     return result.offset(drawOffset);
-}
-
-CRect CDrawContext::getClipRect() const
-{
-    CRect result = clip;
-    return result.offset(-drawOffset.x, -drawOffset.y);
-}
-
-void CDrawContext::setClipRect(const CRect& newClip)
-{
-    clip = moved(newClip);
-    if (renderer)
-        renderer->clipBox(clip.left, clip.top, clip.right, clip.bottom);
-}
-
-void CDrawContext::resetClipRect()
-{
-    clip = wholeSize;
-    const CRect box = moved(clip);
-    if (renderer)
-        renderer->clipBox(box.left, box.top, box.right, box.bottom);
 }
 
 void CDrawContext::moveTo(const CPoint& point)
@@ -250,7 +229,7 @@ void CDrawContext::drawString(const char* text, const CRect& rect, bool useFontC
     if (!text || !renderer)
         return;
     CRect textClip = rect;
-    textClip.bound(getClipRect());
+    textClip.bound(getWholeClipRect());
     textClip.bottom -= 1.0;
     if (textClip.isEmpty())
         return;

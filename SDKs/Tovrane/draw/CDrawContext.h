@@ -62,11 +62,33 @@ public:
     CPoint getOffset() const { return drawOffset; }
     void setOffset(const CPoint& offset) { drawOffset = offset; }
 
-    // The clip, without the offset.
+    // The part of the clip inside the limit (see below), without the offset. An edge that setClipRect gets
+    // back as getClipRect returned it does not become an edge of the clip if it is one of the limit.
     CRect getClipRect() const;
     void setClipRect(const CRect& clip);
-    // Makes the target's size the clip. The offset is added for the renderer, but not for getClipRect.
+    // Makes the target's size the clip, without a limit. The offset is added for the renderer, but not for
+    // getClipRect.
     void resetClipRect();
+
+    // Painting a part of a picture. What a view draws is shaped by the clip, which does not depend on the
+    // part, and reaches only the pixels inside the limit. So a part looks as it does when all is painted.
+    //
+    // enterView reduces the clip to a view's rectangle, and the limit to the pixels that this touches;
+    // limitTo reduces only the limit, to the pixels that the part touches. Frames and containers restore
+    // afterwards what they saved.
+    struct ClipState
+    {
+        CRect clip, viewClip, limit;
+    };
+    ClipState saveClip() const;
+    void restoreClip(const ClipState& saved);
+    void enterView(const CRect& rect);
+    void limitTo(const CRect& part);
+    // For drawing that depends on the edges of the clip: the clip whatever the limit is, and a rectangle with
+    // the edges of the whole clip in place of those that come from the limit.
+    CRect getWholeClipRect() const;
+    void setWholeClipRect(const CRect& clip);
+    CRect withoutLimit(const CRect& rect) const;
 
     // Move the pen; lineTo draws a line on the way.
     void moveTo(const CPoint& point);
@@ -117,6 +139,7 @@ public:
 
 private:
     CRect moved(const CRect& rect) const;
+    void applyClip();
     void applyStyle(CDrawStyle style);
     void applyFont();
     void createPrivateRenderer();
@@ -131,7 +154,10 @@ private:
     double lineWidth = 1.0;
     CColor frameColor;
     CColor fillColor;
-    CRect clip; // includes the offset
+    static constexpr CRect unlimited{-1e9, -1e9, 1e9, 1e9};
+    CRect clip;              // these three include the offset
+    CRect viewClip;          // the clip at the last enterView or resetClipRect
+    CRect limit = unlimited; // whole pixels
     PelmoAGG* renderer = nullptr;
     IOSBitmap* targetBitmap = nullptr;
     double fontSize = 0.0;

@@ -41,6 +41,7 @@ void PelmoAGG::attach(unsigned char* pixels, unsigned int width, unsigned int he
     p.lcd.attach(p.rows);
 
     p.resetState();
+    p.scissor = {0, 0, int(maxSide), int(maxSide)};
     clipBox(0.0, 0.0, picture.getWidth(), picture.getHeight());
     lineWidth(1.0);
     imageFilter(kFilterBilinear);
@@ -63,7 +64,7 @@ void PelmoAGG::clipBox(double x1, double y1, double x2, double y2)
 
     agg::rect_i box(wholePixels(x1), wholePixels(y1), wholePixels(x2), wholePixels(y2));
     box.normalize();
-    if (!box.clip({0, 0, int(right) - 1, int(bottom) - 1}))
+    if (!box.clip({0, 0, int(right) - 1, int(bottom) - 1}) || !box.clip(p.scissor))
         return;
     p.clipClosed = false;
     p.openClip(box);
@@ -78,6 +79,14 @@ void PelmoAGG::clipBox(double& x1, double& y1, double& x2, double& y2) const
     y1 = clip.y1;
     x2 = clip.x2;
     y2 = clip.y2;
+}
+
+void PelmoAGG::scissor(double left, double top, double right, double bottom)
+{
+    Pipelines& p = *pipelines;
+    if (areNumbers(left, top, right, bottom))
+        p.scissor = {wholePixels(left), wholePixels(top), wholePixels(right) - 1, wholePixels(bottom) - 1};
+    clipBox(p.clip.x1, p.clip.y1, p.clip.x2, p.clip.y2);
 }
 
 void PelmoAGG::clearAll(unsigned int r, unsigned int g, unsigned int b, unsigned int a)

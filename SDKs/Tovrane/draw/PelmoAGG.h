@@ -148,6 +148,10 @@ public:
     void clipBox(double x1, double y1, double x2, double y2);
     // Reads back what was set.
     void clipBox(double& x1, double& y1, double& x2, double& y2) const;
+    // Limits drawing, except for clearAll and blurRect, to whole pixels as well: from (left, top) up to
+    // (right, bottom), which are outside. Inside it changes nothing, while a clip box cuts shapes, whose
+    // slanted edges may then be rounded differently. attach removes it.
+    void scissor(double left, double top, double right, double bottom);
     // Sets every pixel, without blending. The master alpha takes effect.
     void clearAll(unsigned int r, unsigned int g, unsigned int b, unsigned int a);
     // Moves the point to the centre of its pixel, for crisp lines of one pixel.

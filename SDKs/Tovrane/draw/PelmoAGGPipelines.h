@@ -99,6 +99,7 @@ struct PelmoAGG::Pipelines
 
     agg::rect_d clip;
     agg::rect_i clipPixels; // all four edges are inside
+    agg::rect_i scissor;    // likewise
     bool clipClosed = true;
 
     double masterAlpha = 1.0;

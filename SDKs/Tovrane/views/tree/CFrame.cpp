@@ -11,6 +11,7 @@
 #include "Tovrane/window/IOptionMenu.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstring>
 
 namespace Tovra
@@ -153,7 +154,9 @@ IFileSelector* CFrame::createFileSelector()
 
 CDrawContext* CFrame::createDrawContext()
 {
-    return new CDrawContext({renderer.get(), frameBitmap.get(), size}, platformFrame->getSystemWindow());
+    CRect pixels = size;
+    return new CDrawContext({renderer.get(), frameBitmap.get(), pixels.roundOut()},
+                            platformFrame->getSystemWindow());
 }
 
 // The editor
@@ -264,6 +267,6 @@ void CFrame::localRectToFrameRect(CView* view, CRect& rect) const
 {
     for (const CView* above = view->getParentView(); above != nullptr && above != this;
          above = above->getParentView())
-        rect.offset(above->getViewSize().getTopLeft());
+        rect.offset(std::floor(above->getViewSize().left), std::floor(above->getViewSize().top));
 }
 }

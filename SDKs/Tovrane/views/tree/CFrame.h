@@ -90,9 +90,10 @@ public:
     // In beats a minute; -1 without an editor.
     virtual double getEffectTempo() const;
 
-    // Marks a part of the frame as dirty. When there are 64 already, the whole frame becomes dirty.
+    // Marks a part of the frame as dirty, with all pixels that it touches. When there are 64 already, the
+    // whole frame becomes dirty.
     void addDirtyRect(const CRect& rect, CView* view = nullptr);
-    // Converts from the coordinates of view's parent to those of the frame.
+    // Converts from the coordinates in which view is drawn, those of its parent, to those of the frame.
     void localRectToFrameRect(CView* view, CRect& rect) const;
     IFrame* getOSFrame() const { return platformFrame.get(); }
     // One reference each, the caller's; the file selector may be null.
@@ -154,7 +155,7 @@ private:
     bool advanceFromDepth(CView* old, bool reverse);
     void noteMouse(const CPoint& where, long buttons);
     bool drawDirty(CDrawContext* context);
-    bool drawPart(CDrawContext* given, CRect rect);
+    bool drawPart(CDrawContext* given, const CRect& rect);
 
     void* systemWindow;
     IFrameEditor* editor;

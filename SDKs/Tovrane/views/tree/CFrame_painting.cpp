@@ -30,8 +30,10 @@ static bool contains(const CRect& outer, const CRect& inner)
            outer.bottom >= inner.bottom;
 }
 
-void CFrame::addDirtyRect(const CRect& rect, CView*)
+void CFrame::addDirtyRect(const CRect& part, CView*)
 {
+    CRect rect = part;
+    rect.roundOut();
     if (dirtyRects.size() >= CDirtyRectHelper::initialCapacity)
     {
         setDirty(true);
@@ -69,24 +71,25 @@ bool CFrame::drawDirty(CDrawContext* context)
     dirtyRects.clear();
 
     bool drawn = isAll;
+    const CPoint origin = isAll ? CPoint() : contentOrigin(); // what is dirty is part of the content
     for (std::int32_t i = 0; i < drawRects.size(); ++i)
-        drawn |= drawPart(context, drawRects[i]);
+        drawn |= drawPart(context, CRect(drawRects[i]).offset(origin));
     if (context != nullptr)
         context->resetClipRect();
     return drawn;
 }
 
-bool CFrame::drawPart(CDrawContext* given, CRect rect)
+bool CFrame::drawPart(CDrawContext* given, const CRect& rect)
 {
     if (!(rect.getWidth() > 0.0) || !(rect.getHeight() > 0.0))
         return false;
     const Kept<CDrawContext> context =
         given != nullptr ? Kept<CDrawContext>(given) : Kept<CDrawContext>::adopt(createDrawContext());
-    const CRect savedClip = context->getClipRect();
-    CRect clip = savedClip;
-    context->setClipRect(clip.bound(rect));
+    const CDrawContext::ClipState saved = context->saveClip();
+    CRect pixels = size;
+    context->enterView(pixels.roundOut());
     CViewContainer::drawRect(context.get(), rect);
-    context->setClipRect(savedClip);
+    context->restoreClip(saved);
     return true;
 }
 

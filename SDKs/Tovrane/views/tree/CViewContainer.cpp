@@ -264,7 +264,8 @@ CPoint& CViewContainer::localToFrame(CPoint& point) const
 
 CRect CViewContainer::getVisibleSize(CRect rect) const
 {
-    rect.offset(size.left, size.top);
+    const CPoint origin = contentOrigin();
+    rect.offset(origin);
     rect.bound(size);
     const CFrame* const root = getFrame();
     if (root != this)
@@ -274,6 +275,6 @@ CRect CViewContainer::getVisibleSize(CRect rect) const
         else if (root != nullptr)
             rect = root->getVisibleSize(rect);
     }
-    return rect.offset(-size.left, -size.top);
+    return rect.offset(CPoint() - origin);
 }
 }

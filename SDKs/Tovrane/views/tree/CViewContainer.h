@@ -119,6 +119,8 @@ protected:
     void setMouseOverChild(CView* child) { mouseOverChild = isChild(child) ? child : nullptr; }
     CView* getMouseOverChild() const { return mouseOverChild; }
     bool isMarkedDirty() const { return CView::isDirty(); }
+    // Where the children's (0, 0) is drawn, in the parent's coordinates.
+    CPoint contentOrigin() const;
 
 private:
     bool canTake(CView* view) const;
@@ -126,8 +128,8 @@ private:
     void eraseChild(size_t position);
     void dropPointersTo(CView* view);
     void removeChild(CView* view, bool withForget);
-    void drawInside(CDrawContext* context, const CRect& update);
-    void drawChildren(CDrawContext* context, const CRect& clip, const CRect& update);
+    void drawInside(CDrawContext* context);
+    void drawChildren(CDrawContext* context);
     static bool isClickTakenByListener(CView* child, const long& buttons);
     bool moveToChildren(const CPoint& local, const long& buttons);
     void leaveDragTarget(CDragContainer* drag, const CPoint& local);

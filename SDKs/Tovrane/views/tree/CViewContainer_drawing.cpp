@@ -76,57 +76,85 @@ bool CViewContainer::invalidateDirtyViews()
 
 // Drawing
 
+// On whole pixels, so that a fractional position never reaches the pixels of the children.
+CPoint CViewContainer::contentOrigin() const
+{
+    return CPoint(std::floor(size.left), std::floor(size.top));
+}
+
 bool CViewContainer::checkUpdateRect(CView* view, const CRect& update)
 {
     return view->checkUpdate(update) && view->isVisible();
 }
 
+// Moves a context into a container's content, and back again at the end.
+class InsideContainer
+{
+public:
+    InsideContainer(CDrawContext& moved, const CPoint& origin)
+        : context(moved),
+          frameOffset(moved.getFrameOffset()),
+          offset(moved.getOffset()),
+          clip(moved.saveClip())
+    {
+        context.setFrameOffset(frameOffset + origin);
+        context.setOffset(offset + origin);
+    }
+
+    ~InsideContainer()
+    {
+        context.setFrameOffset(frameOffset);
+        context.setOffset(offset);
+        context.restoreClip(clip);
+    }
+
+    InsideContainer(const InsideContainer&) = delete;
+    InsideContainer& operator=(const InsideContainer&) = delete;
+
+private:
+    CDrawContext& context;
+    const CPoint frameOffset;
+    const CPoint offset;
+    const CDrawContext::ClipState clip;
+};
+
 void CViewContainer::draw(CDrawContext* context)
 {
-    drawInside(context, CRect(0.0, 0.0, size.getWidth(), size.getHeight()));
+    const InsideContainer inside(*context, contentOrigin());
+    context->enterView(CRect(0.0, 0.0, size.getWidth(), size.getHeight()));
+    drawInside(context);
 }
 
 void CViewContainer::drawRect(CDrawContext* context, const CRect& update)
 {
-    CRect inside = update;
-    drawInside(context, inside.offset(-size.left, -size.top));
+    const InsideContainer inside(*context, contentOrigin());
+    CRect part = update;
+    context->limitTo(part.offset(CPoint() - contentOrigin()));
+    drawInside(context);
 }
 
-// A fractional origin never reaches the pixels of the children.
-void CViewContainer::drawInside(CDrawContext* context, const CRect& update)
+void CViewContainer::drawInside(CDrawContext* context)
 {
-    const CPoint frameOffset = context->getFrameOffset();
-    const CPoint offset = context->getOffset();
-    const CPoint origin(std::floor(size.left), std::floor(size.top));
-    context->setFrameOffset(frameOffset + origin);
-    context->setOffset(offset + origin);
-
-    const CRect savedClip = context->getClipRect();
-    CRect clip = update;
-    clip.bound(savedClip);
-    context->setClipRect(clip);
-    CRect backgroundPart = clip;
+    CRect backgroundPart = context->getClipRect();
     drawBackgroundRect(context, backgroundPart);
-    drawChildren(context, clip, update);
-
-    context->setClipRect(savedClip);
-    context->setFrameOffset(frameOffset);
-    context->setOffset(offset);
+    drawChildren(context);
 }
 
-void CViewContainer::drawChildren(CDrawContext* context, const CRect& clip, const CRect& update)
+void CViewContainer::drawChildren(CDrawContext* context)
 {
+    const CRect update = context->getClipRect();
     ChildWalk walk(*this, ChildWalk::fromBelow);
     while (CView* child = walk.next())
     {
         if (!checkUpdateRect(child, update) || !child->isVisible())
             continue;
         CRect part = child->getViewSize();
-        part.bound(clip);
-        if (!(part.getWidth() > 0.0) || !(part.getHeight() > 0.0))
+        if (part.bound(update).isEmpty())
             continue;
-        context->setClipRect(part);
+        const CDrawContext::ClipState saved = context->saveClip();
+        context->enterView(child->getViewSize());
         child->drawRect(context, part);
+        context->restoreClip(saved);
     }
 }
 
@@ -139,17 +167,18 @@ void CViewContainer::drawBackgroundRect(CDrawContext* context, CRect& update)
             return;
         context->setFillColor(backgroundColor);
         context->setFrameColor(backgroundColor);
-        context->drawRect(update, kFilledAndStroked);
+        context->setLineWidth(1.0); // whatever the views before have left
+        context->drawRect(context->withoutLimit(update), kFilledAndStroked);
         return;
     }
-    const CRect savedClip = context->getClipRect();
-    CRect clip = savedClip;
+    const CDrawContext::ClipState saved = context->saveClip();
+    CRect clip = context->getClipRect();
     context->setClipRect(clip.bound(update));
     const CRect whole(0.0, 0.0, size.getWidth(), size.getHeight());
     if (getTransparency())
         bitmap->drawTransparent(context, whole, backgroundOffset);
     else
         bitmap->draw(context, whole, backgroundOffset);
-    context->setClipRect(savedClip);
+    context->restoreClip(saved);
 }
 }

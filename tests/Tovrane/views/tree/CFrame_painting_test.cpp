@@ -38,11 +38,13 @@ TEST_F(CFramePainting, GathersRectanglesWithoutMergingThem)
 {
     settle();
     const CRect a(10, 10, 20, 20), within(12, 10, 20, 18), around(5, 5, 25, 25), apart(12, 12, 30, 30);
+    const CRect fractional(12.9, 12.1, 29.1, 29.9); // touches the pixels of the last one
     const struct
     {
         CRect added;
         size_t count;
-    } steps[] = {{a, 1}, {a, 1}, {within, 1}, {around, 2}, {apart, 3}, {within, 3}};
+    } steps[] = {{a, 1},          {a, 1},     {within, 1}, {around, 2},
+                 {fractional, 3}, {apart, 3}, {within, 3}, {fractional, 3}};
     for (const auto& step : steps)
     {
         frame->addDirtyRect(step.added);
@@ -130,7 +132,7 @@ TEST_F(CFramePainting, DrawsIntoClippedPlaces)
     frame->addDirtyRect({12, 22, 20, 30});
     log.clear();
     frame->idle();
-    EXPECT_THAT(log, ElementsAre("view draw at 10,20 clip 5.5,5,9.25,9.75"));
+    EXPECT_THAT(log, ElementsAre("view draw at 10,20 clip 5.5,5,10,10"));
 }
 
 TEST_F(CFramePainting, AnAnimationMarksItselfForTheNextPass)

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The clip of a context, and the limit under which a part of a picture is painted.
 #include "Tovrane/draw/CDrawContext.h"
 #include "Tovrane/draw/PelmoAGG.h"

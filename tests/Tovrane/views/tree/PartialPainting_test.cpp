@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // What is painted in parts looks as if all had been painted, bit for bit, in any tree of views.
 #include "Tovrane/draw/CBitmap.h"
 #include "Tovrane/draw/CDrawPath.h"

@@ -36,17 +36,21 @@ private:
     std::thread thread;
 };
 
-struct Session : Player
+struct Session
 {
-    Session() : Player(44100, 64) {}
+    Player player{44100, 64};
+    CQDT_DKS_Single& effect = player.effect;
+
+    void write(const char* id, float value) { player.set(id, value); }
+    float get(const char* id) { return player.get(id); }
 
     void setTimes(float attack, float hold, float release)
     {
-        set("LINKTIMES", 0);
-        set("ATTACKTIME", attack);
-        set("HOLDTIME", hold);
-        set("RELEASTIME", release);
-        set("LINKTIMES", 1);
+        write("LINKTIMES", 0);
+        write("ATTACKTIME", attack);
+        write("HOLDTIME", hold);
+        write("RELEASTIME", release);
+        write("LINKTIMES", 1);
     }
 
     std::string state(float attack, float hold, float release)
@@ -57,16 +61,14 @@ struct Session : Player
         return {chunk, size_t(size)};
     }
 
-    void write(const char* id, float value) { set(id, value); }
-
     // A block at another tempo than the last.
     void block(int i)
     {
-        tempo = 100.0 + i % 50;
-        play(32);
-        left.clear();
-        right.clear();
-        gain.clear();
+        player.tempo = 100.0 + i % 50;
+        player.play(32);
+        player.left.clear();
+        player.right.clear();
+        player.gain.clear();
     }
 };
 }
@@ -133,7 +135,7 @@ TEST(TimeLinker, EveryChangeOfTwoThreadsIsTakenUpOnce)
 TEST(TimeLinker, TwoWritersOfAParameterLeaveEffectAndParameterAlike)
 {
     Session session;
-    session.play(64);
+    session.player.play(64);
     for (int i = 0; i < 2000; ++i)
     {
         std::thread other([&] { session.write("CLICKFILTER", 0.0f), session.write("BYPASS", 1.0f); });

@@ -227,9 +227,12 @@ bool CFrame::addView(CView* view, CView* before)
 
 bool CFrame::removeView(CView* view, const bool& withForget)
 {
+    const Kept<CFrame> self(this);
     if (modalView.get() == view)
         modalView.reset();
-    return CViewContainer::removeView(view, withForget);
+    const bool wasChild = CViewContainer::removeView(view, withForget);
+    dropTopView();
+    return wasChild;
 }
 
 bool CFrame::removeAll(const bool& withForget)
@@ -237,7 +240,15 @@ bool CFrame::removeAll(const bool& withForget)
     modalView.reset();
     focusView.reset();
     setMouseOverChild(nullptr);
+    topView = nullptr;
     return CViewContainer::removeAll(withForget);
+}
+
+// A pointer to a view that is no child any more may be another view's soon.
+void CFrame::dropTopView()
+{
+    if (!isChild(topView))
+        topView = nullptr;
 }
 
 void CFrame::onViewRemoved(CView* view)
@@ -246,6 +257,8 @@ void CFrame::onViewRemoved(CView* view)
         setMouseOverChild(nullptr);
     if (focusView.get() == view)
         focusView.reset();
+    if (topView == view)
+        topView = nullptr;
 }
 
 bool CFrame::setModalView(CView* view)

@@ -105,7 +105,7 @@ public:
     void convertPluginToWorld(CPoint& point) const;
     void convertPluginToWorld(CRect& rect) const;
 
-    // A child that stays above the views that are added later; null for none.
+    // A child that stays above the views that are added later, until it is removed; null for none.
     void setTopView(CView* view) { topView = view; }
     CView* getTopView() const { return topView; }
 
@@ -125,6 +125,8 @@ public:
     MouseEventResult onMouseDown(CPoint& where, const long& buttons) override;
     MouseEventResult onMouseUp(CPoint& where, const long& buttons) override;
     MouseEventResult onMouseMoved(CPoint& where, const long& buttons) override;
+    // The pointer has left the window: the view that it was over is told, and unless a view holds the mouse,
+    // which still gets the moves of its drag, the cursor is the arrow again and the read-out empty.
     MouseEventResult onMouseExited(CPoint& where, const long& buttons) override;
     bool onWheel(const CPoint& where, const float& distance, const long& buttons) override;
     bool onWheel(const CPoint& where, const CMouseWheelAxis& axis, const float& distance,
@@ -147,6 +149,7 @@ public:
 
 private:
     void fitPicture();
+    void dropTopView();
     void dropFocusOutside(const CPoint& where, const long& buttons);
     MouseEventResult clickModalView(CPoint& where, const long& buttons);
     template <typename Call>

@@ -81,7 +81,18 @@ MouseEventResult CFrame::onMouseMoved(CPoint& where, const long& buttons)
 
 MouseEventResult CFrame::onMouseExited(CPoint& where, const long& buttons)
 {
+    const Kept<CFrame> self(this);
+    noteMouse(where, buttons);
+    const Kept<CView> modal = modalView;
+    CPoint point = where;
+    if (modal && modal.get() != getMouseOverChild())
+        modal->onMouseExited(point, buttons);
     CViewContainer::onMouseExited(where, buttons);
+    if (getMouseDownChild() == nullptr)
+    {
+        setCursor(kCursorDefault);
+        setDataReadOutText("");
+    }
     return kMouseHandled;
 }
 

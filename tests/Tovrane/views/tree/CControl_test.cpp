@@ -222,4 +222,7 @@ TEST_F(CControlInFrame, PublishesTheTextOfItsPropertyUnderTheMouse)
     control->setEnabled(false);
     control->updateReadout();
     EXPECT_THAT(frame->texts, ElementsAre("100 %s of it", "", ""));
+    frame->texts.clear();
+    frame->onMouseExited(outside, 0); // of the window
+    EXPECT_THAT(frame->texts, ElementsAre(""));
 }

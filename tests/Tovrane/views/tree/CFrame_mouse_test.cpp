@@ -180,6 +180,36 @@ TEST_F(CFrameMouse, ACapturedViewMayLetMovesThrough)
                 ElementsAre("top move 40,40 2", "top exit 40,40 2", "below enter 40,40 2"));
 }
 
+TEST_F(CFrameMouse, LeavingTheWindowEndsWhatWasUnderTheMouse)
+{
+    RecordingContainer* const box = addContainer("box", {10, 10, 60, 60});
+    RecordingView* const view = add("view", {0, 0, 50, 50}, box);
+    const auto leave = [this](long buttons)
+    {
+        frame->setCursor(kCursorHand);
+        CPoint where(250, 15);
+        EXPECT_EQ(frame->onMouseExited(where, buttons), kMouseHandled);
+        return taken(log);
+    };
+    after({{"move", {15, 15}, 0}});
+    EXPECT_THAT(leave(0), ElementsAre("box exit 250,15 0", "view exit 240,5 0"));
+    EXPECT_EQ(window().cursor(), kCursorDefault);
+    EXPECT_EQ(frame->getLastMousePosition(), CPoint(250, 15));
+    EXPECT_THAT(leave(0), IsEmpty()) << "it is over none any more";
+
+    view->answers["down"] = kMouseHandled;
+    after({{"down", {15, 15}}, {"move", {16, 15}}});
+    EXPECT_THAT(leave(kButtonLeft), ElementsAre("box exit 250,15 2", "view exit 240,5 2"));
+    EXPECT_EQ(window().cursor(), kCursorHand) << "the drag goes on outside";
+    after({{"up", {250, 15}}});
+
+    auto* const modal = new RecordingView(log, "modal", CRect(0, 0, 50, 50));
+    frame->setModalView(modal);
+    EXPECT_THAT(leave(0), ElementsAre("modal exit 250,15 0"));
+    frame->setModalView(nullptr);
+    modal->forget();
+}
+
 // The exit outside comes in the frame's coordinates, whatever else the release is told in.
 TEST_F(CFrameMouse, AReleaseOutsideExitsTheCapturedViewFirst)
 {

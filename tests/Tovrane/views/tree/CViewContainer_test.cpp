@@ -46,7 +46,13 @@ TEST_F(CViewContainerInFrame, AddsOnTopOrBelow)
     RecordingView* const later = add("later", {0, 0, 9, 9});
     EXPECT_THAT(childrenOf(*frame.get()), ElementsAre(below, area, a, later, b));
     frame->removeView(b);
-    EXPECT_TRUE(frame->isChild(add("last", {0, 0, 9, 9}))); // the top view has gone
+    EXPECT_EQ(frame->getTopView(), nullptr) << "another view may be made in its place";
+    frame->setTopView(below); // is not attached
+    frame->removeView(below);
+    EXPECT_EQ(frame->getTopView(), nullptr);
+    frame->setTopView(a);
+    frame->removeAll();
+    EXPECT_EQ(frame->getTopView(), nullptr);
 }
 
 TEST_F(CViewContainerInFrame, AttachesATreeThatIsBuiltApart)

@@ -50,8 +50,8 @@ private:
 void fillPresets(Menu& menu)
 {
     menu.add("Presets", CMenuItem::kTitle);
-    menu.add("Load...").setKey("o", 8);
-    menu.add("Save as...").setKey("s", 9);
+    menu.add("Load...").setKey("o", kKeyCommand);
+    menu.add("Save as...").setKey("s", kKeyCommand | kKeyShift);
     menu.add("", CMenuItem::kSeparator);
     menu.add("Slow pump", CMenuItem::kChecked);
     menu.add("Off-beat breath");

@@ -88,9 +88,9 @@ static Orbel::CHostTimeInfo hostTime(const RenderBlock& block, double rate)
 
 namespace
 {
-// No piece is longer than the effect desires; positions go on by division, as Transport's do.
-constexpr Orbel::BlockRules rules = {Orbel::BlockRules::atMostDesired, Orbel::BlockRules::cutTheBlock,
-                                     Orbel::BlockRules::quotient};
+// Pieces as in VST 3 hosts; positions go on by division, as those of Transport do.
+constexpr Orbel::BlockRules rules = {Orbel::BlockRules::wholeBelowTwiceDesired,
+                                     Orbel::BlockRules::cutTheBlock, Orbel::BlockRules::quotient};
 
 // The effect keeps the gain record of its last piece alone.
 class GainCollector final : public Orbel::BlockObserver

@@ -11,7 +11,7 @@
 
 struct Player final : private Orbel::BlockObserver
 {
-    static constexpr Orbel::BlockRules rules = {Orbel::BlockRules::atMostDesired,
+    static constexpr Orbel::BlockRules rules = {Orbel::BlockRules::wholeBelowTwiceDesired,
                                                 Orbel::BlockRules::cutTheBlock, Orbel::BlockRules::quotient};
     CQDT_DKS_Single effect;
     float rate;

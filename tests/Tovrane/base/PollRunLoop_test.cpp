@@ -4,7 +4,6 @@
 
 #include <array>
 #include <gtest/gtest.h>
-#include <memory>
 #include <string>
 #include <unistd.h>
 
@@ -193,56 +192,31 @@ TEST_F(PollRunLoopTest, ForgetsALoopThatHasGone)
     EXPECT_TRUE(timer.isStarted());
 }
 
-namespace
+// A watch moves from loop to loop like a timer, and survives them.
+TEST_F(PollRunLoopTest, CarriesWatchesThatFollowTheCurrentLoop)
 {
-// A pipe with something to read in it.
-class ADescriptorWatch : public testing::Test
-{
-protected:
-    ADescriptorWatch() { ready.put('x'); }
-
-    // How often a loop calls in one round.
-    int callsOf(PollRunLoop& loop)
-    {
-        calls = 0;
-        loop.runOnce(0);
-        return calls;
-    }
-
     Pipe ready;
+    ready.put('x');
     DescriptorWatch watch;
-    int calls = 0;
-};
-}
-
-TEST_F(ADescriptorWatch, GoesWithTheCurrentLoop)
-{
-    watch.start(ready.ends[0], [this] { ++calls; }); // before there is a loop
-    PollRunLoop outer;
-    EXPECT_EQ(callsOf(outer), 0);
-    RunLoop::enter(outer);
-    EXPECT_EQ(callsOf(outer), 1);
+    int count = 0;
+    const auto callsOf = [&count](PollRunLoop& run)
+    {
+        count = 0;
+        run.runOnce(0);
+        return count;
+    };
+    watch.start(ready.ends[0], [&] { ++count; }); // before there is a loop
+    EXPECT_EQ(callsOf(loop), 0);
+    RunLoop::enter(loop);
+    EXPECT_EQ(callsOf(loop), 1);
     {
         PollRunLoop inner;
         RunLoop::enter(inner);
         EXPECT_EQ(callsOf(inner), 1);
-        EXPECT_EQ(callsOf(outer), 0);
+        EXPECT_EQ(callsOf(loop), 0);
     }
-    EXPECT_EQ(callsOf(outer), 1);
-    watch.start(ready.ends[0], [this] { watch.stop(), ++calls; });
-    EXPECT_EQ(callsOf(outer), 1);
-    EXPECT_EQ(callsOf(outer), 0);
-}
-
-TEST_F(ADescriptorWatch, OutlivesItsLoop)
-{
-    auto loop = std::make_unique<PollRunLoop>();
-    RunLoop::enter(*loop);
-    watch.start(ready.ends[0], [this] { ++calls; });
-    loop.reset();
-    watch.stop();
-    PollRunLoop next;
-    RunLoop::enter(next);
-    watch.start(ready.ends[0], [this] { ++calls; });
-    EXPECT_EQ(callsOf(next), 1);
+    EXPECT_EQ(callsOf(loop), 1);
+    watch.start(ready.ends[0], [&] { watch.stop(), ++count; });
+    EXPECT_EQ(callsOf(loop), 1);
+    EXPECT_EQ(callsOf(loop), 0);
 }

@@ -2,6 +2,8 @@
 #include "Tovrane/draw/DrawnPicture.h"
 #include "Tovrane/draw/PelmoAGG.h"
 
+#include <array>
+
 using namespace Tovra;
 
 static const agg::rgba8 c1{0, 200, 10, 255};
@@ -10,11 +12,10 @@ static const agg::rgba8 c3{0, 0, 0, 128};
 
 static void expectColor(const agg::rgba8& color, const agg::rgba8& expected, int entry)
 {
-    EXPECT_TRUE(color.r == expected.r && color.g == expected.g && color.b == expected.b &&
-                color.a == expected.a)
-        << "entry " << entry << ": " << int(color.r) << " " << int(color.g) << " " << int(color.b) << " "
-        << int(color.a) << " in place of " << int(expected.r) << " " << int(expected.g) << " "
-        << int(expected.b) << " " << int(expected.a);
+    const auto text = [](const agg::rgba8& c) {
+        return testing::PrintToString(std::array<int, 4>{c.r, c.g, c.b, c.a});
+    };
+    EXPECT_EQ(text(color), text(expected)) << "entry " << entry;
 }
 
 // Worked by hand: a step k of 256 at entry i is int((i - start) x 256 / (stop - start) + 0.5).

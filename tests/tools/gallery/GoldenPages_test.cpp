@@ -36,26 +36,13 @@ TEST_P(GoldenPages, StayTheSameWhenPartsArePaintedAgain)
 {
     Gallery::Show show(GetParam());
     const PictureMemory memory = memoryOf(show.picture());
-    const auto bytes = [&memory] {
-        return std::vector<unsigned char>(memory.pixels,
-                                          memory.pixels + long(memory.height) * memory.rowBytes);
-    };
-    const std::vector<unsigned char> whole = bytes();
-    const auto change = [&]
-    {
-        int largest = 0;
-        for (size_t i = 0; i < whole.size(); ++i)
-            largest = std::max(largest, std::abs(memory.pixels[i] - whole[i]));
-        return largest;
-    };
-    show.frame().setDirty(true);
-    show.picture();
-    EXPECT_EQ(change(), 0);
+    const std::vector<unsigned char> whole(memory.pixels,
+                                           memory.pixels + long(memory.height) * memory.rowBytes);
     for (const Tovra::CRect& part : {Tovra::CRect(0, 0, 640, 420), Tovra::CRect(0, 57, 640, 231)})
     {
         show.frame().addDirtyRect(part);
         show.picture();
-        EXPECT_EQ(change(), 0) << "from " << part.top;
+        EXPECT_TRUE(std::equal(whole.begin(), whole.end(), memory.pixels)) << "from " << part.top;
     }
 }
 

@@ -127,8 +127,6 @@ TEST_F(CFramePainting, DrawsIntoClippedPlaces)
     frame->idle();
     // The box has a fractional origin; its content is drawn at 10, 20.
     EXPECT_THAT(log, ElementsAre("view draw at 10,20 clip 5.5,5,15,15"));
-
-    // One view alone: nothing else is touched, and its clip ends at the dirty rectangle.
     frame->addDirtyRect({12, 22, 20, 30});
     log.clear();
     frame->idle();

@@ -3,11 +3,9 @@
 #include "Tovrane/draw/CBitmap.h"
 #include "Tovrane/draw/CDrawPath.h"
 #include "Tovrane/draw/CFontDesc.h"
-#include "Tovrane/draw/IOSBitmap.h"
+#include "Tovrane/draw/CMACBitmap.h"
 #include "Tovrane/draw/PelmoAGG.h"
 #include "Tovrane/views/tree/CFrame.h"
-#include "support/Png.h"
-#include "support/PngBytes.h"
 
 #include <gtest/gtest.h>
 #include <random>
@@ -20,105 +18,87 @@ struct Dice
 {
     int upTo(int most) { return int(random() % unsigned(most + 1)); }
     // Half of all coordinates are whole numbers.
-    double coordinate(int from, int to)
+    double from(int first, int last) { return first + upTo(last - first) + upTo(1) * upTo(99) / 100.0; }
+    CRect rect(int reach)
     {
-        const double whole = from + upTo(to - from);
-        return upTo(1) == 0 ? whole : whole + upTo(99) / 100.0;
+        const double left = from(-20, reach), top = from(-20, reach);
+        return {left, top, left + from(0, 60), top + from(0, 40)};
     }
-    CRect rect(int from, int to)
+    CColor color()
     {
-        const double left = coordinate(from, to), top = coordinate(from, to);
-        return {left, top, left + coordinate(0, 60), top + coordinate(0, 40)};
-    }
-    CColor color(int leastAlpha)
-    {
-        const auto channel = [this](int least)
-        { return static_cast<unsigned char>(least + upTo(255 - least)); };
-        return {channel(0), channel(0), channel(0), channel(leastAlpha)};
+        const auto channel = [this] { return static_cast<unsigned char>(upTo(255)); };
+        return {channel(), channel(), channel(), static_cast<unsigned char>(60 + upTo(195))};
     }
 
     std::mt19937 random;
 };
 
-// Draws a bit of everything, also beyond its edges.
+// Draws one of many things, also beyond its edges.
 class Scribble : public CView
 {
 public:
-    Scribble(const CRect& rect, Dice& thrown, CBitmap& picture) : CView(rect), bitmap(picture)
+    Scribble(Dice& dice, int reach, CBitmap& shown) : CView(dice.rect(reach)), picture(shown)
     {
-        change(thrown);
+        change(dice);
     }
 
     void change(Dice& dice)
     {
         kind = dice.upTo(5);
-        ink = dice.color(80);
-        line = dice.color(80);
-        font = dice.upTo(1) == 0 ? &gNormalFont : &gNormalFont_NoLCD;
-        shift = dice.coordinate(-5, 5);
+        ink = dice.color();
+        shift = dice.from(-5, 5);
     }
 
     void draw(CDrawContext* context) override
     {
-        context->setFillColor(ink);
-        context->setFrameColor(line);
-        context->setLineWidth(1.5);
         const CRect& all = getViewSize();
-        switch (kind)
-        {
-        case 0:
+        context->setFillColor(ink);
+        context->setFrameColor(ink);
+        context->setLineWidth(1.5);
+        if (kind == 0)
             context->drawEllipse(all, kFilledAndStroked);
-            break;
-        case 1:
+        else if (kind == 1)
             context->line(all.left - 9, all.top - shift, all.right + 9, all.bottom + shift);
-            context->drawRoundRect(all, 5.0f, kStroked);
-            break;
-        case 2:
-            context->setFont(font, 12.0, 0);
-            context->setFontColor(ink);
-            context->drawString("Wider than a view is, wider than a view is", all, true, kTextCenter);
-            break;
-        case 3:
-            bitmap.draw(context, all, CPoint(2, 2));
-            break;
-        case 4:
-            drawWithinItsClip(*context);
-            break;
-        default:
-            drawGradient(*context);
-        }
+        else if (kind == 2)
+            picture.draw(context, all, CPoint(2, 2));
+        else if (kind == 3)
+            drawText(*context, all);
+        else if (kind == 4)
+            drawWithinAClip(*context, all);
+        else
+            drawGradient(*context, all);
         setDirty(false);
     }
 
 private:
-    void drawWithinItsClip(CDrawContext& context)
+    void drawText(CDrawContext& context, const CRect& all) const
+    {
+        context.setFont(shift > 0.0 ? &gNormalFont : &gNormalFont_NoLCD, 12.0, 0);
+        context.setFontColor(ink);
+        context.drawString("Wider than any view, wider than any", all, true, kTextCenter);
+    }
+    void drawWithinAClip(CDrawContext& context, const CRect& all) const
     {
         const CRect saved = context.getClipRect();
-        CRect narrow = getViewSize();
-        narrow.left += 3.5;
+        CRect narrow(all.left + 3.5, all.top, all.right, all.bottom);
         context.setClipRect(narrow.bound(saved));
-        bitmap.drawAlphaBlend(&context, getViewSize(), CPoint(), 200);
+        picture.drawAlphaBlend(&context, all, CPoint(), 200);
         context.setClipRect(saved);
-        context.drawArc(getViewSize(), 20.0f, 200.0f, kStroked);
+        context.drawArc(all, 20.0f, 200.0f, kStroked);
     }
-
-    void drawGradient(CDrawContext& context)
+    void drawGradient(CDrawContext& context, const CRect& all) const
     {
-        const CRect& all = getViewSize();
-        context.getAGGRenderer()->fillLinearGradient(0, 0, 90 + shift, 50, {9, 200, 90, 255}, {250, 0, 9, 90},
-                                                     1.0);
+        context.getAGGRenderer()->fillLinearGradient(0, 0, 90, 50, {9, 200, 90, 255}, {250, 0, 9, 90}, 1.0);
         CDrawPath path(&context);
         path.moveTo(float(all.left - 4), float(all.top + shift));
         path.lineTo(float(all.right + 9), float(all.top + 7));
         path.lineTo(float(all.left + 3), float(all.bottom + 4));
-        path.closePath();
         path.finish(kFilled, false);
     }
 
-    CBitmap& bitmap;
+    CBitmap& picture;
     int kind = 0;
-    CColor ink, line;
-    CFontDesc* font = nullptr;
+    CColor ink;
     double shift = 0.0;
 };
 
@@ -127,38 +107,32 @@ class Tree
 public:
     explicit Tree(unsigned seed) : dice{std::mt19937(seed)}
     {
-        Png noise{.width = 40, .height = 30, .colorType = PNG_COLOR_TYPE_RGB_ALPHA};
-        for (int i = 0; i < 40 * 30 * 4; ++i)
-            noise.samples.push_back(static_cast<unsigned char>(dice.upTo(255)));
-        PngBytes stream(noise);
-        bitmap->loadFromStream(&stream);
-        const CPoint origin =
-            dice.upTo(2) > 0 ? CPoint() : CPoint(dice.coordinate(0, 9), dice.coordinate(0, 9));
-        frame = Kept<CFrame>::adopt(
-            new CFrame({origin.x, origin.y, origin.x + 160, origin.y + 120}, nullptr, nullptr));
+        memory.setSize(40, 30);
+        for (unsigned i = 0; i < memory.getTotalBytes(); ++i)
+            memory.getPixelPtr()[i] = static_cast<unsigned char>(i % 4 == 3 ? 255 : dice.upTo(255));
+        picture->attachImg(&memory);
+        const double left = dice.upTo(2) * dice.from(0, 9), top = dice.upTo(2) * dice.from(0, 9);
+        frame = Kept<CFrame>::adopt(new CFrame({left, top, left + 160, top + 120}, nullptr, nullptr));
         fill(*frame.get(), 3);
         frame->idle();
     }
     ~Tree() { frame->close(); }
 
-    // Of one view; it is marked as dirty.
-    void change()
+    void changeAView()
     {
         CView* const view = views[size_t(dice.upTo(int(views.size()) - 1))];
         if (auto* const scribble = dynamic_cast<Scribble*>(view))
             scribble->change(dice);
-        switch (dice.upTo(4))
-        {
-        case 0:
-            return view->setViewSize(dice.rect(-20, 130));
-        case 1:
-            return view->setVisible(!view->isVisible());
-        default:
-            return view->setDirty(true);
-        }
+        const int what = dice.upTo(4);
+        if (what == 0)
+            view->setViewSize(dice.rect(130));
+        else if (what == 1)
+            view->setVisible(!view->isVisible());
+        else
+            view->setDirty(true);
     }
 
-    std::vector<unsigned char> picture()
+    std::vector<unsigned char> painted()
     {
         frame->idle();
         IOSBitmap& shown = *frame->getFrameBitmap();
@@ -170,28 +144,26 @@ public:
 private:
     void fill(CViewContainer& container, int depth)
     {
+        const int reach = 130 / (4 - depth);
         for (int i = 0; i < 4; ++i)
         {
-            CView* added = nullptr;
-            if (depth > 0 && dice.upTo(1) == 0)
-            {
-                auto* const inner = new CViewContainer(dice.rect(-20, 130 / (4 - depth)));
-                inner->setBackgroundColor(dice.color(60));
-                inner->setTransparency(dice.upTo(3) == 0);
-                if (dice.upTo(3) == 0)
-                    inner->setBackground(bitmap.get());
-                fill(*inner, depth - 1);
-                added = inner;
-            }
-            else
-                added = new Scribble(dice.rect(-20, 130 / (4 - depth)), dice, *bitmap.get());
-            container.addView(added);
-            views.push_back(added);
+            const bool isInner = depth > 0 && dice.upTo(1) == 0;
+            views.push_back(isInner ? inner(reach, depth - 1) : new Scribble(dice, reach, *picture.get()));
+            container.addView(views.back());
         }
+    }
+    CView* inner(int reach, int depth)
+    {
+        auto* const made = new CViewContainer(dice.rect(reach), dice.upTo(3) == 0 ? picture.get() : nullptr);
+        made->setBackgroundColor(dice.color());
+        made->setTransparency(dice.upTo(3) == 0);
+        fill(*made, depth);
+        return made;
     }
 
     Dice dice;
-    Kept<CBitmap> bitmap = Kept<CBitmap>::adopt(new CBitmap(nullptr, true));
+    CMACBitmap memory;
+    Kept<CBitmap> picture = Kept<CBitmap>::adopt(new CBitmap(nullptr, true));
     std::vector<CView*> views;
 };
 }
@@ -203,10 +175,10 @@ TEST(PartialPainting, LooksAsIfAllHadBeenPainted)
         Tree tree(seed);
         for (int step = 0; step < 12; ++step)
         {
-            tree.change();
-            const auto inParts = tree.picture();
+            tree.changeAView();
+            const auto inParts = tree.painted();
             tree.frame->setDirty(true);
-            ASSERT_TRUE(inParts == tree.picture()) << "seed " << seed << ", step " << step;
+            ASSERT_TRUE(inParts == tree.painted()) << "seed " << seed << ", step " << step;
         }
     }
 }

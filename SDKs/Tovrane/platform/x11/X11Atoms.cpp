@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Tovrane/platform/x11/X11Atoms.h"
 
-#include "Tovrane/platform/x11/X11Reply.h"
+#include "Tovrane/platform/x11/X11Event.h"
 
 #include <string_view>
 

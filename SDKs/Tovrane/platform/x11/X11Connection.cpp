@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Tovrane/platform/x11/X11Connection.h"
 
-#include "Tovrane/platform/x11/X11EventWindow.h"
+#include "Tovrane/platform/x11/X11Event.h"
 
 #include <cstdio>
 #include <xcb/xcb.h>

@@ -15,9 +15,8 @@
 #include "Tovrane/base/RunLoop.h"
 #include "Tovrane/platform/x11/X11Atoms.h"
 #include "Tovrane/platform/x11/X11Cursors.h"
-#include "Tovrane/platform/x11/X11EventSink.h"
+#include "Tovrane/platform/x11/X11Event.h"
 #include "Tovrane/platform/x11/X11Keyboard.h"
-#include "Tovrane/platform/x11/X11Reply.h"
 
 #include <map>
 #include <memory>

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Tovrane/platform/x11/X11Keyboard.h"
 
+#include "Tovrane/platform/x11/X11Event.h"
 #include "Tovrane/platform/x11/X11Keys.h"
-#include "Tovrane/platform/x11/X11Reply.h"
 
 #define explicit explicit_ // a field's name in this C header
 #include <xcb/xkb.h>

@@ -2,7 +2,7 @@
 #include "Tovrane/platform/x11/X11OptionMenu.h"
 
 #include "Tovrane/base/PollRunLoop.h"
-#include "Tovrane/platform/x11/X11EventWindow.h"
+#include "Tovrane/platform/x11/X11Event.h"
 
 #include <cstdlib>
 

@@ -1,7 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "Tovrane/platform/x11/X11EventWindow.h"
-
-#include "Tovrane/platform/x11/X11EventSink.h"
+#include "Tovrane/platform/x11/X11Event.h"
 
 namespace Tovra
 {

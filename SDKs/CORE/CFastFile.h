@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// A buffered file, for reading or for writing, and the short way to write one as a whole.
+// A file that is read through a buffer or written, and the short way to write one as a whole.
 //
 // A written file takes its place only in close() (see FileReplacement.h): one that is dropped before,
 // or could not be written to its end, leaves the former file.

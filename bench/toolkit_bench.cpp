@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// What a full paint of an editor's frame costs, and its parts, beside a plain fill and a plain copy of the
-// same picture in the same run.
+// The cost of a full paint of an editor's frame and of its parts, compared with a plain fill and a plain copy
+// of the same picture in the same run.
 #include "Tovrane/draw/CBitmap.h"
 #include "Tovrane/draw/CDrawContext.h"
 #include "Tovrane/draw/CDrawPath.h"
@@ -28,7 +28,7 @@ constexpr int textLines = 40;
 constexpr int shapes = 30;
 constexpr int bandPoints = 550;
 
-// An opaque picture with a little going on in it.
+// An opaque picture with a gradient.
 class Background
 {
 public:
@@ -124,7 +124,7 @@ private:
 void paint(benchmark::State& state, const std::vector<Part>& parts)
 {
     const auto frame = new CFrame(CRect(0, 0, width, height), nullptr, nullptr);
-    frame->setTransparency(true); // the parts are all there is
+    frame->setTransparency(true); // only the parts are drawn
     frame->addView(new Parts(parts));
     frame->idle();
     for (auto _ : state)
@@ -137,7 +137,7 @@ void paint(benchmark::State& state, const std::vector<Part>& parts)
     frame->forget();
 }
 
-// A tick of the host with nothing to draw, over as many views as an editor has.
+// An idle call of the host with nothing to draw, for as many views as an editor has.
 void idleTick(benchmark::State& state)
 {
     constexpr int views = 80;

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Any bytes as a picture: as they are, and with the check sums of their chunks put right, so that what stands
-// in the chunks is looked at, too. What came of it is drawn in every way.
+// Any bytes as a picture: as they are, and with correct check sums, so that the content of the chunks is
+// read, too. The result is drawn in every way.
 #include "Require.h"
 #include "Tovrane/base/CPoint.h"
 #include "Tovrane/base/CRect.h"

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Any bytes as a font: some glyphs of it in every type and hinting. Each is as large as it says, and lies
-// within its bounds.
+// Any bytes as a font: some of its glyphs in every type and hinting. Each has the size that it reports and
+// lies within its bounds.
 #include "Require.h"
 #include "Tovrane/lib/font_engine_ft2_lcd.h"
 

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The pages of the gallery: everything that the toolkit draws, for the eye and for the golden pictures.
+// The pages of the gallery, which show everything that the toolkit draws.
 //
-// The program shows or saves them; tests compare them with tests/golden. A page is a tree of views in a frame
-// of its own size. [window thread]
+// The program shows or saves them; tests compare them with the pictures in tests/golden. A page is a tree of
+// views. [window thread]
 #pragma once
 
 #include "Tovrane/views/tree/CFrame.h"
@@ -18,14 +18,14 @@ constexpr double pageHeight = 420.0;
 
 struct Page
 {
-    const char* name;  // of its golden picture
+    const char* name;  // of the golden picture
     const char* title; // shown on it
     void (*fill)(Tovra::CFrame& frame);
 };
 
 const std::vector<Page>& pages();
 
-// A frame that shows a page. parent is a window's, or null: then only the picture is drawn.
+// A frame that shows a page. parent is the window to open it in; null only draws the picture.
 class Show
 {
 public:
@@ -35,7 +35,7 @@ public:
     Show& operator=(const Show&) = delete;
 
     Tovra::CFrame& frame() { return *shown; }
-    // Paints what is not painted yet.
+    // Paints what is dirty.
     Tovra::IOSBitmap& picture();
 
 private:

@@ -48,7 +48,7 @@ bool showWindow(std::size_t firstPage)
 
     std::size_t page = firstPage;
     std::unique_ptr<Show> show;
-    bool isTurned = true; // the page goes outside of its own click
+    bool isTurned = true; // the page changes after its own click has returned
     Tovra::RepeatingTimer idle;
     idle.start(idleMilliseconds,
                [&]

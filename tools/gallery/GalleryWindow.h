@@ -6,7 +6,6 @@
 
 namespace Gallery
 {
-// [window thread]  Returns when the user has closed the window. False, and nothing happened, without a
-// display.
+// [window thread]  Returns when the user has closed the window. False if there is no display.
 bool showWindow(std::size_t firstPage);
 }

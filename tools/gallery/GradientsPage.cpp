@@ -14,7 +14,7 @@ static const agg::rgba8 amber{245, 166, 66, 255};
 static const agg::rgba8 night{28, 46, 78, 255};
 static const agg::rgba8 sky{84, 176, 214, 255};
 
-// Gradients go by the picture's coordinates.
+// Gradients are in the coordinates of the picture.
 static CRect inPicture(const CDrawContext& context, CRect rect)
 {
     return rect.offset(context.getOffset());

@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Views of the gallery that do something in a window: one opens a menu, one a text field. Without a window
-// they show how they look at rest.
+// Views of the gallery that react in a window: one opens a menu, the other one a text field.
 #pragma once
 
 #include "Tovrane/views/tree/CView.h"
@@ -53,6 +52,6 @@ private:
     void convertPluginToWorld(Tovra::CRect& rect) const override;
 
     std::string text;
-    std::unique_ptr<Tovra::IOSTextEdit> field; // while one types
+    std::unique_ptr<Tovra::IOSTextEdit> field; // while the user types
 };
 }

@@ -114,7 +114,7 @@ void drawField(CDrawContext& context, const CRect& rect, FieldState state)
     painter.draw(context, line);
 }
 
-// A frame's text fields have windows of their own, and so their clip here.
+// In a frame text fields have windows of their own; here a clip stands in for them.
 class FieldView : public Sketch
 {
 public:

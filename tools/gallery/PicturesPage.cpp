@@ -12,8 +12,8 @@ using namespace Tovra;
 
 namespace Gallery
 {
-// A dial's cap of 64 pixels, drawn by the toolkit and premultiplied as a loaded picture is: the renderer
-// leaves premultiplied pixels on a picture that was empty.
+// A dial's cap of 64 pixels. It is premultiplied like a loaded picture, since that is what the renderer
+// leaves in an empty picture.
 class Cap
 {
 public:

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// A view that draws by a function, and what the pages of the gallery share: colours and captions.
+// A view that draws with a function, and the colours and captions of the gallery's pages.
 #pragma once
 
 #include "Tovrane/draw/CDrawContext.h"
@@ -37,7 +37,7 @@ private:
 void drawText(Tovra::CDrawContext& context, const std::string& text, const Tovra::CRect& rect,
               Tovra::CHoriTxtAlign align = Tovra::kTextLeft, Tovra::CColor color = ink, double size = 12.0,
               long style = 0);
-// A small line of text below or beside what it names.
+// A small line of text, below or beside what it describes.
 void drawCaption(Tovra::CDrawContext& context, const std::string& text, const Tovra::CRect& rect,
                  Tovra::CHoriTxtAlign align = Tovra::kTextLeft);
 // A flat panel with a hair line around it, on whole pixels.

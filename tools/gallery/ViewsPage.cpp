@@ -26,7 +26,7 @@ static CViewContainer* box(const CRect& rect, CColor color)
     return container;
 }
 
-// Boxes within boxes, each at a fraction of a pixel: what is inside begins at the whole pixel below.
+// Nested boxes at fractions of a pixel: the content of each begins at the next lower whole pixel.
 static CViewContainer* nest(int depth, const CRect& rect)
 {
     const CColor shades[] = {{50, 54, 62, 255}, {66, 71, 82, 255}, {84, 90, 104, 255}, {104, 112, 128, 255}};

@@ -57,7 +57,7 @@ public:
     int64_t frames() const { return window; } // that are shown, at most
     double seconds() const { return double(window) / piece.rate; }
     const std::vector<Column>& columns() const { return all; }
-    size_t columnsSeen() const; // so many of them have been added to
+    size_t columnsSeen() const; // the number of columns that have data
     const std::vector<Beat>& beats() const { return beatsSeen; }
     // The highest amplitude of input and output.
     float peak() const;

@@ -14,7 +14,7 @@ using Tovra::RemoveTimerObject;
 
 namespace
 {
-// A loop with room for one timer, which fires by hand.
+// A loop for one timer, which the test fires.
 class HandLoop : public Tovra::RunLoop
 {
 public:
@@ -41,7 +41,7 @@ public:
         kept();
     }
 
-    std::vector<int> periods; // of all timers ever started
+    std::vector<int> periods; // of all timers so far
     TimerId running = 0;
 
 private:
@@ -52,9 +52,9 @@ private:
 class Timed : public Tovra::CTimerObject
 {
 public:
-    void onTimer(int elapsedMilliseconds) override
+    void onTimer(int milliseconds) override
     {
-        elapsed.push_back(elapsedMilliseconds);
+        elapsed.push_back(milliseconds);
         const auto kept = then; // it may destroy this object
         if (kept)
             kept();
@@ -74,7 +74,7 @@ protected:
     ~CTimerObjectTest() override
     {
         if (loop.running != 0)
-            tick(); // what the test has removed is deleted now
+            tick(); // deletes what the test has removed
         EXPECT_EQ(loop.running, 0u) << "nothing ticks for an empty list";
     }
 

@@ -42,7 +42,7 @@ public:
 class PollRunLoopTest : public testing::Test
 {
 protected:
-    // A timer that writes down when it is called.
+    // Starts a timer that logs its name and the time of each call.
     RunLoop::TimerId log(char name, int period)
     {
         return loop.startTimer(period,
@@ -170,7 +170,7 @@ TEST_F(PollRunLoopTest, CarriesTimersThatFollowTheCurrentLoop)
     EXPECT_EQ(calls, "tton");
 }
 
-// A loop that ends without a word takes its timers along, and nobody asks it for anything any more.
+// A loop that is destroyed while it is entered stops its timers, and is not called any more.
 TEST_F(PollRunLoopTest, ForgetsALoopThatHasGone)
 {
     struct Careless : RunLoop

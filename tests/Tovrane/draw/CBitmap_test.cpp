@@ -124,7 +124,7 @@ TEST(CBitmap, DecodesEveryKindOfPngToPremultipliedBlueGreenRed)
 
 TEST(CBitmap, ShowsADamagedPictureAsFarAsItCame)
 {
-    Png noise{.width = 128, .height = 64}; // does not compress: rows come bit by bit
+    Png noise{.width = 128, .height = 64}; // does not compress: every part of the file has some rows
     std::mt19937 random(1);
     for (unsigned i = 0; i < 128 * 64 * 4; ++i)
         noise.samples.push_back(static_cast<unsigned char>(random() | 1));
@@ -190,7 +190,7 @@ TEST(PNGWriter, WritesWhatAWindowShows)
     CMACBitmap picture;
     EXPECT_TRUE(Tovra::writePNG(picture).empty());
     picture.setSize(1, 2);
-    const Bytes shown = {49, 99, 199, 0, 1, 2, 3, 77}; // the colours, whatever their alpha is
+    const Bytes shown = {49, 99, 199, 0, 1, 2, 3, 77}; // with any alpha
     std::copy(shown.begin(), shown.end(), picture.getPixelPtr());
     for (const bool flipped : {false, true})
     {
@@ -255,7 +255,7 @@ TEST_F(DrawnBitmap, ShowsThePartFromItsOffset)
 
     clip({0, 0, 9, 9});
     context->setOffset(CPoint(2, 1));
-    bitmap.drawTransparent(context, CRect(1, 1, 10, 10), CPoint(0, 3)); // the lower half, and no more
+    bitmap.drawTransparent(context, CRect(1, 1, 10, 10), CPoint(0, 3)); // the lower half
     EXPECT_EQ(blues(1), Bytes(8));
     EXPECT_EQ(blues(2), Bytes({0, 0, 0, 30, 31, 32, 33, 34}));
     EXPECT_EQ(blues(4), Bytes({0, 0, 0, 50, 51, 52, 53, 54}));

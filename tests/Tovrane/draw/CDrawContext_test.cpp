@@ -29,7 +29,7 @@ struct ContextTest : testing::Test
 };
 }
 
-// The others are in the gallery.
+// The gallery shows the known styles.
 TEST_F(ContextTest, TakesTheRenderersColoursInAnUnknownStyle)
 {
     picture.renderer.fillColor(0, 255, 0);
@@ -72,7 +72,7 @@ TEST_F(ContextTest, KeepsTheClipInThePictureWhenTheOffsetChanges)
     EXPECT_NEAR(picture.at(12 + 9, 5 + 6).red, 127, 1) << "half of a line that runs between pixels";
 }
 
-// A path's alpha belongs to colours that are set while it is drawn, and none is.
+// The alpha of a path would apply to colours that are set while it is drawn.
 TEST_F(ContextTest, APathLeavesTheMasterAlphaAsItWas)
 {
     picture.renderer.fillColor(0, 0, 255);

@@ -59,7 +59,7 @@ TEST(CFontDesc, TakesTheRegularFaceForAMissingBoldOneAndNoneForAMissingRegularOn
     EXPECT_TRUE(font.getFont(bytes, length));
 }
 
-// A bracket of this thread, as the editor has one while it loads its pictures, stays what it is.
+// The editor binds a block of resources to its thread while it loads its pictures.
 TEST(CFontDesc, LeavesTheBoundResourcesAlone)
 {
     SetResourcePtr(fontResources().data, long(fontResources().size));

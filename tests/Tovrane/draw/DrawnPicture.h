@@ -24,7 +24,7 @@ inline std::ostream& operator<<(std::ostream& out, const Pixel& p)
 
 struct DrawnPicture
 {
-    // Black and opaque.
+    // Opaque black.
     DrawnPicture(int pixelsWide, int pixelsHigh)
         : width(pixelsWide), height(pixelsHigh), memory(size_t(width) * size_t(height) * 4)
     {
@@ -54,7 +54,7 @@ struct DrawnPicture
                 set(x, y, p);
     }
 
-    // Pixels that are not the one given.
+    // The number of pixels that differ from p.
     int countOther(const Pixel& p) const
     {
         int count = 0;
@@ -64,7 +64,7 @@ struct DrawnPicture
         return count;
     }
 
-    // As whole pixels, of white on black.
+    // The area of white on black, in pixels.
     double area() const
     {
         double sum = 0.0;

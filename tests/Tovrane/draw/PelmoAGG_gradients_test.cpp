@@ -41,9 +41,9 @@ TEST(PelmoAGGGradient, SpreadsTwoColoursByTheProfile)
         {0.5, 66, {1, 199, 10, 255}},
         {0.5, 190, {253, 100, 10, 255}},
         {0.5, 255, {253, 100, 10, 255}},
-        // Below 0 there is no run at all: one entry is left of it, or none.
+        // Below 0 there is no transition.
         {-1.0, 255, c1},
-        // Above 1 the run is cut by both ends of the table: from -126 to 382, 508 steps.
+        // Above 1 both ends of the table cut the transition: from -126 to 382, 508 steps.
         {2.0, 0, {62, 175, 10, 255}},
     };
     PelmoAGG renderer;

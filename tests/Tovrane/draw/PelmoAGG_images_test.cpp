@@ -6,14 +6,14 @@
 
 using namespace Tovra;
 
-// Premultiplied noise, with runs of opaque and of empty pixels, and, with some, others in between.
-static void fillWithNoise(DrawnPicture& picture, unsigned seed, bool some = true)
+// Premultiplied noise with runs of opaque and of transparent pixels, and, if wanted, of translucent ones.
+static void fillWithNoise(DrawnPicture& picture, unsigned seed, bool translucent = true)
 {
     std::mt19937 random(seed);
     for (int y = 0; y < picture.height; ++y)
         for (int x = 0; x < picture.width; ++x)
         {
-            const int kind = (x / 3 + y + int(random() % 2)) % (some ? 3 : 2);
+            const int kind = (x / 3 + y + int(random() % 2)) % (translucent ? 3 : 2);
             const int alpha = kind == 0 ? 255 : (kind == 1 ? 0 : int(random() % 256));
             const auto color = [&] { return int(random() % unsigned(alpha + 1)); };
             picture.set(x, y, {color(), color(), color(), alpha});
@@ -34,7 +34,10 @@ TEST(PelmoAGGImage, BlendsPremultiplied)
         {255, {254, 3, 2, 255}, {9, 8, 7, 6}, {254, 3, 2, 255}},
         {127, {100, 50, 0, 128}, {200, 200, 200, 255}, {199, 174, 149, 255}},
         {127, {254, 254, 254, 255}, {0, 0, 0, 0}, {127, 127, 127, 128}},
-        {0, {0, 0, 0, 0}, {200, 100, 0, 255}, {199, 99, 0, 255}}, // a faded picture darkens by its shift
+        {0,
+         {0, 0, 0, 0},
+         {200, 100, 0, 255},
+         {199, 99, 0, 255}}, // the shift darkens what is below a faded picture
     };
     for (const Case& c : cases)
     {
@@ -42,7 +45,7 @@ TEST(PelmoAGGImage, BlendsPremultiplied)
         picture.fill(c.below);
         source.fill(c.source);
         picture.renderer.blendImage(source.image(), 0, 0, c.alpha);
-        for (int x = 0; x < 5; ++x) // in pairs, and the odd one
+        for (int x = 0; x < 5; ++x) // two pairs and a single pixel
             EXPECT_EQ(picture.at(x, 0), c.result) << "alpha " << c.alpha << ", source " << c.source;
     }
 }
@@ -117,7 +120,7 @@ TEST(PelmoAGGImage, RepeatsPixelsWithoutAFilter)
             EXPECT_EQ(picture.at(x, y), source.at(x / 3, y / 3)) << x << ", " << y;
 }
 
-// The slow way: a triangle of weights over the neighbours, those outside being the nearest one inside.
+// A direct computation: triangular weights; neighbours outside of the line count as the nearest one inside.
 static std::vector<double> slowBlur(const std::vector<double>& line, int radius)
 {
     std::vector<double> result(line.size());
@@ -170,7 +173,7 @@ TEST(PelmoAGGImage, BlursByWholeRadiiUpTo254InsideThePicture)
     {
         DrawnPicture picture(40, 20);
         fillWithNoise(picture, 7);
-        picture.renderer.clipBox(0, 0, 2, 2); // which does not matter
+        picture.renderer.clipBox(0, 0, 2, 2); // is ignored
         picture.renderer.blurRect(x1, y1, x2, y2, radius, radius);
         return picture.memory;
     };

@@ -14,7 +14,7 @@ static void drawNoLines(PelmoAGG& agg)
     agg.noLine();
 }
 
-// Shapes that need no setting right are in the gallery.
+// The gallery shows the plain cases.
 TEST(PelmoAGG, FillsWhatAShapeCovers)
 {
     const double pi = std::numbers::pi;
@@ -50,7 +50,7 @@ TEST(PelmoAGG, FillsWhatAShapeCovers)
     }
 }
 
-// The other flags are in the gallery.
+// The gallery shows the other flags.
 TEST(PelmoAGG, FillsAPathInTheLinesColour)
 {
     DrawnPicture picture(20, 20);
@@ -155,7 +155,7 @@ TEST(PelmoAGG, DrawsNothingWithoutAPicture)
     EXPECT_EQ(std::count(memory.begin(), memory.end(), 7), 64);
 }
 
-// Every operator over an opaque grey, by what it is defined to make of two opaque colours.
+// Every operator by its definition, for two opaque greys.
 TEST(PelmoAGG, ComposesByTheOperatorThatTheNumberStandsFor)
 {
     struct Case
@@ -212,7 +212,7 @@ TEST(PelmoAGG, ComposesByTheOperatorThatTheNumberStandsFor)
         }
 }
 
-// Sizes and places that no editor has. What is drawn has to be finite, and to be over soon.
+// With coordinates that no editor has, everything has to end soon and to stay within memory.
 TEST(PelmoAGG, SurvivesAnyCoordinates)
 {
     const double infinity = std::numeric_limits<double>::infinity();

@@ -18,7 +18,7 @@ void setFont(PelmoAGG& renderer, FontCacheType type, double height = 16.0, doubl
     renderer.font("regular", data, length, height, type, angle);
 }
 
-// The edges of what is not black.
+// The bounding box of what is not black.
 struct Ink
 {
     explicit Ink(const DrawnPicture& picture)
@@ -61,7 +61,7 @@ TEST(PelmoText, StandsWhereItsAlignmentSays)
     EXPECT_NEAR(drawn(kAlignRightOrTop, kAlignCenter, 100, 30).right, 98, 1);
     EXPECT_NEAR(drawn(kAlignCenter, kAlignCenter, 100, 30).middle(), 100, 1);
     EXPECT_NEAR(drawn(kAlignCenter, kAlignCenter, 100, 30).centre(), 31.5, 1.5);
-    // The text hangs by its ascender, which is a little above the capitals.
+    // The ascender is a little above the capitals.
     EXPECT_NEAR(drawn(kAlignLeftOrBottom, kAlignRightOrTop, 100, 10).top, 13, 1);
 }
 
@@ -69,7 +69,7 @@ TEST(PelmoText, ReadsUtf8AndTakesOtherBytesAsTheyAre)
 {
     PelmoAGG renderer;
     setFont(renderer, kFontCacheGrey);
-    const double umlaut = renderer.textWidth("\xC3\xA4"); // two bytes, one letter as wide as an a
+    const double umlaut = renderer.textWidth("\xC3\xA4"); // one letter, as wide as an a
     EXPECT_EQ(umlaut, renderer.textWidth("a"));
     EXPECT_EQ(renderer.textWidth("\xE4"), umlaut) << "the same letter in Latin-1";
     EXPECT_GT(renderer.textWidth("\xE2\x82\xAC"), 0.0);
@@ -104,7 +104,7 @@ TEST(PelmoText, LooksTheSameWithinAnyClip)
             setFont(picture->renderer, type, 30.0);
             picture->renderer.lineColor(255, 255, 255);
             if (picture == &part)
-                picture->renderer.clipBox(20, 10, 60, 30); // columns 20 to 60, of shapes 20 to 59
+                picture->renderer.clipBox(20, 10, 60, 30); // columns 20 to 60, for shapes up to 59
             picture->renderer.text(-30, 5, "MMMMMMMMMM", false, 0, 0);
         }
         for (int y = 0; y < 40; ++y)

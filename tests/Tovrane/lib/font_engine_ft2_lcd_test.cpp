@@ -11,7 +11,7 @@ using agg::font_engine_ft2_lcd;
 
 namespace
 {
-// The widths of these fonts are those of the layout, in 2048ths of an em.
+// Widths for which the editor's layout was made, in 2048ths of an em.
 constexpr double em = 2048.0;
 constexpr double advanceOfA = 1366.0, advanceOfBoldA = 1479.0;
 constexpr double kerningOfAV = -152.0;

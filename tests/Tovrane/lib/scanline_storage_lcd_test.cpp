@@ -28,7 +28,7 @@ void PrintTo(const Span& span, std::ostream* out)
 
 const agg::lcd_distribution_lut filter(0.4, 0.2, 0.1);
 
-// What the font cache would hold of one row.
+// The bytes that the font cache gets for one row.
 Covers filtered(int y, const std::vector<Span>& spans)
 {
     agg::scanline_u8 row;
@@ -44,7 +44,7 @@ Covers filtered(int y, const std::vector<Span>& spans)
     return bytes;
 }
 
-// As a renderer reads it back.
+// What a renderer reads back from these bytes.
 std::map<int, std::vector<Span>> rows(const Covers& bytes)
 {
     std::map<int, std::vector<Span>> found;

@@ -15,7 +15,7 @@ using testing::IsEmpty;
 
 namespace
 {
-// Both the listener and the editor, so that one log has the order of a whole edit.
+// The listener and the editor in one, so that one log has the order of a whole edit.
 class Host final : public CControlListener, public IFrameEditor
 {
 public:
@@ -132,7 +132,7 @@ TEST_F(CControlInFrame, IsDirtyUntilItsValueWasDrawn)
     EXPECT_FALSE(control->isDirty());
     control->setDirty(true);
     EXPECT_EQ(control->getOldValue(), -1.0f);
-    control->setValue(-1.0f); // its old value must differ from it
+    control->setValue(-1.0f); // the old value has to differ from the value
     control->setDirty(true);
     EXPECT_EQ(control->getOldValue(), 0.0f);
 
@@ -163,7 +163,7 @@ TEST_F(CControlInFrame, FollowsItsVisibleAndEnabledProperties)
     enabled.setValue(0.0f); // nobody listens any more
 }
 
-// A host plays automation while the editor is closed.
+// As when a host plays automation while the user closes the editor.
 TEST_F(CControlInFrame, GoesWhileAnotherThreadWritesItsParameters)
 {
     std::atomic<bool> stop = false;
@@ -223,6 +223,6 @@ TEST_F(CControlInFrame, PublishesTheTextOfItsPropertyUnderTheMouse)
     control->updateReadout();
     EXPECT_THAT(frame->texts, ElementsAre("100 %s of it", "", ""));
     frame->texts.clear();
-    frame->onMouseExited(outside, 0); // of the window
+    frame->onMouseExited(outside, 0); // the pointer leaves the window
     EXPECT_THAT(frame->texts, ElementsAre(""));
 }

@@ -43,7 +43,7 @@ TEST_F(CFrameKeys, GoToTheFocusThenTheModalViewThenAllFromAbove)
     EXPECT_THAT(taken(log), ElementsAre("focused key", "modal key", "modal key", "focused key", "below key"));
     below->answers["key"] = 5;
     EXPECT_EQ(press(kVirtualLeft), 5);
-    modal->answers["key"] = 0; // anything but -1 ends it
+    modal->answers["key"] = 0; // any answer but -1 ends the search
     log.clear();
     EXPECT_EQ(press(kVirtualLeft), 0);
     EXPECT_THAT(taken(log), ElementsAre("focused key", "modal key"));
@@ -85,7 +85,7 @@ TEST_F(CFrameFocus, TabGoesRoundTheTreeAndOutAtItsEnds)
     }
     EXPECT_EQ(press(kVirtualTab, kKeyShift), kKeyNotHandled);
 
-    // A container that wants the focus itself comes ahead of what lies in it.
+    // A container that wants the focus itself comes before its children.
     box->setWantsFocus(true);
     frame->setFocusView(first);
     press(kVirtualTab);
@@ -131,7 +131,7 @@ TEST_F(CFrameFocus, ChangesOnceAndRedrawsThoseThatWantIt)
 
     frame->setFocusView(a);
     EXPECT_EQ(frame->getDirtyRects().size(), 1);
-    a->reaction = [&](const std::string&) { frame->setFocusView(c); }; // in vain, it is told off
+    a->reaction = [&](const std::string&) { frame->setFocusView(c); }; // is ignored
     frame->setFocusView(b);
     EXPECT_EQ(focus(), b);
     EXPECT_EQ(frame->getDirtyRects().size(), 2);
@@ -144,7 +144,7 @@ TEST_F(CFrameFocus, ChangesOnceAndRedrawsThoseThatWantIt)
     b->forget();
 }
 
-// Also when the focus is deep in the tree, and whoever lost it changes things again.
+// Also when the focus is deep in the tree, and when the view that loses it changes something.
 TEST_F(CFrameFocus, AClickElsewhereDropsIt)
 {
     RecordingContainer* const box = addContainer("box", {50, 50, 90, 90});
@@ -162,7 +162,7 @@ TEST_F(CFrameFocus, AClickElsewhereDropsIt)
     EXPECT_THAT(click({71, 60}), ElementsAre("deep loose", "box down 71,60 2"));
     EXPECT_EQ(focus(), nullptr);
 
-    // A press that is told within the loss captures a view; the click at hand was for another.
+    // A press from within looseFocus captures a view that the present click was not meant for.
     frame->setFocusView(deep);
     deep->reaction = [&](const std::string&)
     {

@@ -33,7 +33,7 @@ protected:
         return frame->onWheel(where, kMouseWheelAxisY, 1.0f, step.buttons) ? kMouseHandled : kMouseUnhandled;
     }
 
-    // What the views received in all.
+    // All that the views receive.
     Log after(const std::vector<MouseStep>& steps)
     {
         log.clear();
@@ -139,7 +139,7 @@ TEST_F(CFrameMouse, AListenerMayTakeClicksWithModifiersFromItsControl)
         {kButtonLeft, 1, false, true},
         {kButtonLeft | kModShift, 1, true, false},
         {kButtonLeft | kModShift, 0, true, true},
-        {kButtonLeft | kModControl, 1, false, true}, // a right click without modifiers by then
+        {kButtonLeft | kModControl, 1, false, true}, // has become a right click without modifiers
         {kButtonRight | kModControl, 1, true, false},
     };
     for (const auto& c : cases)
@@ -195,7 +195,7 @@ TEST_F(CFrameMouse, LeavingTheWindowEndsWhatWasUnderTheMouse)
     EXPECT_THAT(leave(0), ElementsAre("box exit 250,15 0", "view exit 240,5 0"));
     EXPECT_EQ(window().cursor(), kCursorDefault);
     EXPECT_EQ(frame->getLastMousePosition(), CPoint(250, 15));
-    EXPECT_THAT(leave(0), IsEmpty()) << "it is over none any more";
+    EXPECT_THAT(leave(0), IsEmpty()) << "no view is below the pointer any more";
 
     view->answers["down"] = kMouseHandled;
     after({{"down", {15, 15}}, {"move", {16, 15}}});
@@ -210,7 +210,7 @@ TEST_F(CFrameMouse, LeavingTheWindowEndsWhatWasUnderTheMouse)
     modal->forget();
 }
 
-// The exit outside comes in the frame's coordinates, whatever else the release is told in.
+// The exit has the frame's coordinates, unlike the release.
 TEST_F(CFrameMouse, AReleaseOutsideExitsTheCapturedViewFirst)
 {
     RecordingContainer* const box = addContainer("box", {10, 10, 60, 60});
@@ -218,15 +218,15 @@ TEST_F(CFrameMouse, AReleaseOutsideExitsTheCapturedViewFirst)
     EXPECT_THAT(after({{"down", {15, 15}}, {"up", {60, 15}}}),
                 ElementsAre("box down 15,15 2", "view down 5,5 2", "box exit 60,15 2", "box up 60,15 2",
                             "view up 50,5 2"));
-    EXPECT_EQ(send({"up", {60, 15}}), kMouseUnhandled); // nobody is captured any more
+    EXPECT_EQ(send({"up", {60, 15}}), kMouseUnhandled); // no view is captured any more
 
-    // A press forgets who was captured by one that never ended.
+    // A press releases the view that an unfinished one has captured.
     send({"down", {15, 15}});
     send({"down", {150, 90}});
     EXPECT_EQ(send({"up", {15, 15}}), kMouseUnhandled);
 }
 
-// Only containers below the frame ask isWheelActive, and they take every wheel for one of the Y axis.
+// Containers in the frame, but not the frame itself, ask isWheelActive, and without an axis they take Y.
 TEST_F(CFrameMouse, TheWheelStopsAtTheFirstThatTakesIt)
 {
     RecordingContainer* const box = addContainer("box", {10, 10, 60, 60});
@@ -247,7 +247,7 @@ TEST_F(CFrameMouse, TheWheelStopsAtTheFirstThatTakesIt)
     inner->setMouseWheelState(false);
     EXPECT_TRUE(frame->onWheel({20, 20}, 0.5f, 0));
     EXPECT_THAT(taken(log), ElementsAre("box wheel 20,20 0.5", "below wheel 20,20 0.5"));
-    // The view that took it gets the moves to come.
+    // The view that used the wheel gets the next moves.
     EXPECT_THAT(after({{"move", {150, 90}, 0}}).front(), "below move 150,90 0");
 }
 
@@ -275,7 +275,7 @@ TEST_F(CFrameMouse, AModalViewGetsEverything)
     EXPECT_THAT(taken(log), ElementsAre("modal down 20,20 2", "modal down 20,20 2", "modal move 100,20 2",
                                         "modal wheel 20,20 1", "modal up 20,20 2"));
 
-    EXPECT_TRUE(frame->setModalView(nullptr)); // the reference is ours again
+    EXPECT_TRUE(frame->setModalView(nullptr)); // the reference passes to the caller
     EXPECT_EQ(frame->getModalView(), nullptr);
     EXPECT_THAT(taken(log), IsEmpty());
     modal->forget();
@@ -300,7 +300,7 @@ TEST_F(CFrameMouse, AViewMayGoBeforeTheMouseEntersIt)
                             "left enter 5,5 0"));
 }
 
-// The nasty ones: in the midst of each event the view goes away, with its container, or with everything.
+// During each event the view is removed: alone, with its siblings, with its container, or with everything.
 TEST_F(CFrameMouse, ViewsMayGoInTheMidstOfAnyEvent)
 {
     const std::vector<MouseStep> steps = {{"move", {15, 15}, 0}, {"down", {15, 15}}, {"move", {25, 15}},

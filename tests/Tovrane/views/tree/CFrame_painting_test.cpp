@@ -38,7 +38,7 @@ TEST_F(CFramePainting, GathersRectanglesWithoutMergingThem)
 {
     settle();
     const CRect a(10, 10, 20, 20), within(12, 10, 20, 18), around(5, 5, 25, 25), apart(12, 12, 30, 30);
-    const CRect fractional(12.9, 12.1, 29.1, 29.9); // touches the pixels of the last one
+    const CRect fractional(12.9, 12.1, 29.1, 29.9); // in whole pixels it is apart
     const struct
     {
         CRect added;
@@ -101,7 +101,7 @@ TEST_F(CFramePainting, ViewsMarkWhatOfThemIsVisible)
     RecordingView* const view = add("view", {10, 5, 30, 15}, inner);
     settle();
 
-    view->setDirty(true); // 50,55 to 70,65 in the frame, cut to the outer's edges
+    view->setDirty(true); // 50,55 to 70,65 in the frame, clipped by outer
     EXPECT_THAT(dirtyRects(), ElementsAre(CRect(50, 55, 60, 60)));
     EXPECT_TRUE(inner->isDirty() && outer->isDirty());
     settle();
@@ -111,7 +111,7 @@ TEST_F(CFramePainting, ViewsMarkWhatOfThemIsVisible)
     view->setViewSize({1, 1, 2, 2}, false);
     view->setDirty(false);
     EXPECT_THAT(dirtyRects(), IsEmpty());
-    view->setVisible(true); // no change, still drawn anew
+    view->setVisible(true); // is drawn again though nothing changes
     EXPECT_EQ(dirtyRects().size(), 1u);
     settle();
     view->setViewSize({-20, 0, -10, 9});
@@ -157,7 +157,7 @@ TEST_F(CFramePainting, ViewsMayGoWhileTheyAreDrawn)
     EXPECT_EQ(frame->getReferenceCount(), 1);
 }
 
-// What listeners of a parameter do, on whichever thread it was written.
+// Listeners of a parameter do this on any thread.
 TEST_F(CFramePainting, MarksFromOtherThreadsAreTakenUpByTheNextIdle)
 {
     CViewContainer* const box = place(panel({10, 10, 60, 60}, kRedCColor));
@@ -192,7 +192,7 @@ TEST_F(CFramePainting, ThePictureFollowsTheSizeThatTheFrameWasGiven)
 {
     settle();
     frame->setSize(300, 200);
-    EXPECT_EQ(frame->getViewSize(), CRect(0, 0, 200, 100)); // the window's size alone
+    EXPECT_EQ(frame->getViewSize(), CRect(0, 0, 200, 100)); // only the window's size has changed
     CRect size;
     EXPECT_TRUE(frame->getSize(size));
     EXPECT_EQ(size, CRect(0, 0, 300, 200));

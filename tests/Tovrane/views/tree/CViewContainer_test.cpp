@@ -96,8 +96,8 @@ TEST_F(CViewContainerInFrame, AViewMayRemoveItselfWhileItIsTold)
     EXPECT_EQ(frame->getReferenceCount(), 1);
 }
 
-// Keys walk from above, the loss of the focus from below. Of a, b, c and d each is visited once, unless it
-// has gone; what is added is visited if the walk has not passed its place.
+// Keys walk from above, the loss of the focus from below. Each child is visited once unless it was removed;
+// one that is added is visited if the walk has not passed its position.
 TEST_F(CViewContainerInFrame, AWalkStepsOverWhatChanges)
 {
     const struct
@@ -150,7 +150,7 @@ TEST_F(CViewContainerInFrame, AWalkStepsOverWhatChanges)
         }
 }
 
-// Whoever removes what is no child loses all children: they are dropped, neither told nor forgotten.
+// The children are dropped without being told, and without forget.
 TEST_F(CViewContainerInFrame, RemovingAStrangerDropsAllChildren)
 {
     RecordingContainer* const box = addContainer("box", {0, 0, 50, 50});
@@ -215,7 +215,7 @@ TEST_F(CViewContainerInFrame, IsDirtyWithAnyChildThatCanBeSeen)
     EXPECT_TRUE(box->isDirty());
     settle();
     box->setDirty(false);
-    child->setViewSize({60, 0, 90, 50}); // beyond the edge
+    child->setViewSize({60, 0, 90, 50}); // outside
     EXPECT_FALSE(box->isDirty());
     child->setViewSize({49, 0, 90, 50});
     EXPECT_TRUE(box->isDirty());
@@ -228,7 +228,7 @@ TEST_F(CViewContainerInFrame, IsDirtyWithAnyChildThatCanBeSeen)
     EXPECT_EQ(frame->getDirtyRects().size(), 1);
     const long shown = window().invalidations();
     box->setDirty(false);
-    EXPECT_TRUE(box->invalidateDirtyViews()); // the child marks itself anew
+    EXPECT_TRUE(box->invalidateDirtyViews()); // the child marks itself as dirty again
     EXPECT_EQ(window().invalidations(), shown);
     box->setDirty(true);
     box->invalidateDirtyViews();

@@ -87,7 +87,7 @@ TEST(CView, AnswersItsTypesByName)
     EXPECT_EQ(CViewContainer::of(&control), nullptr);
     EXPECT_EQ(CControl::of(&control), &control);
     EXPECT_EQ(CControl::of(&container), nullptr);
-    // The message is known by its place, not by its text.
+    // Messages are compared by pointer.
     EXPECT_EQ(container.notify(nullptr, std::string(kMsgCheckIfViewContainer).c_str()), 0);
 }
 
@@ -130,7 +130,7 @@ TEST_F(CViewInFrame, ConvertsThroughAllContainers)
     CPoint point(100, 100);
     EXPECT_EQ(view->frameToLocal(point), CPoint(85, 74)); // its parent's coordinates
     EXPECT_EQ(view->localToFrame(point), CPoint(100, 100));
-    EXPECT_EQ(inner->frameToLocal(point), CPoint(85, 74)); // a container's are its own
+    EXPECT_EQ(inner->frameToLocal(point), CPoint(85, 74)); // for a container its own
     CRect rect(0, 0, 1, 1);
     frame->localRectToFrameRect(view, rect);
     EXPECT_EQ(rect, CRect(15, 26, 16, 27));

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Views that write down what they receive, and do in it what a test asks of them.
+// Views that log the events that they receive, and react as a test wants.
 #pragma once
 
 #include "Tovrane/draw/CDrawContext.h"
@@ -31,7 +31,7 @@ inline void PrintTo(const CPoint& p, std::ostream* out)
 
 using Log = std::vector<std::string>;
 
-// The entries since the last look.
+// Takes the entries out of the log.
 inline Log taken(Log& log)
 {
     return std::exchange(log, Log());
@@ -50,9 +50,9 @@ public:
     }
     ~Recording() override { write("gone"); }
 
-    // What an event answers, by its word ("down", "move" ...); without one what Base answers.
+    // Results of events by their word ("down", "move" ...); without one it is the result of Base.
     std::map<std::string, long> answers;
-    // Called inside every event with its word.
+    // Called within every event with its word.
     std::function<void(const std::string&)> reaction;
 
     Tovra::MouseEventResult onMouseDown(Tovra::CPoint& where, const long& buttons) override
@@ -142,7 +142,7 @@ private:
     long event(const std::string& word, const std::string& details, Default base)
     {
         write(word + details);
-        const std::function<void(const std::string&)> react = reaction; // it may end the view
+        const std::function<void(const std::string&)> react = reaction; // it may destroy the view
         const auto answer = answers.find(word);
         const long result = answer != answers.end() ? answer->second : base();
         if (react)
@@ -187,7 +187,7 @@ protected:
     Tovra::HeadlessFrame& window() { return *Tovra::HeadlessFrame::of(*frame.get()); }
     Tovra::WindowEvents& user() { return window().events(); }
 
-    // On top of the others.
+    // Adds a view on top of the others.
     RecordingView* add(const char* name, const Tovra::CRect& rect, Tovra::CViewContainer* in = nullptr)
     {
         return place(new RecordingView(log, name, rect), in);
@@ -204,7 +204,7 @@ protected:
         return view;
     }
 
-    // Draws what is dirty, and forgets how.
+    // Draws what is dirty and clears the log.
     void settle()
     {
         frame->idle();

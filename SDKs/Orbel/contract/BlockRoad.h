@@ -28,7 +28,7 @@ struct BlockRules
     } longestPiece;
 
     // What becomes of values that were added for the block.
-    enum TimedValues
+    enum ValueTiming
     {
         cutTheBlock, // each is written at its sample, where a new piece begins
         cutOnAGrid,  // the same if the automation's grid is on; if it is off, the adapter has written them

@@ -15,17 +15,18 @@ namespace
 using Word = std::uint64_t;
 
 constexpr int clearBits = 8;
-constexpr int offsetBits = 24; // more than the largest block: beyond it an offset means the last sample
+constexpr int offsetBits = 24; // enough for any block; an offset beyond the block means its last sample
 constexpr int farthest = (1 << (offsetBits - 1)) - 1;
 
-// No value is a NaN, so words whose value is one have other meanings: TimedValueSlot::unlinked, and this.
+// A value is never a NaN. So two words with a NaN in its place have meanings of their own: the slot's
+// unlinked, and this one.
 constexpr Word linkedEmpty = TimedValueSlot::unlinked - 1;
 
 struct LeftValue
 {
     float normalized;
     int sampleOffset;
-    std::uint8_t clears; // before it was left; counts round
+    std::uint8_t clears; // before it was left, modulo 256
 
     Word packed() const
     {
@@ -46,8 +47,8 @@ bool isValue(Word word)
 }
 }
 
-// The count is read after the word that is replaced: so a value never replaces one that was left after a
-// later clear.
+// The clears are read after the word that is to be replaced: so a value from before a clear never replaces
+// one from after it.
 void TimedValueInbox::leave(ParameterProperty& property, float normalized, int sampleOffset)
 {
     std::atomic<Word>& slot = property.timedValue.word;

@@ -6,13 +6,13 @@
 //
 //   - A slot is one 64-bit word: the normalised value, the sample offset, and the number of clears before
 //     it was written. A newer value replaces an older one; nothing else is lost.
-//   - Slots with something in them hang on one chain. Whoever finds a slot unlinked puts it on the chain
-//     after having written the value, and nobody else does, so that a slot is never on two chains.
-//   - The audio thread takes the whole chain at once and turns it round, so that properties come in the
-//     order in which their first value arrived. It reads a slot's link before it empties the slot: from
-//     then on another thread may link it anew.
-//   - A clear counts one up and empties what is on the chain. A value that a stalled thread links only
-//     afterwards bears the older count and is dropped.
+//   - Slots that hold a value are linked into one chain. The thread that wrote into an unlinked slot links
+//     it, and no other thread does, so that a slot is never in two chains.
+//   - The audio thread takes the whole chain at once and reverses it, so that the properties come in the
+//     order in which their first values arrived. It reads a slot's link before it marks the slot as
+//     unlinked, because from then on another thread may link it again.
+//   - A clear counts one up, and empties the slots in the chain. A slot that a stalled thread links only
+//     after that has the older number in its word, and its value is dropped.
 #pragma once
 
 #include "Orbel/parameters/TimedValueSlot.h"

@@ -12,9 +12,9 @@ class ParameterProperty;
 // Belongs to the inbox of the effect whose property it is in: nobody else reads or writes it.
 struct TimedValueSlot
 {
-    static constexpr std::uint64_t unlinked = ~std::uint64_t(0); // empty, and not on the chain
+    static constexpr std::uint64_t unlinked = ~std::uint64_t(0); // empty, and not in the chain
 
     std::atomic<std::uint64_t> word{unlinked};
-    ParameterProperty* next = nullptr; // on the chain; read and written by whoever has the slot to itself
+    ParameterProperty* next = nullptr; // in the chain; read and written by whoever has the slot to itself
 };
 }

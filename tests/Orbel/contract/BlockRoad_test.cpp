@@ -109,7 +109,7 @@ TEST(BlockRoad, HasThreeWaysWithTimedValues)
     using Lengths = std::vector<int>;
     const struct
     {
-        BlockRules::TimedValues way;
+        BlockRules::ValueTiming way;
         AutomationSyncResolution grid;
         Lengths pieces;
         float value;

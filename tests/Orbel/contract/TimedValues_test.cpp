@@ -110,7 +110,7 @@ TEST(TimedValues, GiveWayToANewerOneOfTheSameParameter)
     EXPECT_EQ(effect.render(), Written({{1, 0.625f}, {0, 0.5f}}));
     addElsewhere(effect, 3, 0.875f);
     effect.add(3, 0.6875f);
-    addElsewhere(effect, 3, 0.8125f); // through a slot that was emptied, but still hangs on the chain
+    addElsewhere(effect, 3, 0.8125f); // through a slot that was emptied, but is still in the chain
     EXPECT_EQ(effect.render(), Written({{3, 0.8125f}}));
     EXPECT_EQ(effect.position, 0.8125f);
     EXPECT_EQ(effect.render(), Written());

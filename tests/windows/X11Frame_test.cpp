@@ -265,7 +265,10 @@ TEST_F(X11FrameTest, SurvivesTheServerCuttingItOff)
     CPoint point;
     EXPECT_FALSE(window().getCurrentMousePosition(point));
     idle.stop();
-    EXPECT_FALSE(loop.runOnce(0) || loop.runOnce(0)) << "the dead connection is still looked at";
+    bool isQuiet = false; // a dead connection that is still watched can always be read
+    for (int i = 0; i < 1000 && !isQuiet; ++i)
+        isQuiet = !loop.runOnce(0);
+    EXPECT_TRUE(isQuiet);
 }
 
 TEST_F(X11FrameTest, BelievesTheServerAloneThatItsWindowIsGone)

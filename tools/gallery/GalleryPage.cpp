@@ -20,9 +20,10 @@ const std::vector<Page>& pages()
     return all;
 }
 
-Show::Show(const Page& page, void* parent)
+Show::Show(const Page& page, double scale, void* parent)
     : shown(new Tovra::CFrame(Tovra::CRect(0.0, 0.0, pageWidth, pageHeight), parent, nullptr))
 {
+    shown->setScale(scale);
     shown->setBackgroundColor(ground);
     page.fill(*shown);
     shown->addView(

@@ -13,6 +13,7 @@
 
 namespace Gallery
 {
+// In units.
 constexpr double pageWidth = 640.0;
 constexpr double pageHeight = 420.0;
 
@@ -25,11 +26,12 @@ struct Page
 
 const std::vector<Page>& pages();
 
-// A frame that shows a page. parent is the window to open it in; null only draws the picture.
+// A frame that shows a page, with scale pixels to a unit. parent is the window to open it in; null only draws
+// the picture.
 class Show
 {
 public:
-    explicit Show(const Page& page, void* parent = nullptr);
+    explicit Show(const Page& page, double scale = 1.0, void* parent = nullptr);
     ~Show();
     Show(const Show&) = delete;
     Show& operator=(const Show&) = delete;

@@ -6,6 +6,7 @@
 #include "Tovrane/platform/x11/X11TopLevel.h"
 #include "tools/gallery/GalleryPage.h"
 
+#include <cmath>
 #include <functional>
 
 namespace Gallery
@@ -36,12 +37,13 @@ private:
 };
 }
 
-bool showWindow(std::size_t firstPage)
+bool showWindow(std::size_t firstPage, double scale)
 {
     Tovra::PollRunLoop loop;
     Tovra::RunLoop::enter(loop);
     Tovra::useX11Frames();
-    const auto window = Tovra::X11TopLevel::open("Gallery", int(pageWidth), int(pageHeight));
+    const auto window = Tovra::X11TopLevel::open("Gallery", int(std::ceil(pageWidth * scale)),
+                                                 int(std::ceil(pageHeight * scale)));
     if (window == nullptr)
         return false;
     window->onClose = [&] { loop.stop(); };
@@ -58,7 +60,7 @@ bool showWindow(std::size_t firstPage)
                    if (isTurned)
                    {
                        show.reset();
-                       show = std::make_unique<Show>(pages()[page % pages().size()], window->parent());
+                       show = std::make_unique<Show>(pages()[page % pages().size()], scale, window->parent());
                        show->frame().addView(new PageTitle(Tovra::CRect(0.0, 0.0, pageWidth, titleHeight),
                                                            [&]
                                                            {

@@ -7,5 +7,5 @@
 namespace Gallery
 {
 // [window thread]  Returns when the user has closed the window. False if there is no display.
-bool showWindow(std::size_t firstPage);
+bool showWindow(std::size_t firstPage, double scale);
 }

@@ -4,6 +4,7 @@
 #include "CORE/Truncate.h"
 #include "Tovrane/draw/CDrawContext.h"
 #include "Tovrane/draw/CMACBitmap.h"
+#include "Tovrane/draw/ImageResampling.h"
 #include "Tovrane/draw/PNGStreams.h"
 
 #include <cmath>
@@ -14,15 +15,16 @@ namespace Tovra
 {
 namespace
 {
-// Takes the last row and column off the context's clip during its lifetime.
+// Takes the last row and column of pixels off the context's clip during its lifetime.
 class ShrunkenClip
 {
 public:
     explicit ShrunkenClip(CDrawContext& clipped)
         : context(clipped), saved(clipped.saveClip()), clip(clipped.getWholeClipRect())
     {
-        clip.right -= 1.0;
-        clip.bottom -= 1.0;
+        const double pixel = 1.0 / context.getScale();
+        clip.right -= pixel;
+        clip.bottom -= pixel;
         if (!clip.isEmpty())
             context.setWholeClipRect(clip);
     }
@@ -84,6 +86,7 @@ CBitmap::CBitmap(const char* name, bool fromFile)
         load(file);
     else if (!fromFile && resource.open(name))
         load(resource);
+    renditions.find(name, fromFile);
     context->setAGGRenderer(renderer.get());
     context->setTargetBitmap(memory.get());
 }
@@ -97,16 +100,23 @@ CBitmap::~CBitmap()
 
 bool CBitmap::loadFromPath(const void* path)
 {
+    const char* const name = static_cast<const char*>(path);
     dispose();
     PNGFileStream stream;
-    return stream.open(static_cast<const char*>(path)) && loadFromStream(&stream);
+    if (!stream.open(name) || !loadFromStream(&stream))
+        return false;
+    renditions.find(name, true);
+    return true;
 }
 
 bool CBitmap::loadFromNewResource(const char* name)
 {
     dispose();
     PNGNewResourceStream stream;
-    return stream.open(name) && loadFromStream(&stream);
+    if (!stream.open(name) || !loadFromStream(&stream))
+        return false;
+    renditions.find(name, false);
+    return true;
 }
 
 bool CBitmap::loadFromResource(const CResourceDescription& description)
@@ -119,6 +129,7 @@ bool CBitmap::loadFromResource(const CResourceDescription& description)
 void CBitmap::dispose()
 {
     attachImg(nullptr);
+    renditions.clear();
     width = 0.0;
     height = 0.0;
     loaded = false;
@@ -130,6 +141,12 @@ bool CBitmap::loadFromStream(ITovraPNGStream* stream)
     if (stream)
         load(*stream);
     return stream != nullptr;
+}
+
+void CBitmap::loadScaled(ITovraPNGStream& stream, int pixelsPerUnit)
+{
+    imageScale = pixelsPerUnit;
+    loadFromStream(&stream);
 }
 
 void CBitmap::load(ITovraPNGStream& stream)
@@ -201,13 +218,27 @@ void CBitmap::attachImg(IOSBitmap* bitmap)
 {
     image = PelmoAGG::Image();
     if (bitmap)
-        image.attach(bitmap->getPixelPtr(), bitmap->getWidth(), bitmap->getHeight(), bitmap->getRowBytes());
+        image.attach(bitmap->getPixelPtr(), bitmap->getWidth(), bitmap->getHeight(), bitmap->getRowBytes(),
+                     imageScale);
     renderer->attach(image);
 }
 
 PelmoAGG* CBitmap::drawable(CDrawContext* target) const
 {
     return target && image.getPixels() ? target->getAGGRenderer() : nullptr;
+}
+
+void CBitmap::blend(PelmoAGG& onto, CPoint offset, CPoint extent, CPoint at, unsigned alpha)
+{
+    const PelmoAGG::Image& from = renditions.choose(image, onto.scale());
+    const double pixel = 1.0 / from.getScale();
+    if (from.getScale() == onto.scale())
+        return onto.blendImage(from, offset.x, offset.y, offset.x + extent.x - pixel,
+                               offset.y + extent.y - pixel, at.x, at.y, alpha);
+    const CRect part(offset.x, offset.y, offset.x + extent.x, offset.y + extent.y);
+    const ImageResampling to(from, part, at, onto.scale());
+    onto.blendImage(renditions.resample(from, to.part, to.width, to.height, onto.scale()), to.at.x, to.at.y,
+                    alpha);
 }
 
 void CBitmap::draw(CDrawContext* target, const CRect& rect, const CPoint& offset)
@@ -218,9 +249,8 @@ void CBitmap::draw(CDrawContext* target, const CRect& rect, const CPoint& offset
     const ShrunkenClip clip(*target);
     if (clip.isEmpty())
         return;
-    const CPoint at = rect.getTopLeft() + target->getOffset();
-    onto->blendImage(image, offset.x, offset.y, offset.x + std::fabs(rect.getWidth()) - 1.0,
-                     offset.y + std::fabs(rect.getHeight()) - 1.0, at.x, at.y, 255);
+    blend(*onto, offset, {std::fabs(rect.getWidth()), std::fabs(rect.getHeight())},
+          rect.getTopLeft() + target->getOffset(), 255);
 }
 
 void CBitmap::drawTransparent(CDrawContext* target, const CRect& rect, const CPoint& offset)
@@ -228,6 +258,8 @@ void CBitmap::drawTransparent(CDrawContext* target, const CRect& rect, const CPo
     draw(target, rect, offset);
 }
 
+// At scale 1 coordinates are truncated, and so the middles of pixels are safe ones; at others they go to the
+// nearest pixel anyway.
 void CBitmap::drawAlphaBlend(CDrawContext* target, const CRect& rect, const CPoint& offset,
                              unsigned char alpha)
 {
@@ -237,14 +269,16 @@ void CBitmap::drawAlphaBlend(CDrawContext* target, const CRect& rect, const CPoi
     const ShrunkenClip clip(*target);
     if (clip.isEmpty())
         return;
-    const double w = rect.getWidth();
-    const double h = rect.getHeight() - 0.5;
+    CPoint extent(std::fabs(rect.getWidth()), std::fabs(rect.getHeight()));
     CPoint from = offset;
     CPoint at = rect.getTopLeft() + target->getOffset();
-    onto->alignPoint(from.x, from.y);
-    onto->alignPoint(at.x, at.y);
-    onto->blendImage(image, from.x, from.y, from.x + std::fabs(w) - 1.0, from.y + std::fabs(h) - 1.0, at.x,
-                     at.y, alpha);
+    if (onto->scale() == 1.0)
+    {
+        extent.y = std::fabs(rect.getHeight() - 0.5);
+        onto->alignPoint(from.x, from.y);
+        onto->alignPoint(at.x, at.y);
+    }
+    blend(*onto, from, extent, at, alpha);
 }
 
 void CBitmap::drawScaled(CDrawContext* target, const CRect& source, const CRect& to)
@@ -259,8 +293,9 @@ void CBitmap::drawScaled(CDrawContext* target, const CRect& source, const CRect&
     onto->imageFilter(kFilterBilinear);
     onto->imageBlendColor(255, 0, 0, 255);
     onto->imageBlendMode(kBlendDst);
-    onto->transformImage(image, Core::truncate<int>(source.left), Core::truncate<int>(source.top),
-                         Core::truncate<int>(source.right), Core::truncate<int>(source.bottom),
-                         to.left + offset.x, to.top + offset.y, to.right + offset.x, to.bottom + offset.y);
+    onto->transformImage(renditions.choose(image, onto->scale()), Core::truncate<int>(source.left),
+                         Core::truncate<int>(source.top), Core::truncate<int>(source.right),
+                         Core::truncate<int>(source.bottom), to.left + offset.x, to.top + offset.y,
+                         to.right + offset.x, to.bottom + offset.y);
 }
 }

@@ -5,10 +5,17 @@
 // of every picture. A PNG with an error in it is shown as far as it could be decoded. One of more than 8192
 // pixels a side, or 64 MiB in all, is refused and gives an empty picture.
 //
+// One pixel of it is one unit of what draws it. Where that is drawn at a larger scale, a rendition of the
+// picture is used that was made for it: the file or resource of the same name with "@2x" or "@3x" appended.
+// Between those scales, or without renditions, the next larger one is resampled.
+//
 // Shared by reference count. [window thread]
 #pragma once
 
 #include "Tovrane/base/CBaseObject.h"
+#include "Tovrane/base/CPoint.h"
+#include "Tovrane/base/CRect.h"
+#include "Tovrane/draw/BitmapRenditions.h"
 #include "Tovrane/draw/PelmoAGG.h"
 
 #include <memory>
@@ -21,8 +28,6 @@ namespace Tovra
 class CDrawContext;
 class IOSBitmap;
 class ITovraPNGStream;
-struct CPoint;
-struct CRect;
 struct CResourceDescription;
 
 class CBitmap : public CBaseObject
@@ -56,11 +61,13 @@ public:
     virtual bool loadFromNewResource(const char* name);
     // False only for null. The caller keeps the stream.
     virtual bool loadFromStream(ITovraPNGStream* stream);
+    // For renditions: like loadFromStream, for a picture with that many pixels to a unit.
+    void loadScaled(ITovraPNGStream& stream, int pixelsPerUnit);
 
     // Sets the pixels to draw from and into. The caller keeps ownership. Null for no pixels.
     void attachImg(IOSBitmap* bitmap);
 
-    // In pixels.
+    // In pixels of the picture for scale 1.
     double getWidth() const { return width; }
     double getHeight() const { return height; }
     bool isLoaded() const { return loaded; }
@@ -75,13 +82,17 @@ private:
     void premultiply();
     // The renderer of the target; null if there is nothing to draw.
     PelmoAGG* drawable(CDrawContext* target) const;
+    // The part of size extent from offset on; all in units.
+    void blend(PelmoAGG& onto, CPoint offset, CPoint extent, CPoint at, unsigned alpha);
 
     CDrawContext* context; // draws with renderer
     bool loaded = false;
     double width = 0.0;
     double height = 0.0;
     std::unique_ptr<IOSBitmap> memory;
+    double imageScale = 1.0;
     PelmoAGG::Image image;
+    BitmapRenditions renditions;
     std::unique_ptr<PelmoAGG> renderer; // draws into memory
 };
 }

@@ -66,6 +66,11 @@ void CDrawContext::setTargetBitmap(IOSBitmap* bitmap)
     targetBitmap = bitmap;
 }
 
+double CDrawContext::getScale() const
+{
+    return renderer ? renderer->scale() : 1.0;
+}
+
 CRect CDrawContext::moved(const CRect& rect) const
 {
     CRect result = rect;
@@ -230,7 +235,7 @@ void CDrawContext::drawString(const char* text, const CRect& rect, bool useFontC
         return;
     CRect textClip = rect;
     textClip.bound(getWholeClipRect());
-    textClip.bottom -= 1.0;
+    textClip.bottom -= 1.0 / getScale();
     if (textClip.isEmpty())
         return;
     const CRect box = moved(textClip);

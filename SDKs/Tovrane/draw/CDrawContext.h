@@ -55,6 +55,9 @@ public:
 
     void forget() override;
 
+    // Pixels to a unit, as the renderer has it; 1 without a renderer. All coordinates here are in units.
+    double getScale() const;
+
     // The frame offset is the sum of the containers' positions; the offset is added to every coordinate.
     // Containers change both.
     CPoint getFrameOffset() const { return frameOffset; }
@@ -103,7 +106,6 @@ public:
     void drawEllipse(const CRect& rect, CDrawStyle style);
     // A part of the ellipse in rect; in degrees, clockwise from the right.
     void drawArc(const CRect& rect, float start, float sweep, CDrawStyle style);
-    // The radii are in pixels.
     void blurRect(CRect& rect, int radiusX, int radiusY);
 
     void setLineWidth(double width);
@@ -120,10 +122,10 @@ public:
     void setFont(CFontDesc* newFont, const double& size, const long& style);
     CFontDesc* getFont() const { return font; }
     double getFontSize() const { return fontSize; }
-    // In pixels, with the renderer's font.
+    // With the renderer's font.
     double getStringWidth(const char* text);
-    // Draws one line of UTF-8 at the vertical centre of rect, clipped to rect without its last row. In the
-    // font colour, or, without useFontColor, in the renderer's line colour.
+    // Draws one line of UTF-8 at the vertical centre of rect, clipped to rect without its last row of pixels.
+    // In the font colour, or, without useFontColor, in the renderer's line colour.
     void drawString(const char* text, const CRect& rect, bool useFontColor = true,
                     CHoriTxtAlign align = kTextCenter);
 
@@ -139,6 +141,7 @@ public:
 
 private:
     CRect moved(const CRect& rect) const;
+    CRect limitInUnits() const;
     void applyClip();
     void applyStyle(CDrawStyle style);
     void applyFont();
@@ -155,9 +158,9 @@ private:
     CColor frameColor;
     CColor fillColor;
     static constexpr CRect unlimited{-1e9, -1e9, 1e9, 1e9};
-    CRect clip;              // these three include the offset
+    CRect clip;              // these two include the offset
     CRect viewClip;          // the clip at the last enterView or resetClipRect
-    CRect limit = unlimited; // whole pixels
+    CRect limit = unlimited; // in pixels, and whole ones
     PelmoAGG* renderer = nullptr;
     IOSBitmap* targetBitmap = nullptr;
     double fontSize = 0.0;

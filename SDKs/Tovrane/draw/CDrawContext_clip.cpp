@@ -7,6 +7,14 @@
 
 namespace Tovra
 {
+constexpr double roundingError = 1e-6; // of coordinates with an offset, and of those that were scaled
+
+CRect CDrawContext::limitInUnits() const
+{
+    const double scale = getScale();
+    return {limit.left / scale, limit.top / scale, limit.right / scale, limit.bottom / scale};
+}
+
 CDrawContext::ClipState CDrawContext::saveClip() const
 {
     return {clip, viewClip, limit};
@@ -31,7 +39,7 @@ void CDrawContext::applyClip()
 CRect CDrawContext::getClipRect() const
 {
     CRect result = clip;
-    return result.bound(limit).offset(-drawOffset.x, -drawOffset.y);
+    return result.bound(limitInUnits()).offset(-drawOffset.x, -drawOffset.y);
 }
 
 CRect CDrawContext::getWholeClipRect() const
@@ -42,10 +50,9 @@ CRect CDrawContext::getWholeClipRect() const
 
 CRect CDrawContext::withoutLimit(const CRect& rect) const
 {
-    constexpr double roundingError = 1e-6; // of coordinates with an offset
     const auto isAt = [](double edge, double other) { return std::fabs(edge - other) < roundingError; };
     CRect visible = viewClip;
-    visible.bound(limit);
+    visible.bound(limitInUnits());
     CRect whole = moved(rect);
     whole.left = isAt(whole.left, visible.left) ? viewClip.left : whole.left;
     whole.top = isAt(whole.top, visible.top) ? viewClip.top : whole.top;
@@ -85,7 +92,13 @@ void CDrawContext::enterView(const CRect& rect)
 
 void CDrawContext::limitTo(const CRect& part)
 {
-    limit.bound(moved(part).roundOut());
+    const double scale = getScale();
+    CRect pixels = moved(part);
+    pixels.left = std::floor(pixels.left * scale + roundingError);
+    pixels.top = std::floor(pixels.top * scale + roundingError);
+    pixels.right = std::ceil(pixels.right * scale - roundingError);
+    pixels.bottom = std::ceil(pixels.bottom * scale - roundingError);
+    limit.bound(pixels);
     applyClip();
 }
 }

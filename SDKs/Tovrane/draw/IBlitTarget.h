@@ -23,8 +23,8 @@ class IBlitTarget
 {
 public:
     virtual ~IBlitTarget() = default;
-    // [window thread]  Shows the whole picture in target, scaled if target has another size; for a frame's
-    // picture it has the same. The pixels are only read during the call.
+    // [window thread]  Shows the whole picture in target, which is in pixels; scaled if target has another
+    // size. For a frame's picture it has the same. The pixels are only read during the call.
     virtual void blit(const BlitPicture& picture, const CRect& target) = 0;
 };
 }

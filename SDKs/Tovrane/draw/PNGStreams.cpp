@@ -34,6 +34,22 @@ bool PNGFileStream::read(unsigned char* target, unsigned long count)
     return file && std::fread(target, 1, count, file) == count;
 }
 
+std::vector<unsigned char> PNGFileStream::readAll(std::size_t limit)
+{
+    constexpr std::size_t step = 64 * 1024;
+    std::vector<unsigned char> all;
+    for (std::size_t got = step; file && got == step && all.size() <= limit;)
+    {
+        const std::size_t had = all.size();
+        all.resize(had + step);
+        got = std::fread(all.data() + had, 1, step, file);
+        all.resize(had + got);
+    }
+    if (all.size() > limit)
+        all.clear();
+    return all;
+}
+
 PNGNewResourceStream::~PNGNewResourceStream()
 {
     closeResource(data);
@@ -54,5 +70,15 @@ bool PNGNewResourceStream::read(unsigned char* target, unsigned long count)
     std::memcpy(target, data + position, count);
     position += count;
     return true;
+}
+
+std::vector<unsigned char> PNGNewResourceStream::readAll()
+{
+    if (!data)
+        return {};
+    const auto* const bytes = reinterpret_cast<const unsigned char*>(data);
+    std::vector<unsigned char> all(bytes + position, bytes + size);
+    position = size;
+    return all;
 }
 }

@@ -4,7 +4,9 @@
 // When a stream has no more bytes, the decoder stops with an error.
 #pragma once
 
+#include <cstddef>
 #include <cstdio>
+#include <vector>
 
 struct png_struct_def;
 
@@ -39,6 +41,8 @@ public:
 
     bool open(const char* path);
     bool read(unsigned char* target, unsigned long count) override;
+    // The bytes that have not been read yet; none if there are more than limit.
+    std::vector<unsigned char> readAll(std::size_t limit);
 
 private:
     std::FILE* file = nullptr;
@@ -54,6 +58,8 @@ public:
     bool open(const char* name);
     // If there are fewer bytes than count, the target is left unchanged.
     bool read(unsigned char* target, unsigned long count) override;
+    // The bytes that have not been read yet.
+    std::vector<unsigned char> readAll();
 
 private:
     const char* data = nullptr;

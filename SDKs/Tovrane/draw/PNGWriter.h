@@ -11,4 +11,6 @@ class IOSBitmap;
 // [any thread]  The bytes of the file, with red, green and blue as a window shows them, without alpha. Empty
 // if the picture has no pixels, or if there is not enough memory.
 std::vector<unsigned char> writePNG(IOSBitmap& picture);
+// [any thread]  One picture of several below one another, which are equally wide.
+std::vector<unsigned char> writePNG(const std::vector<IOSBitmap*>& pictures);
 }

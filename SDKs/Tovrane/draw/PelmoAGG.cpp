@@ -6,7 +6,8 @@
 
 namespace Tovra
 {
-void PelmoAGG::Image::attach(unsigned char* pixels, unsigned int width, unsigned int height, int stride)
+void PelmoAGG::Image::attach(unsigned char* pixels, unsigned int width, unsigned int height, int stride,
+                             double pixelsPerUnit)
 {
     *this = Image();
     const std::int64_t rowBytes = std::int64_t(width) * 4;
@@ -17,6 +18,7 @@ void PelmoAGG::Image::attach(unsigned char* pixels, unsigned int width, unsigned
     columns = width;
     rows = height;
     rowStride = stride;
+    scale = pixelsPerUnit;
     firstRow = stride < 0 ? pixels - std::ptrdiff_t(height - 1) * stride : pixels;
 }
 
@@ -27,6 +29,25 @@ PelmoAGG::PelmoAGG() : pipelines(std::make_unique<Pipelines>())
 }
 
 PelmoAGG::~PelmoAGG() = default;
+
+constexpr double smallestScale = 1.0 / 16;
+constexpr double largestScale = 16.0;
+
+void PelmoAGG::scale(double pixelsPerUnit)
+{
+    Pipelines& p = *pipelines;
+    if (!(pixelsPerUnit >= smallestScale && pixelsPerUnit <= largestScale))
+        return;
+    p.grid = PixelGrid(pixelsPerUnit);
+    p.curves.approximation_scale(p.flattening());
+    p.text->scale(pixelsPerUnit);
+    clipBox(p.clip.x1, p.clip.y1, p.clip.x2, p.clip.y2);
+}
+
+double PelmoAGG::scale() const
+{
+    return pipelines->grid.scale();
+}
 
 void PelmoAGG::attach(unsigned char* pixels, unsigned int width, unsigned int height, int stride)
 {
@@ -42,7 +63,7 @@ void PelmoAGG::attach(unsigned char* pixels, unsigned int width, unsigned int he
 
     p.resetState();
     p.scissor = {0, 0, int(maxSide), int(maxSide)};
-    clipBox(0.0, 0.0, picture.getWidth(), picture.getHeight());
+    clipBox(0.0, 0.0, p.grid.toUnits(picture.getWidth()), p.grid.toUnits(picture.getHeight()));
     lineWidth(1.0);
     imageFilter(kFilterBilinear);
 }
@@ -59,17 +80,19 @@ void PelmoAGG::clipBox(double x1, double y1, double x2, double y2)
     const double bottom = p.picture.getHeight();
     p.clip = {x1, y1, x2, y2};
     p.closeClip();
-    if (right < 1.0 || !areNumbers(x1, y1, x2, y2) || x1 == x2 || y1 == y2)
+    const agg::rect_d edges(p.grid.edge(x1), p.grid.edge(y1), p.grid.edge(x2), p.grid.edge(y2));
+    if (right < 1.0 || !areNumbers(x1, y1, x2, y2) || edges.x1 == edges.x2 || edges.y1 == edges.y2)
         return;
 
-    agg::rect_i box(wholePixels(x1), wholePixels(y1), wholePixels(x2), wholePixels(y2));
+    agg::rect_i box(wholePixels(edges.x1), wholePixels(edges.y1), wholePixels(edges.x2),
+                    wholePixels(edges.y2));
     box.normalize();
     if (!box.clip({0, 0, int(right) - 1, int(bottom) - 1}) || !box.clip(p.scissor))
         return;
     p.clipClosed = false;
     p.openClip(box);
-    p.rasterizer.clip_box(std::clamp(x1, 0.0, right), std::clamp(y1, 0.0, bottom), std::clamp(x2, 0.0, right),
-                          std::clamp(y2, 0.0, bottom));
+    p.rasterizer.clip_box(std::clamp(edges.x1, 0.0, right), std::clamp(edges.y1, 0.0, bottom),
+                          std::clamp(edges.x2, 0.0, right), std::clamp(edges.y2, 0.0, bottom));
 }
 
 void PelmoAGG::clipBox(double& x1, double& y1, double& x2, double& y2) const
@@ -99,8 +122,9 @@ void PelmoAGG::clearAll(unsigned int r, unsigned int g, unsigned int b, unsigned
 
 void PelmoAGG::alignPoint(double& x, double& y) const
 {
-    x = std::floor(x) + 0.5;
-    y = std::floor(y) + 0.5;
+    const PixelGrid& grid = pipelines->grid;
+    x = grid.toUnits(std::floor(grid.toPixels(x)) + 0.5);
+    y = grid.toUnits(std::floor(grid.toPixels(y)) + 0.5);
 }
 
 void PelmoAGG::masterAlpha(double alpha)
@@ -225,10 +249,8 @@ void PelmoAGG::colors(const Colors& saved)
 
 void PelmoAGG::lineWidth(double width)
 {
-    if (!areNumbers(width))
-        return;
-    pipelines->lineWidth = width;
-    pipelines->stroke.width(std::clamp(width, -widestLine, widestLine));
+    if (areNumbers(width))
+        pipelines->lineWidth = width;
 }
 
 double PelmoAGG::lineWidth() const

@@ -10,10 +10,15 @@
 // are premultiplied. The master alpha takes effect when a colour or a gradient is set, not when something is
 // drawn, so it has to be set before them.
 //
+// All coordinates and lengths are in units, of which one is scale() pixels; only scissor takes pixels. What
+// is upright or level stays on whole pixels at every scale.
+//
 // A call with a NaN coordinate draws nothing. Coordinates far outside of the picture are clamped to what the
 // 24.8 fixed point numbers of the rasteriser can hold.
 #pragma once
 
+#include "Tovrane/base/CPoint.h"
+#include "Tovrane/base/CRect.h"
 #include "Tovrane/draw/FontCacheType.h"
 #include "Tovrane/draw/SubpixelOrder.h"
 
@@ -103,19 +108,23 @@ public:
     {
     public:
         Image() = default;
-        Image(unsigned char* pixels, unsigned int width, unsigned int height, int stride)
+        Image(unsigned char* pixels, unsigned int width, unsigned int height, int stride,
+              double pixelsPerUnit = 1.0)
         {
-            attach(pixels, width, height, stride);
+            attach(pixels, width, height, stride, pixelsPerUnit);
         }
 
         // Leaves the image empty if pixels is null, a side is 0 or above maxSide, or the rows would overlap.
-        void attach(unsigned char* pixels, unsigned int width, unsigned int height, int stride);
+        // pixelsPerUnit is the scale for which the image was made.
+        void attach(unsigned char* pixels, unsigned int width, unsigned int height, int stride,
+                    double pixelsPerUnit = 1.0);
 
         // The address that was attached; null for an empty image.
         unsigned char* getPixels() const { return memory; }
         unsigned int getWidth() const { return columns; }
         unsigned int getHeight() const { return rows; }
         int getStride() const { return rowStride; }
+        double getScale() const { return scale; }
         // 0 <= y < getHeight().
         unsigned char* row(int y) const { return firstRow + static_cast<long>(y) * rowStride; }
 
@@ -125,6 +134,7 @@ public:
         unsigned int columns = 0;
         unsigned int rows = 0;
         int rowStride = 0;
+        double scale = 1.0;
     };
 
     // The maximum width and height of a picture.
@@ -135,10 +145,15 @@ public:
     PelmoAGG(const PelmoAGG&) = delete;
     PelmoAGG& operator=(const PelmoAGG&) = delete;
 
+    // The pixels to a unit, from 1/16 to 16; other numbers are ignored. 1 at first; attach does not change
+    // it. The clip box is applied again, and the font is opened in the size of the new scale.
+    void scale(double pixelsPerUnit);
+    double scale() const;
+
     // Sets the picture to draw into, which the caller owns. Without one (null, or a size of 0) nothing is
-    // drawn. Resets all else but font, hints and sub-pixel order: the clip is the whole picture, lines are
-    // black and 1 wide, shapes are filled white, text begins at its top left, pictures are scaled bilinearly,
-    // blending is plain with a master alpha of 1.
+    // drawn. Resets all else but scale, font, hints and sub-pixel order: the clip is the whole picture, lines
+    // are black and 1 wide, shapes are filled white, text begins at its top left, pictures are scaled
+    // bilinearly, blending is plain with a master alpha of 1.
     void attach(unsigned char* pixels, unsigned int width, unsigned int height, int stride);
     void attach(Image& image);
 
@@ -148,7 +163,7 @@ public:
     void clipBox(double x1, double y1, double x2, double y2);
     // Reads back what was set.
     void clipBox(double& x1, double& y1, double& x2, double& y2) const;
-    // Limits drawing, except for clearAll and blurRect, to whole pixels as well: from (left, top) up to
+    // Limits drawing, except for clearAll and blurRect, to these pixels as well: from (left, top) up to
     // (right, bottom), which are outside. Inside it changes nothing, while a clip box cuts shapes, whose
     // slanted edges may then be rounded differently. attach removes it.
     void scissor(double left, double top, double right, double bottom);
@@ -193,7 +208,7 @@ public:
     };
     Colors colors() const;
     void colors(const Colors& saved);
-    // In pixels. Lines of 0 or less are not drawn.
+    // Lines of 0 or less are not drawn.
     void lineWidth(double width);
     double lineWidth() const;
 
@@ -226,7 +241,7 @@ public:
     void drawPath(DrawPathFlag flag);
 
     // Sets the font: a TrueType file in memory, which has to outlive the renderer, and a name that identifies
-    // it; height is in pixels to an em, angle in radians. If the file is no font, the former font stays.
+    // it; height is in units to an em, angle in radians. If the file is no font, the former font stays.
     void font(const char* name, const char* data, long length, double height, FontCacheType type,
               double angle);
     void textAlignment(TextAlignment x, TextAlignment y);
@@ -235,32 +250,34 @@ public:
     void textHints(TextHintsType hints);
     TextHintsType textHints() const;
     // For fonts of kFontCacheLCD: the screen's order, which the window system knows. kSubpixelRGB at first;
-    // attach does not change it.
+    // attach does not change it. From a scale of 1.5 on text is grey whatever the order is.
     void subpixelOrder(SubpixelOrder order);
     SubpixelOrder subpixelOrder() const;
-    // In pixels; 0 without a font. Texts are UTF-8; an invalid byte stands for the character of its number.
+    // In units; 0 without a font. Texts are UTF-8; an invalid byte stands for the character of its number.
     double textWidth(const char* string);
     // Draws in the line colour, aligned to the point. With roundOff the start is truncated to whole pixels;
     // ddx and ddy are added afterwards.
     void text(double x, double y, const char* string, bool roundOff, double ddx, double ddy);
 
     // Blends a premultiplied picture, or its part from (imgX1, imgY1) to (imgX2, imgY2), both included, with
-    // its top left at (dstX, dstY). All coordinates are truncated to whole pixels. alpha is 0 to 255. Both
-    // pictures may share memory.
+    // its top left at (dstX, dstY). All coordinates are truncated to whole pixels (at other scales than 1
+    // they go to the nearest). alpha is 0 to 255. An image that was made for another scale is
+    // resampled each time; otherwise both pictures may share memory.
     void blendImage(const Image& image, double imgX1, double imgY1, double imgX2, double imgY2, double dstX,
                     double dstY, unsigned int alpha);
     void blendImage(const Image& image, double dstX, double dstY, unsigned int alpha);
-    // Scales a part of a premultiplied picture, with the image filter.
+    // Scales a part of a premultiplied picture, with the image filter. The part is in units of the image.
     void transformImage(const Image& image, int imgX1, int imgY1, int imgX2, int imgY2, double dstX1,
                         double dstY1, double dstX2, double dstY2);
-    // Blurs in place and ignores the clip. Radii are in pixels, rounded, at most 254; with 0 an axis is not
-    // blurred.
+    // Blurs in place and ignores the clip. Radii are rounded to whole pixels, at most 254; with 0 an axis is
+    // not blurred.
     void blurRect(double x1, double y1, double x2, double y2, double radiusX, double radiusY);
 
     struct Pipelines; // in PelmoAGGPipelines.h, for the implementation
 
 private:
     friend class PelmoText;
+    void blendResampled(const Image& image, const CRect& part, const CPoint& at, unsigned int alpha);
 
     std::unique_ptr<Pipelines> pipelines;
 };

@@ -10,11 +10,9 @@
 
 namespace Tovra
 {
-constexpr double curveScale = 2.0; // keeps the segments of curves within a quarter of a pixel
-
 PelmoAGG::Pipelines::Pipelines() : text(std::make_unique<PelmoText>())
 {
-    curves.approximation_scale(curveScale);
+    curves.approximation_scale(flattening());
     std::fill_n(&fillTable[0], fillTable.size(), agg::rgba8(0, 0, 0, 0));
     resetState();
 }

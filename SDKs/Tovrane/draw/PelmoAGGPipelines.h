@@ -4,12 +4,12 @@
 
 #include "Tovrane/draw/PelmoAGG.h"
 #include "Tovrane/draw/PelmoCompOps.h"
+#include "Tovrane/draw/PixelGrid.h"
 #include "Tovrane/lib/ren_rgba_lcd.h"
 
 #include <agg_conv_curve.h>
 #include <agg_conv_stroke.h>
 #include <agg_image_filters.h>
-#include <agg_path_storage.h>
 #include <agg_pixfmt_rgba.h>
 #include <agg_rasterizer_scanline_aa.h>
 #include <agg_renderer_base.h>
@@ -76,12 +76,21 @@ struct PelmoAGG::Pipelines
 
     // Whether nothing can be drawn, without a picture or with an empty clip.
     bool closed() const { return clipClosed; }
+    // AGG's approximation scale for curves and arcs: those of 1 are polygons whose corners lie within a
+    // quarter of a pixel, and at other scales they are the same polygons.
+    double flattening() const { return 2.0 / grid.scale(); }
     agg::rgba8 scaledByMaster(agg::rgba8 color) const;
     void resetState();
     void closeClip();
     void openClip(const agg::rect_i& box);
     void setGradient(double x1, double y1, double x2, double y2);
+    // Makes it the path. The corners follow the sides, which are on the grid already.
+    void makeRoundedRect(const agg::rect_d& sides, double radius);
+    // Fill the rasteriser with the path, which is in pixels.
+    void rasterizeFill();
+    void rasterizeStroke();
 
+    PixelGrid grid; // what follows is in pixels where it is not said to be in units
     Image picture;
     Rows rows;
     PixelPath<PlainPixels> plain;
@@ -93,11 +102,12 @@ struct PelmoAGG::Pipelines
     agg::rasterizer_scanline_aa<agg::rasterizer_sl_clip<agg::ras_conv_int>> rasterizer;
     agg::scanline_u8 scanline;
     agg::span_allocator<agg::rgba8> spans;
-    agg::path_base<agg::vertex_block_storage<double, 8, 256>> path;
-    agg::conv_curve<decltype(path), agg::curve3, agg::curve4> curves{path};
+    RendererPath path;
+    RendererPath fittedPath; // to the grid
+    agg::conv_curve<RendererPath, agg::curve3, agg::curve4> curves{path};
     agg::conv_stroke<decltype(curves), agg::null_markers> stroke{curves};
 
-    agg::rect_d clip;
+    agg::rect_d clip;       // in units
     agg::rect_i clipPixels; // all four edges are inside
     agg::rect_i scissor;    // likewise
     bool clipClosed = true;
@@ -112,7 +122,7 @@ struct PelmoAGG::Pipelines
 
     agg::rgba8 fillColor;
     agg::rgba8 lineColor;
-    double lineWidth = 1.0;
+    double lineWidth = 1.0; // in units
     bool fillIsGradient = false;
     ColorTable fillTable;
     agg::trans_affine fillMatrix; // from picture to gradient coordinates

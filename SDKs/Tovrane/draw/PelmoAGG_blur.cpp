@@ -112,18 +112,21 @@ int wholeRadius(double radius)
 void PelmoAGG::blurRect(double x1, double y1, double x2, double y2, double radiusX, double radiusY)
 {
     const Image& picture = pipelines->picture;
+    const PixelGrid& grid = pipelines->grid;
     if (!picture.getPixels() || !areNumbers(x1, y1, x2, y2, radiusX, radiusY))
         return;
-    const int left = std::max(wholePixels(x1), 0);
-    const int top = std::max(wholePixels(y1), 0);
-    const int right = std::min(wholePixels(x2), int(picture.getWidth()) - 1);
-    const int bottom = std::min(wholePixels(y2), int(picture.getHeight()) - 1);
+    const int left = std::max(wholePixels(grid.toPixels(x1)), 0);
+    const int top = std::max(wholePixels(grid.toPixels(y1)), 0);
+    const int right = std::min(wholePixels(grid.toPixels(x2)), int(picture.getWidth()) - 1);
+    const int bottom = std::min(wholePixels(grid.toPixels(y2)), int(picture.getHeight()) - 1);
     if (right <= left || bottom <= top)
         return;
-    if (StackBlur blur(wholeRadius(radiusX)); wholeRadius(radiusX) > 0)
+    const int across = wholeRadius(grid.toPixels(radiusX));
+    const int down = wholeRadius(grid.toPixels(radiusY));
+    if (StackBlur blur(across); across > 0)
         for (int y = top; y <= bottom; ++y)
             blur.line(picture.row(y) + left * channels, right - left + 1, channels);
-    if (StackBlur blur(wholeRadius(radiusY)); wholeRadius(radiusY) > 0)
+    if (StackBlur blur(down); down > 0)
         for (int x = left; x <= right; ++x)
             blur.line(picture.row(top) + x * channels, bottom - top + 1, picture.getStride());
 }

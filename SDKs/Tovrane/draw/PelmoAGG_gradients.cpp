@@ -17,6 +17,10 @@ constexpr double steepestProfile = 1000.0;
 void PelmoAGG::Pipelines::setGradient(double x1, double y1, double x2, double y2)
 {
     const auto near = [](double v) { return std::clamp(v, -farthestGradient, farthestGradient); };
+    x1 = grid.toPixels(x1);
+    y1 = grid.toPixels(y1);
+    x2 = grid.toPixels(x2);
+    y2 = grid.toPixels(y2);
     const double dx = near(x2) - near(x1);
     const double dy = near(y2) - near(y1);
     fillMatrix.reset();

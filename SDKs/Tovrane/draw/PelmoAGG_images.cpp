@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "Tovrane/draw/ImageResampling.h"
 #include "Tovrane/draw/PelmoAGGPipelines.h"
 
 #include <bit>
@@ -159,9 +160,15 @@ void PelmoAGG::blendImage(const Image& image, double imgX1, double imgY1, double
     const Pipelines& p = *pipelines;
     if (p.closed() || !image.getPixels() || !areNumbers(imgX1, imgY1, imgX2, imgY2, dstX, dstY))
         return;
-    Placement at{wholePixels(imgX1), wholePixels(imgY1), wholePixels(dstX), wholePixels(dstY), 0, 0};
-    at.width = wholePixels(imgX2) - at.fromX + 1;
-    at.height = wholePixels(imgY2) - at.fromY + 1;
+    if (image.getScale() != p.grid.scale())
+    {
+        const double pixel = 1.0 / image.getScale();
+        return blendResampled(image, {imgX1, imgY1, imgX2 + pixel, imgY2 + pixel}, {dstX, dstY}, alpha);
+    }
+    const auto pixel = [&p](double units) { return wholePixels(p.grid.pixel(units)); };
+    Placement at{pixel(imgX1), pixel(imgY1), pixel(dstX), pixel(dstY), 0, 0};
+    at.width = pixel(imgX2) - at.fromX + 1;
+    at.height = pixel(imgY2) - at.fromY + 1;
     if (!at.clipTo(image, p.clipPixels))
         return;
 
@@ -174,9 +181,24 @@ void PelmoAGG::blendImage(const Image& image, double imgX1, double imgY1, double
         blendPlaced(p.picture, image, at, Faded{scaled + 1});
 }
 
+void PelmoAGG::blendResampled(const Image& image, const CRect& part, const CPoint& at, unsigned int alpha)
+{
+    const double scale = pipelines->grid.scale();
+    const ImageResampling to(image, part, at, scale);
+    if (to.width == 0 || to.height == 0 || to.width > maxSide || to.height > maxSide ||
+        to.part.x2 < to.part.x1 || to.part.y2 < to.part.y1)
+        return;
+    std::vector<Byte> pixels(std::size_t(to.width) * to.height * pixelBytes);
+    const Image resampled(pixels.data(), to.width, to.height, int(to.width) * pixelBytes, scale);
+    resampleImage(image, to.part, resampled);
+    blendImage(resampled, to.at.x, to.at.y, alpha);
+}
+
 void PelmoAGG::blendImage(const Image& image, double dstX, double dstY, unsigned int alpha)
 {
-    blendImage(image, 0.0, 0.0, image.getWidth() - 1.0, image.getHeight() - 1.0, dstX, dstY, alpha);
+    const double scale = image.getScale();
+    blendImage(image, 0.0, 0.0, (image.getWidth() - 1.0) / scale, (image.getHeight() - 1.0) / scale, dstX,
+               dstY, alpha);
 }
 
 void PelmoAGG::imageFilter(ImageFilter filter)
@@ -221,23 +243,25 @@ void PelmoAGG::transformImage(const Image& image, int imgX1, int imgY1, int imgX
     Pipelines& p = *pipelines;
     const auto near = [](int v) { return std::clamp(v, -farthestSource, farthestSource); };
     if (p.closed() || !image.getPixels() || !areNumbers(dstX1, dstY1, dstX2, dstY2) ||
-        near(imgX1) == near(imgX2) || near(imgY1) == near(imgY2) ||
-        std::fabs(dstX2 - dstX1) < smallestTarget || std::fabs(dstY2 - dstY1) < smallestTarget)
+        near(imgX1) == near(imgX2) || near(imgY1) == near(imgY2))
         return;
-    const double left = pulledIn(dstX1);
-    const double top = pulledIn(dstY1);
-    const double right = pulledIn(dstX2);
-    const double bottom = pulledIn(dstY2);
+    const double left = pulledIn(p.grid.edge(dstX1));
+    const double top = pulledIn(p.grid.edge(dstY1));
+    const double right = pulledIn(p.grid.edge(dstX2));
+    const double bottom = pulledIn(p.grid.edge(dstY2));
+    if (std::fabs(right - left) < smallestTarget || std::fabs(bottom - top) < smallestTarget)
+        return;
     const double corners[6] = {left, top, right, top, right, bottom};
     agg::trans_affine toSource(near(imgX1), near(imgY1), near(imgX2), near(imgY2), corners);
     toSource.invert();
+    toSource *= agg::trans_affine_scaling(image.getScale());
 
-    resetPath();
-    moveTo(left, top);
-    lineTo(right, top);
-    lineTo(right, bottom);
-    lineTo(left, bottom);
-    closePolygon();
+    p.path.remove_all();
+    p.path.move_to(left, top);
+    p.path.line_to(right, top);
+    p.path.line_to(right, bottom);
+    p.path.line_to(left, bottom);
+    p.path.close_polygon();
     p.rasterizer.reset();
     p.rasterizer.add_path(p.path);
     PelmoAGGRenderer::renderImage(p, image, toSource);

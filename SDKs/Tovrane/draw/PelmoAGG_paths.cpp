@@ -7,8 +7,6 @@
 
 namespace Tovra
 {
-constexpr double arcScale = 2.0; // as for curves
-
 void PelmoAGG::resetPath()
 {
     pipelines->path.remove_all();
@@ -16,19 +14,47 @@ void PelmoAGG::resetPath()
 
 void PelmoAGG::moveTo(double x, double y)
 {
+    const PixelGrid& grid = pipelines->grid;
     if (areNumbers(x, y))
-        pipelines->path.move_to(pulledIn(x), pulledIn(y));
+        pipelines->path.move_to(pulledIn(grid.toPixels(x)), pulledIn(grid.toPixels(y)));
 }
 
 void PelmoAGG::lineTo(double x, double y)
 {
+    const PixelGrid& grid = pipelines->grid;
     if (areNumbers(x, y))
-        pipelines->path.line_to(pulledIn(x), pulledIn(y));
+        pipelines->path.line_to(pulledIn(grid.toPixels(x)), pulledIn(grid.toPixels(y)));
 }
 
 void PelmoAGG::closePolygon()
 {
     pipelines->path.close_polygon();
+}
+
+void PelmoAGG::Pipelines::rasterizeFill()
+{
+    rasterizer.reset();
+    if (!grid.fitsFills())
+        return rasterizer.add_path(curves);
+    fittedPath = path;
+    grid.fitFill(fittedPath);
+    curves.attach(fittedPath);
+    rasterizer.add_path(curves);
+    curves.attach(path);
+}
+
+void PelmoAGG::Pipelines::rasterizeStroke()
+{
+    const double width = std::clamp(grid.toPixels(lineWidth), -widestLine, widestLine);
+    rasterizer.reset();
+    stroke.width(width);
+    if (!grid.fitsStrokes(width))
+        return rasterizer.add_path(stroke);
+    fittedPath = path;
+    stroke.width(grid.fitStroke(fittedPath, width));
+    curves.attach(fittedPath);
+    rasterizer.add_path(stroke);
+    curves.attach(path);
 }
 
 void PelmoAGG::drawPath(DrawPathFlag flag)
@@ -41,8 +67,7 @@ void PelmoAGG::drawPath(DrawPathFlag flag)
 
     if ((fills && (p.fillIsGradient || p.fillColor.a > 0)) || flag == kFillWithLineColor)
     {
-        p.rasterizer.reset();
-        p.rasterizer.add_path(p.curves);
+        p.rasterizeFill();
         if (fills && p.fillIsGradient)
             PelmoAGGRenderer::renderWithFillType(p);
         else
@@ -50,8 +75,7 @@ void PelmoAGG::drawPath(DrawPathFlag flag)
     }
     if (strokes && p.lineColor.a > 0 && p.lineWidth > 0.0)
     {
-        p.rasterizer.reset();
-        p.rasterizer.add_path(p.stroke);
+        p.rasterizeStroke();
         PelmoAGGRenderer::render(p, p.lineColor);
     }
 }
@@ -79,24 +103,41 @@ void PelmoAGG::rectangle(double x1, double y1, double x2, double y2)
     drawPath(kFillAndStroke);
 }
 
+void PelmoAGG::Pipelines::makeRoundedRect(const agg::rect_d& sides, double radius)
+{
+    agg::rounded_rect corners(pulledIn(sides.x1), pulledIn(sides.y1), pulledIn(sides.x2), pulledIn(sides.y2),
+                              std::clamp(grid.toPixels(radius), 0.0, farthest));
+    corners.normalize_radius();
+    corners.approximation_scale(flattening());
+    path.remove_all();
+    path.concat_path(corners);
+}
+
 void PelmoAGG::roundedRect(double x1, double y1, double x2, double y2, double radius)
 {
     if (!areNumbers(x1, y1, x2, y2, radius))
         return;
-    agg::rounded_rect corners(pulledIn(x1), pulledIn(y1), pulledIn(x2), pulledIn(y2),
-                              std::clamp(radius, 0.0, farthest));
-    corners.normalize_radius();
-    corners.approximation_scale(arcScale);
-    resetPath();
-    pipelines->path.concat_path(corners);
-    drawPath(kFillAndStroke);
+    Pipelines& p = *pipelines;
+    const PixelGrid& grid = p.grid;
+    const double width = grid.toPixels(p.lineWidth);
+    const agg::rect_d sides(grid.toPixels(x1), grid.toPixels(y1), grid.toPixels(x2), grid.toPixels(y2));
+    if (!grid.fitsFills() && !grid.fitsStrokes(width))
+    {
+        p.makeRoundedRect(sides, radius);
+        return drawPath(kFillAndStroke);
+    }
+    p.makeRoundedRect(grid.fitFill(sides), radius);
+    drawPath(kFillOnly);
+    p.makeRoundedRect(grid.fitStroke(sides, width), radius);
+    drawPath(kStrokeOnly);
 }
 
 void PelmoAGG::ellipse(double cx, double cy, double rx, double ry)
 {
     if (!areNumbers(cx, cy, rx, ry))
         return;
-    agg::bezier_arc all(pulledIn(cx), pulledIn(cy), pulledIn(rx), pulledIn(ry), 0.0, 2.0 * std::numbers::pi);
+    const auto pixels = [this](double units) { return pulledIn(pipelines->grid.toPixels(units)); };
+    agg::bezier_arc all(pixels(cx), pixels(cy), pixels(rx), pixels(ry), 0.0, 2.0 * std::numbers::pi);
     resetPath();
     pipelines->path.concat_path(all);
     closePolygon();
@@ -107,7 +148,8 @@ void PelmoAGG::arc(double cx, double cy, double rx, double ry, double start, dou
 {
     if (!areNumbers(cx, cy, rx, ry) || !std::isfinite(start) || !std::isfinite(sweep))
         return;
-    agg::bezier_arc part(pulledIn(cx), pulledIn(cy), pulledIn(rx), pulledIn(ry), start, sweep);
+    const auto pixels = [this](double units) { return pulledIn(pipelines->grid.toPixels(units)); };
+    agg::bezier_arc part(pixels(cx), pixels(cy), pixels(rx), pixels(ry), start, sweep);
     resetPath();
     pipelines->path.concat_path(part);
     drawPath(kFillAndStroke);

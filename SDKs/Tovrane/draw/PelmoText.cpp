@@ -17,6 +17,7 @@ namespace
 {
 constexpr double tallestFont = 1000.0;
 constexpr double smallestAngle = 1e-6;
+constexpr double firstGreyScale = 1.5; // pixels are too small to see thirds of them
 
 constexpr char32_t lastCached = 0xFFFF; // the glyph cache knows two bytes
 
@@ -97,7 +98,7 @@ void PelmoText::hints(TextHintsType hints)
 bool PelmoText::openFont()
 {
     Face face = wanted;
-    if (face.type == kFontCacheLCD && !hasSubpixels)
+    if (face.type == kFontCacheLCD && (!hasSubpixels || face.scale >= firstGreyScale))
         face.type = kFontCacheGrey;
     if (face == opened || face.name.empty())
         return hasSize;
@@ -107,11 +108,12 @@ bool PelmoText::openFont()
     if (!engine.load_font(face.name.c_str(), 0, glyphType(face.type), face.data, face.length))
     {
         wanted = opened;
+        wanted.scale = face.scale;
         return hasSize;
     }
     engine.flip_y(true);
     engine.hinting(agg::glyph_ft2_hining(face.hints));
-    hasSize = engine.height(face.height);
+    hasSize = engine.height(std::min(face.height * face.scale, tallestFont));
     opened = face;
     return hasSize;
 }
@@ -271,11 +273,13 @@ SubpixelOrder PelmoAGG::subpixelOrder() const
 
 double PelmoAGG::textWidth(const char* string)
 {
-    return pipelines->text->width(string);
+    return pipelines->grid.toUnits(pipelines->text->width(string));
 }
 
 void PelmoAGG::text(double x, double y, const char* string, bool roundOff, double ddx, double ddy)
 {
-    pipelines->text->draw(*this, x, y, string, roundOff, ddx, ddy);
+    const PixelGrid& grid = pipelines->grid;
+    pipelines->text->draw(*this, grid.toPixels(x), grid.toPixels(y), string, roundOff, grid.toPixels(ddx),
+                          grid.toPixels(ddy));
 }
 }

@@ -28,11 +28,14 @@ public:
     void alignment(TextAlignment x, TextAlignment y);
     void hints(TextHintsType hints);
     TextHintsType hints() const { return wanted.hints; }
+    // Pixels to a unit; from 1.5 on text is always grey.
+    void scale(double pixelsPerUnit) { wanted.scale = pixelsPerUnit; }
     // Without sub-pixels, fonts for them are drawn in grey.
     void useSubpixels(bool flag) { hasSubpixels = flag; }
 
+    // In pixels.
     double width(const char* string);
-    // See PelmoAGG::text. renderer is the one that this belongs to.
+    // See PelmoAGG::text; the coordinates are in pixels. renderer is the one that this belongs to.
     void draw(PelmoAGG& renderer, double x, double y, const char* string, bool roundOff, double ddx,
               double ddy);
 
@@ -43,7 +46,8 @@ private:
         std::string name;
         const char* data = nullptr;
         long length = 0;
-        double height = 0.0;
+        double height = 0.0; // in units
+        double scale = 1.0;
         FontCacheType type = kFontCacheGrey;
         TextHintsType hints = kNoHints;
 

@@ -4,8 +4,8 @@
 // by itself: the frame draws when it is idled, and then asks the surface to show the picture.
 //
 // A window system passes its events to the frame directly. [window thread] Points and rectangles are in
-// plug-in coordinates, which CFrame::convertPluginToWorld converts to pixels of the window; only the sizes of
-// setSize and getSize are in pixels already.
+// units, the plug-in's coordinates, which CFrame::convertPluginToWorld converts to pixels of the window; only
+// the sizes of createPlatformFrame, setSize and getSize are in pixels already.
 #pragma once
 
 #include "Tovrane/base/CBaseObject.h"

@@ -31,6 +31,19 @@ TEST_P(GoldenPages, LookAsTheyDid)
     EXPECT_TRUE(looksLikeGolden(memoryOf(show.picture()), std::string("gallery-") + GetParam().name));
 }
 
+// The pages that show what a scale changes.
+TEST_P(GoldenPages, LookAsTheyDidAtOtherScales)
+{
+    const std::string name = GetParam().name;
+    if (name != "shapes" && name != "texts" && name != "pictures" && name != "views")
+        GTEST_SKIP() << "drawn by what the other pages show";
+    for (const auto& [scale, suffix] : {std::pair(1.5, "-1.5x"), {2.0, "-2x"}, {3.0, "-3x"}})
+    {
+        Gallery::Show show(GetParam(), scale);
+        EXPECT_TRUE(looksLikeGolden(memoryOf(show.picture()), "gallery-" + name + suffix));
+    }
+}
+
 // Whatever part is painted anew, the picture stays as it is.
 TEST_P(GoldenPages, StayTheSameWhenPartsArePaintedAgain)
 {

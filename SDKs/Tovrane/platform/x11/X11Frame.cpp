@@ -182,9 +182,7 @@ bool X11Frame::invalidRect(const CRect&)
     if (!isOpen() || events.getFrame()->getFrameBitmap() == nullptr)
         return false;
     IOSBitmap& picture = *events.getFrame()->getFrameBitmap();
-    CRect target(0.0, 0.0, picture.getWidth(), picture.getHeight());
-    events.getFrame()->convertPluginToWorld(target);
-    picture.drawToContext(getSystemWindow(), &target, nullptr);
+    picture.drawToContext(getSystemWindow(), nullptr, nullptr);
     return true;
 }
 

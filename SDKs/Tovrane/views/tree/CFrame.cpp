@@ -16,6 +16,14 @@
 
 namespace Tovra
 {
+static double editorScale(const IFrameEditor* editor)
+{
+    CPoint unit(1.0, 1.0);
+    if (editor != nullptr)
+        editor->convertPluginToWorld(unit);
+    return unit.x;
+}
+
 CFrame::CFrame(const CRect& rect, void* window, IFrameEditor* owner)
     : CViewContainer(rect),
       systemWindow(window),
@@ -25,7 +33,8 @@ CFrame::CFrame(const CRect& rect, void* window, IFrameEditor* owner)
 {
     setAttachedFlag(true);
     CView::setFrame(this);
-    platformFrame = Kept<IFrame>::adopt(IFrame::createPlatformFrame(this, size, systemWindow));
+    renderer->scale(editorScale(owner));
+    platformFrame = Kept<IFrame>::adopt(IFrame::createPlatformFrame(this, windowSize(size), systemWindow));
     fitPicture();
     setDirtyFlag(true);
 }
@@ -80,7 +89,7 @@ bool CFrame::getPosition(double& x, double& y) const
 bool CFrame::setSize(double width, double height)
 {
     const CRect wanted(size.left, size.top, size.left + width, size.top + height);
-    const bool done = platformFrame->setSize(wanted);
+    const bool done = platformFrame->setSize(windowSize(wanted));
     CViewContainer::setViewSize(size, true);
     return done;
 }
@@ -92,16 +101,51 @@ void CFrame::setViewSize(const CRect& rect, bool invalidate)
     fitPicture();
 }
 
-static unsigned pictureSide(double length)
+// A length in pixels, rounded up; the product of a length and a scale may lie a little above a whole number.
+static double pixelsOf(double length, double scale)
 {
-    return Core::truncate<unsigned>(std::min(std::max(length, 1.0), CFrame::maxPictureSide));
+    constexpr double roundingError = 1e-6;
+    return scale == 1.0 ? length : std::ceil(length * scale - roundingError);
+}
+
+// The top left stays what it is: no window system uses it.
+CRect CFrame::windowSize(const CRect& rect) const
+{
+    const double scale = getScale();
+    return {rect.left, rect.top, rect.left + pixelsOf(rect.getWidth(), scale),
+            rect.top + pixelsOf(rect.getHeight(), scale)};
+}
+
+void CFrame::setScale(double pixelsPerUnit)
+{
+    constexpr double smallest = 0.25;
+    constexpr double largest = 8.0;
+    if (!(pixelsPerUnit >= smallest && pixelsPerUnit <= largest) || pixelsPerUnit == getScale())
+        return;
+    {
+        const Core::Threads::SectionGuard guard(drawLock);
+        renderer->scale(pixelsPerUnit);
+    }
+    setSize(size.getWidth(), size.getHeight());
+    fitPicture();
+    setDirtyFlag(true);
+}
+
+double CFrame::getScale() const
+{
+    return renderer->scale();
+}
+
+static unsigned pictureSide(double length, double scale)
+{
+    return Core::truncate<unsigned>(std::min(std::max(pixelsOf(length, scale), 1.0), CFrame::maxPictureSide));
 }
 
 // Replaces the picture if it should have another size.
 void CFrame::fitPicture()
 {
-    const unsigned width = pictureSide(size.getWidth());
-    const unsigned height = pictureSide(size.getHeight());
+    const unsigned width = pictureSide(size.getWidth(), getScale());
+    const unsigned height = pictureSide(size.getHeight(), getScale());
     if (frameBitmap->getWidth() == width && frameBitmap->getHeight() == height)
         return;
     const Core::Threads::SectionGuard guard(drawLock);
@@ -152,10 +196,20 @@ IFileSelector* CFrame::createFileSelector()
     return platformFrame->createFileSelector(this);
 }
 
+CRect CFrame::wholePicture() const
+{
+    const double scale = getScale();
+    CRect all = size;
+    all.roundOut();
+    if (scale == 1.0)
+        return all;
+    return {all.left, all.top, all.left + frameBitmap->getWidth() / scale,
+            all.top + frameBitmap->getHeight() / scale};
+}
+
 CDrawContext* CFrame::createDrawContext()
 {
-    CRect pixels = size;
-    return new CDrawContext({renderer.get(), frameBitmap.get(), pixels.roundOut()},
+    return new CDrawContext({renderer.get(), frameBitmap.get(), wholePicture()},
                             platformFrame->getSystemWindow());
 }
 
@@ -187,19 +241,23 @@ double CFrame::getEffectTempo() const
 void CFrame::convertWorldToPlugin(CPoint& point) const
 {
     if (editor != nullptr)
-        editor->convertWorldToPlugin(point);
+        return editor->convertWorldToPlugin(point);
+    point = CPoint(point.x / getScale(), point.y / getScale());
 }
 
 void CFrame::convertPluginToWorld(CPoint& point) const
 {
     if (editor != nullptr)
-        editor->convertPluginToWorld(point);
+        return editor->convertPluginToWorld(point);
+    point = CPoint(point.x * getScale(), point.y * getScale());
 }
 
 void CFrame::convertPluginToWorld(CRect& rect) const
 {
     if (editor != nullptr)
-        editor->convertPluginToWorld(rect);
+        return editor->convertPluginToWorld(rect);
+    const double scale = getScale();
+    rect = CRect(rect.left * scale, rect.top * scale, rect.right * scale, rect.bottom * scale);
 }
 
 // The tree

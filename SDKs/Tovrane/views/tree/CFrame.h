@@ -5,7 +5,9 @@
 // The editor makes it for the host's window and owns its first reference. Every attached view holds another
 // one, so close() or removeAll() has to be called before the last forget.
 //
-// All of it is [window thread]. Points and rectangles are in plug-in coordinates.
+// All of it is [window thread]. Points and rectangles are in units, the plug-in's coordinates, also those of
+// events. Only the picture, setSize's window and what getSize answers are in pixels: getScale() of them to a
+// unit.
 #pragma once
 
 #include "CORE/CriticalSection.h"
@@ -35,12 +37,18 @@ class CFrame : public CViewContainer
 {
 public:
     // systemWindow is the host's window, or null. editor may be null; it has to outlive the events of the
-    // frame. The picture is as large as the frame, but at most maxPictureSide pixels wide and high.
+    // frame, and the scale of its conversions is the frame's. The picture is as large as the frame at its
+    // scale, rounded up, but at most maxPictureSide pixels wide and high.
     CFrame(const CRect& rect, void* systemWindow, IFrameEditor* editor);
     CFrame(const CFrame&) = delete;
     ~CFrame() override;
 
     static constexpr double maxPictureSide = 4096.0;
+
+    // Pixels to a unit; without an editor 1 at first. Renews the picture and the size of the window. An
+    // editor calls it when its own scale has changed, to the same value. From 1/4 to 8; others are ignored.
+    void setScale(double pixelsPerUnit);
+    double getScale() const;
 
     // Removes the modal view, removes and forgets all other views, and closes the window and what is open
     // over it, even if an event or a menu still holds a reference to the frame.
@@ -56,9 +64,10 @@ public:
     virtual bool setPosition(double x, double y);
     // The position on the screen; false, and (0, 0), if it is not known.
     virtual bool getPosition(double& x, double& y) const;
-    // Changes the size of the window, but not the frame's own rectangle, which setViewSize changes.
+    // Changes the size of the window, given in units, but not the frame's own rectangle, which setViewSize
+    // changes.
     virtual bool setSize(double width, double height);
-    // The size of the window.
+    // The size of the window, in pixels.
     virtual bool getSize(CRect* rect) const;
     virtual bool getSize(CRect& rect) const;
     // Adds a view on top of the others that gets all mouse events. Null removes the modal view without
@@ -99,8 +108,7 @@ public:
     // One reference each, the caller's; the file selector may be null.
     CDrawContext* createDrawContext();
     IFileSelector* createFileSelector();
-    // Convert between the pixels of the window and the frame's coordinates. Without an editor they are the
-    // same.
+    // Convert between the pixels of the window and the frame's coordinates, as the editor does it.
     void convertWorldToPlugin(CPoint& point) const;
     void convertPluginToWorld(CPoint& point) const;
     void convertPluginToWorld(CRect& rect) const;
@@ -149,6 +157,10 @@ public:
 
 private:
     void fitPicture();
+    // In pixels.
+    CRect windowSize(const CRect& rect) const;
+    // In units; it may be a part of a pixel larger than the frame.
+    CRect wholePicture() const;
     void dropTopView();
     void dropFocusOutside(const CPoint& where, const long& buttons);
     MouseEventResult clickModalView(CPoint& where, const long& buttons);

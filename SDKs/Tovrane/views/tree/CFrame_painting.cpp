@@ -86,8 +86,7 @@ bool CFrame::drawPart(CDrawContext* given, const CRect& rect)
     const Kept<CDrawContext> context =
         given != nullptr ? Kept<CDrawContext>(given) : Kept<CDrawContext>::adopt(createDrawContext());
     const CDrawContext::ClipState saved = context->saveClip();
-    CRect pixels = size;
-    context->enterView(pixels.roundOut());
+    context->enterView(wholePicture());
     CViewContainer::drawRect(context.get(), rect);
     context->restoreClip(saved);
     return true;

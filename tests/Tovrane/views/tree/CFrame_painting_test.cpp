@@ -231,6 +231,34 @@ TEST_F(CFramePainting, HostileSizesNeitherCrashNorTakeMemory)
     }
 }
 
+TEST_F(CFramePainting, AScaleChangesPixelsAndNotUnits)
+{
+    add("view", {10, 10, 100, 60});
+    frame->setViewSize({0, 0, 121, 77});
+    const auto pixelsOf = [&]
+    {
+        frame->idle();
+        CRect window;
+        EXPECT_TRUE(frame->getSize(window));
+        const IOSBitmap& picture = *frame->getFrameBitmap();
+        EXPECT_EQ(window.getSize(), CPoint(picture.getWidth(), picture.getHeight()));
+        return window.getSize();
+    };
+    frame->setScale(1.25);
+    EXPECT_EQ(pixelsOf(), CPoint(152, 97));
+    frame->setScale(1.1); // the product of which and 110 lies above 121
+    frame->setViewSize({0, 0, 110, 110});
+    EXPECT_EQ(pixelsOf(), CPoint(121, 121));
+    frame->setScale(2.5);
+    taken(log);
+    window().events().press({50, 75}, kButtonLeft);
+    EXPECT_THAT(taken(log), testing::Contains("view down 20,30 2"));
+    for (const double refused : {0.0, -1.0, 1e9, std::nan("")})
+        frame->setScale(refused);
+    EXPECT_EQ(frame->getScale(), 2.5);
+    EXPECT_EQ(frame->getViewSize(), CRect(0, 0, 110, 110));
+}
+
 TEST(CFrame, WorksWithoutAnyWindowSystem)
 {
     IFrame::setFallbackFactory(nullptr);

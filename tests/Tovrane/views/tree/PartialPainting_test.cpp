@@ -105,7 +105,7 @@ private:
 class Tree
 {
 public:
-    explicit Tree(unsigned seed) : dice{std::mt19937(seed)}
+    explicit Tree(unsigned seed, double scale = 1.0) : dice{std::mt19937(seed)}
     {
         memory.setSize(40, 30);
         for (unsigned i = 0; i < memory.getTotalBytes(); ++i)
@@ -113,6 +113,7 @@ public:
         picture->attachImg(&memory);
         const double left = dice.upTo(2) * dice.from(0, 9), top = dice.upTo(2) * dice.from(0, 9);
         frame = Kept<CFrame>::adopt(new CFrame({left, top, left + 160, top + 120}, nullptr, nullptr));
+        frame->setScale(scale);
         fill(*frame.get(), 3);
         frame->idle();
     }
@@ -170,9 +171,10 @@ private:
 
 TEST(PartialPainting, LooksAsIfAllHadBeenPainted)
 {
-    for (unsigned seed = 1; seed <= 60; ++seed)
+    for (unsigned seed = 1; seed <= 90; ++seed)
     {
-        Tree tree(seed);
+        constexpr double scales[] = {1.0, 1.25, 1.0, 1.5, 1.0, 2.0, 1.0, 0.8, 3.0};
+        Tree tree(seed, scales[seed % std::size(scales)]);
         for (int step = 0; step < 12; ++step)
         {
             tree.changeAView();

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "Tovrane/base/Answer.h"
 #include "Tovrane/platform/x11/X11OptionMenu.h"
 #include "Tovrane/window/IOSTextEdit.h"
 #include "windows/FieldOwner.h"
@@ -33,7 +34,7 @@ protected:
                 Kept<X11OptionMenu>::adopt(dynamic_cast<X11OptionMenu*>(window().createOptionMenu(frame)));
             RepeatingTimer close;
             close.start(1, [&] { popUp->cancel(); });
-            popUp->openMenu(menu);
+            waitForAnswer<MenuChoice>(loop, [&](auto done) { popUp->openMenu(menu, done); });
             window().setMouseCursor(kCursorHand);
         }
         closeFrame();

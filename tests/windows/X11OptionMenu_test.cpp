@@ -44,21 +44,26 @@ protected:
                separators * MenuRows::separatorHeight + 10;
     }
 
-    void open()
+    void open() { open(menu); }
+    void open(IMenu& shown)
     {
         const auto popUp = Kept<IOptionMenu>::adopt(window().createOptionMenu(frame));
-        choice = popUp->openMenu(menu);
-        isOver = true;
+        popUp->openMenu(shown,
+                        [this](const MenuChoice& chosen)
+                        {
+                            choice = chosen;
+                            ++answers;
+                        });
     }
 
     // What the user does with the frame and the menu that opens. The answer is the chosen entry, -1 for none,
     // and 100 more for an entry of the submenu. A step that begins with + waits for the submenu.
     long choose(const std::vector<std::string>& steps)
     {
-        isOver = false;
+        answers = 0;
         choice = {nullptr, -7};
         std::size_t next = 0;
-        RepeatingTimer hand; // runs in the menu's loop as well
+        RepeatingTimer hand;
         std::optional<ChildProcess> tool;
         hand.start(60,
                    [&]
@@ -82,7 +87,8 @@ protected:
                         ADD_FAILURE() << "the menu did not close";
                         closeFrame();
                     });
-        EXPECT_TRUE(until([this] { return isOver; }));
+        EXPECT_TRUE(until([this] { return answers > 0; }));
+        EXPECT_EQ(answers, 1);
         hand.stop();
         EXPECT_TRUE(until([&] { return !tool || !tool->isRunning(); }));
         if (choice.menu == nullptr)
@@ -131,7 +137,7 @@ protected:
     PlainMenu menu;
     PlainMenu* below = nullptr;
     MenuChoice choice;
-    bool isOver = false;
+    int answers = 0; // since choose began
 };
 
 const std::string press = " click 1";
@@ -238,7 +244,9 @@ TEST_F(X11OptionMenuTest, ClosesWhenItsWindowOrItsGrabIsLost)
         cover.reset();
     }
     EXPECT_FALSE(window().isOpen());
+    answers = 0;
     open();
+    EXPECT_EQ(answers, 1) << "it cannot open";
     EXPECT_EQ(choice.index, -1);
 }
 
@@ -249,11 +257,8 @@ TEST_F(X11OptionMenuTest, ScrollsWhenItIsHigherThanTheScreen)
         high.add(("Row " + std::to_string(i)).c_str(), 0);
     view->reaction = [&](const std::string& word)
     {
-        if (word != "down")
-            return;
-        const auto popUp = Kept<IOptionMenu>::adopt(window().createOptionMenu(frame));
-        choice = popUp->openMenu(high);
-        isOver = true;
+        if (word == "down")
+            open(high);
     };
     EXPECT_EQ(choose({at(5, 5) + press, "key Up key Up key Return"}), 98);
 }
@@ -267,7 +272,7 @@ TEST_F(X11OptionMenuTest, IsOneAtATime)
                  {
                      const auto popUp = Kept<IOptionMenu>::adopt(window().createOptionMenu(frame));
                      if (isOpen() && inner.index == -7)
-                         inner = popUp->openMenu(menu);
+                         popUp->openMenu(menu, [&](const MenuChoice& chosen) { inner = chosen; });
                  });
     EXPECT_EQ(choose({at(5, 5) + press, "mousemove_relative 1 1", "mousemove_relative 1 1", "key Escape"}),
               -1);
@@ -292,7 +297,10 @@ TEST_F(X11OptionMenuTest, WaitsAWhileForTheMouse)
                             if (isOurs)
                                 closeFrame();
                         });
+        answers = 0;
         open();
+        EXPECT_EQ(answers, 0) << "it answers later";
+        EXPECT_TRUE(until([this] { return answers == 1; }));
         EXPECT_EQ(isOurs, comesBack);
         EXPECT_EQ(choice.index, -1);
         giver.stop();

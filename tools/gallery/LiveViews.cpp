@@ -31,16 +31,19 @@ void MenuButton::draw(CDrawContext* context)
 
 MouseEventResult MenuButton::onMouseDown(CPoint&, const long&)
 {
-    const Kept<MenuButton> self(this);
-    if (IOptionMenu* const open = getFrame()->createOptionMenu())
-    {
-        const MenuChoice choice = open->openMenu(menu);
-        if (choice.menu)
-            chosen = shownTitle(*choice.menu, choice.index);
-        open->forget();
-    }
-    setDirty(true);
+    const auto popUp = Kept<IOptionMenu>::adopt(getFrame()->createOptionMenu());
+    if (popUp)
+        popUp->openMenu(menu,
+                        [self = Kept<MenuButton>(this)](const MenuChoice& choice) { self->show(choice); });
     return kMouseHandledNoMoves;
+}
+
+void MenuButton::show(const MenuChoice& choice)
+{
+    if (choice.menu == nullptr)
+        return;
+    chosen = shownTitle(*choice.menu, choice.index);
+    setDirty(true);
 }
 
 FieldButton::FieldButton(const CRect& rect, std::string shown) : CView(rect), text(std::move(shown)) {}

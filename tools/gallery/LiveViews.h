@@ -26,6 +26,8 @@ public:
     CView* newCopy() const override { return nullptr; }
 
 private:
+    void show(const Tovra::MenuChoice& choice);
+
     Tovra::IMenu& menu;
     std::string chosen = "click for a menu";
 };

@@ -57,7 +57,12 @@ void PollRunLoop::unwatch(WatchId watched)
 
 void PollRunLoop::run()
 {
-    while (!stopped && !(timers.empty() && watches.empty()))
+    runUntil([] { return false; });
+}
+
+void PollRunLoop::runUntil(const std::function<bool()>& isSo)
+{
+    while (!stopped && !isSo() && !(timers.empty() && watches.empty()))
         runOnce(-1);
     stopped = false;
 }

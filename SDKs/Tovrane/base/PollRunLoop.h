@@ -30,6 +30,8 @@ public:
     void run();
     // Runs for the time given, or until stop() is called.
     void runFor(int milliseconds);
+    // Runs until isSo answers true, which is asked before and after each round; else like run().
+    void runUntil(const std::function<bool()>& isSo);
     // Waits once, at most for the time given, and makes the calls that are then due. False if there were
     // none.
     bool runOnce(int milliseconds);

@@ -30,6 +30,8 @@ public:
 };
 }
 
+const char* const IFrame::desktopScaleChanged = "desktopScaleChanged";
+
 void IFrame::setPlatformFactory(Factory factory)
 {
     platformFactory = factory;

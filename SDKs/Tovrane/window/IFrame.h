@@ -49,7 +49,13 @@ public:
     // One reference, the caller's. Null if there is none.
     virtual IFileSelector* createFileSelector(CFrame* forFrame) = 0;
 
-    // The frame's views are about to go: what the mouse holds is released while they are still there.
+    // The desktop's own scale, in pixels of the window to one unit: 0.75 to 4, and 1 if the desktop has none.
+    // When it changes, the frame gets notify with desktopScaleChanged.
+    virtual double getDesktopScale() const { return 1.0; }
+    static const char* const desktopScaleChanged;
+
+    // The frame's views are about to go. While they are still there, an open menu closes without a choice and
+    // what the mouse holds is released.
     virtual void releaseMouse() {}
     // The frame is about to be destroyed: it must not get any more events. The surface may outlive it, as
     // long as the window system holds a reference.

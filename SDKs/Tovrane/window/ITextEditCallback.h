@@ -19,8 +19,9 @@ public:
     // [window thread]  The field, whose height determines the size of its font, and the visible part of it.
     virtual CRect textEditGetSize() const = 0;
     virtual CRect textEditGetVisibleSize() const = 0;
-    // [window thread]  The user ended the edit: true with the return key, false by cancelling. The view
-    // usually deletes the field meanwhile, so the field must not use its members afterwards.
+    // [window thread]  The edit has ended: true if the user pressed the return key, false if he cancelled or
+    // if the field lost its window. Not called when the frame is closed. The view usually deletes the field
+    // meanwhile, so the field must not use its members afterwards.
     virtual void textEditLooseFocus(bool byReturn) = 0;
     // [window thread]  Gets every key before the field does. After kKeyConsumed the field does not get it,
     // and may be deleted; otherwise kKeyNotHandled.

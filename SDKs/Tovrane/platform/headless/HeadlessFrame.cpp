@@ -7,28 +7,62 @@
 #include "Tovrane/views/tree/CFrame.h"
 #include "Tovrane/window/IOptionMenu.h"
 
+#include <utility>
+
 namespace Tovra
 {
 namespace
 {
-class HeadlessOptionMenu : public IOptionMenu
+class HeadlessOptionMenu : public IOptionMenu, public FrameOverlay
 {
 public:
     explicit HeadlessOptionMenu(HeadlessFrame& on) : frame(&on) {}
 
-    // What a user can't choose is not chosen.
-    MenuChoice openMenu(IMenu& menu) override
+    void openMenu(IMenu& menu, Done callback) override
     {
-        const auto choose = frame->onMenu;
-        if (!choose || !frame->events().isConnected())
-            return {};
-        const MenuChoice choice = choose(menu);
-        const bool isValid = choice.menu != nullptr && isChoosable(*choice.menu, choice.index);
-        return isValid && frame->events().isConnected() ? choice : MenuChoice();
+        const Kept<HeadlessOptionMenu> alive(this);
+        frame->events().releaseAll();
+        if (!handle.open(frame->overlays(), *this, OverlayKind::menu))
+            return callback({});
+        shown = &menu;
+        counted.reset(menu.countedObject());
+        self.reset(this);
+        done = std::move(callback);
     }
 
+    // What a user can't choose is not chosen.
+    void answer()
+    {
+        const Kept<HeadlessOptionMenu> alive(this);
+        const auto choose = frame->onMenu;
+        const MenuChoice choice = choose ? choose(*shown) : MenuChoice();
+        const bool isValid = choice.menu != nullptr && isChoosable(*choice.menu, choice.index);
+        finish(isValid ? choice : MenuChoice());
+    }
+
+    void overlayLost() override { finish({}); }
+    long overlayKeyDown(const TovraKeyCode&, const std::string&) override { return kKeyConsumed; }
+
 private:
+    void finish(const MenuChoice& choice)
+    {
+        if (!done)
+            return;
+        const Kept<HeadlessOptionMenu> alive(self);
+        const Kept<CBaseObject> menu(counted);
+        const Done answering = std::exchange(done, nullptr);
+        handle.close();
+        self.reset();
+        counted.reset();
+        answering(choice);
+    }
+
     const Kept<HeadlessFrame> frame;
+    OverlayHandle handle;
+    IMenu* shown = nullptr;
+    Kept<CBaseObject> counted;
+    Kept<HeadlessOptionMenu> self; // while it is open
+    Done done;
 };
 
 class HeadlessFileSelector : public IFileSelector
@@ -58,6 +92,7 @@ void useHeadlessFrames()
 HeadlessFrame::HeadlessFrame(CFrame* owner, const CRect& size)
     : IFrame(owner), surface(0.0, 0.0, size.getWidth(), size.getHeight()), windowEvents(owner)
 {
+    windowEvents.afterEvent = [this] { answerMenus(); };
 }
 
 HeadlessFrame* HeadlessFrame::of(CFrame& owner)
@@ -138,9 +173,28 @@ IFileSelector* HeadlessFrame::createFileSelector(CFrame*)
     return new HeadlessFileSelector(*this);
 }
 
+HeadlessTextEdit* HeadlessFrame::textEdit() const
+{
+    return dynamic_cast<HeadlessTextEdit*>(open.top(OverlayKind::field));
+}
+
+void HeadlessFrame::answerMenus()
+{
+    const Kept<HeadlessFrame> alive(this);
+    while (auto* const menu = dynamic_cast<HeadlessOptionMenu*>(open.top(OverlayKind::menu)))
+        menu->answer();
+}
+
+void HeadlessFrame::releaseMouse()
+{
+    open.lose(OverlayKind::menu);
+    windowEvents.releaseAll();
+}
+
 void HeadlessFrame::clearFrame()
 {
     windowEvents.disconnect();
+    open.shut();
     IFrame::clearFrame();
 }
 }

@@ -2,8 +2,12 @@
 // A frame without a window: for tests, pictures made on the command line, and editors that were given no
 // parent. The picture stays in the frame's memory; what the frame asks of its window is written down here,
 // and events come from events(). Text fields, menus and file panels answer what was put down for them.
+//
+// A menu answers after the event in which it opened, when the views have returned from it; or, if it opened
+// outside of an event, after the next one, or when answerMenus is called.
 #pragma once
 
+#include "Tovrane/platform/parts/FrameOverlays.h"
 #include "Tovrane/platform/parts/WindowEvents.h"
 #include "Tovrane/window/IFileSelector.h"
 #include "Tovrane/window/IFrame.h"
@@ -40,7 +44,7 @@ public:
     IOptionMenu* createOptionMenu(CFrame* forFrame) override;
     void* getSystemWindow() const override { return nullptr; }
     IFileSelector* createFileSelector(CFrame* forFrame) override;
-    void releaseMouse() override { windowEvents.releaseAll(); }
+    void releaseMouse() override;
     void clearFrame() override;
 
     // What a user does.
@@ -54,8 +58,11 @@ public:
     // Where the mouse is and what it holds, as the system would tell; without it neither is known.
     void setMouse(CPoint world, long buttons);
 
-    // The text field that is open, null for none.
-    HeadlessTextEdit* textEdit() const { return openTextEdit; }
+    // The text field that is open, the last one of several; null for none.
+    HeadlessTextEdit* textEdit() const;
+    FrameOverlays& overlays() { return open; }
+    // The menu that is open answers, and those that open meanwhile.
+    void answerMenus();
 
     // Answers of the menus and file panels to come. Without one nothing is chosen.
     std::function<MenuChoice(IMenu&)> onMenu;
@@ -67,8 +74,6 @@ protected:
     ~HeadlessFrame() override = default;
 
 private:
-    friend class HeadlessTextEdit;
-
     CRect surface;
     WindowEvents windowEvents;
     CCursorType currentCursor = kCursorDefault;
@@ -77,6 +82,6 @@ private:
     bool mouseKnown = false;
     CPoint mouseAt;
     long mouseButtons = 0;
-    HeadlessTextEdit* openTextEdit = nullptr;
+    FrameOverlays open;
 };
 }

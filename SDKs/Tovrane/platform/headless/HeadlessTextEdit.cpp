@@ -10,13 +10,7 @@ HeadlessTextEdit::HeadlessTextEdit(HeadlessFrame& on, ITextEditCallback& heardBy
     : frame(&on), callback(heardBy)
 {
     HeadlessTextEdit::updateSize();
-    frame->openTextEdit = this;
-}
-
-HeadlessTextEdit::~HeadlessTextEdit()
-{
-    if (frame->openTextEdit == this)
-        frame->openTextEdit = nullptr;
+    handle.open(frame->overlays(), *this, OverlayKind::field);
 }
 
 static std::string cutToField(std::string text)

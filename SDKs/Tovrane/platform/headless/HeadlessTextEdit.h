@@ -13,11 +13,10 @@ namespace Tovra
 {
 class ITextEditCallback;
 
-class HeadlessTextEdit : public IOSTextEdit
+class HeadlessTextEdit : public IOSTextEdit, public FrameOverlay
 {
 public:
     HeadlessTextEdit(HeadlessFrame& on, ITextEditCallback& callback);
-    ~HeadlessTextEdit() override;
 
     const char* getText() override { return text.c_str(); }
     bool setText(const char* next) override;
@@ -33,6 +32,9 @@ public:
     // In world coordinates, cut to what is visible.
     const CRect& place() const { return visible; }
 
+    void overlayLost() override {}
+    long overlayKeyDown(const TovraKeyCode&, const std::string&) override { return kKeyNotHandled; }
+
 private:
     bool isTakenByView(const TovraKeyCode& code);
 
@@ -41,5 +43,6 @@ private:
     std::string text;
     bool allSelected = false;
     CRect visible;
+    OverlayHandle handle;
 };
 }

@@ -17,15 +17,38 @@ long mouseButtonBit(int number)
     return isKnown ? bits[number] : 0;
 }
 
-// The frame, and with it this object, lives until the call is over.
+// One event on its way. The frame, and with it this object, lives until it is over.
+class WindowEvents::Delivery
+{
+public:
+    explicit Delivery(WindowEvents& delivering) : events(delivering), target(events.frame)
+    {
+        ++events.deliveries;
+    }
+    ~Delivery()
+    {
+        if (--events.deliveries == 0 && events.afterEvent)
+            events.afterEvent();
+    }
+    Delivery(const Delivery&) = delete;
+
+    explicit operator bool() const { return bool(target); }
+    CFrame* operator->() const { return target.get(); }
+    CFrame& operator*() const { return *target.get(); }
+
+private:
+    WindowEvents& events;
+    const Kept<CFrame> target;
+};
+
 template <typename Call>
 bool WindowEvents::deliver(CPoint where, Call call)
 {
-    const Kept<CFrame> target(frame);
+    const Delivery target(*this);
     if (!target)
         return false;
     target->convertWorldToPlugin(where);
-    call(*target.get(), where);
+    call(*target, where);
     return true;
 }
 
@@ -37,7 +60,7 @@ void WindowEvents::disconnect()
 
 bool WindowEvents::press(CPoint where, long buttons, int clicks)
 {
-    const Kept<CFrame> alive(frame); // and with it this object
+    const Delivery whole(*this);
     const long button = buttons & allButtons;
     release(where, buttons); // one that never came
     if (!isConnected() || (pressing & button) != 0)
@@ -77,7 +100,7 @@ bool WindowEvents::deliverRelease(CPoint where, long button, long modifiers)
 
 void WindowEvents::releaseEach(CPoint where, long buttons, long modifiers)
 {
-    const Kept<CFrame> alive(frame);
+    const Delivery whole(*this);
     for (long button = 1; button <= allButtons; button <<= 1)
         if ((buttons & button) != 0)
             release(where, button | modifiers);
@@ -90,7 +113,7 @@ void WindowEvents::releaseAllBut(long stillHeld)
 
 bool WindowEvents::move(CPoint where, long buttons)
 {
-    const Kept<CFrame> alive(frame);
+    const Delivery whole(*this);
     releaseEach(where, held & ~buttons, buttons & kAllModifiers);
     lastPlace = where;
     const long word = buttons & ~kDoubleClick;
@@ -104,7 +127,7 @@ bool WindowEvents::leave(CPoint where, long modifiers)
 
 void WindowEvents::vanish()
 {
-    const Kept<CFrame> alive(frame);
+    const Delivery whole(*this);
     releaseAll();
     leave(lastPlace, 0);
 }
@@ -123,14 +146,14 @@ bool WindowEvents::wheel(CPoint where, double notchesX, double notchesY, long bu
 
 long WindowEvents::keyDown(const TovraKeyCode& code)
 {
-    const Kept<CFrame> target(frame);
+    const Delivery target(*this);
     TovraKeyCode key = code;
     return target ? target->onKeyDown(key) : kKeyNotHandled;
 }
 
 long WindowEvents::keyUp(const TovraKeyCode& code)
 {
-    const Kept<CFrame> target(frame);
+    const Delivery target(*this);
     TovraKeyCode key = code;
     return target ? target->onKeyUp(key) : kKeyNotHandled;
 }

@@ -18,6 +18,8 @@
 #include "Tovrane/window/MouseEvents.h"
 #include "Tovrane/window/TovraKeyCode.h"
 
+#include <functional>
+
 namespace Tovra
 {
 class CDragContainer;
@@ -58,6 +60,9 @@ public:
     long keyDown(const TovraKeyCode& code);
     long keyUp(const TovraKeyCode& code);
 
+    // Called after each event when the views have returned from it and nothing else is being delivered.
+    std::function<void()> afterEvent;
+
     // The caller keeps the content alive from dragEnter until dragLeave or drop. drop answers whether a view
     // took it.
     bool dragEnter(CDragContainer* content, CPoint where);
@@ -66,16 +71,19 @@ public:
     bool drop(CDragContainer* content, CPoint where);
 
 private:
+    class Delivery;
+
     template <typename Call>
     bool deliver(CPoint where, Call call);
     bool deliverRelease(CPoint where, long button, long modifiers);
     void releaseEach(CPoint where, long buttons, long modifiers);
 
     CFrame* frame;
-    long held = 0;     // buttons that are pressed
-    long pressing = 0; // whose press is being delivered
-    long owed = 0;     // of these, those whose release has come in the meantime
-    CPoint lastPlace;  // of the mouse
+    long held = 0;      // buttons that are pressed
+    long pressing = 0;  // whose press is being delivered
+    long owed = 0;      // of these, those whose release has come in the meantime
+    CPoint lastPlace;   // of the mouse
+    int deliveries = 0; // that are under way, one within the other
 };
 
 // [any thread]  The bit of a button by its number: 0 left, 1 right, 2 and 3 middle, 4 and 5 the two further

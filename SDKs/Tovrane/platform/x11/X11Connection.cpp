@@ -131,11 +131,22 @@ void X11Connection::dispatch()
         tellThatAllIsLost();
 }
 
+void X11Connection::dispatchSoon()
+{
+    soon.start(1,
+               [this]
+               {
+                   soon.stop();
+                   dispatch();
+               });
+}
+
 // Each of the calls may be the end of other windows.
 void X11Connection::tellThatAllIsLost()
 {
     watch.stop(); // a dead descriptor is readable for ever
     straggler.stop();
+    soon.stop();
     while (!sinks.empty())
     {
         const auto [window, sink] = *sinks.begin();

@@ -58,6 +58,8 @@ public:
 
     // Hands out all events that have arrived, and sends what is waiting to be sent.
     void dispatch();
+    // The same, in the next round of the run loop: what came along with a reply does not wait for the timer.
+    void dispatchSoon();
     void flush() { xcb_flush(connection); }
     // Waits until the server has worked off all requests so far.
     void sync();
@@ -92,5 +94,6 @@ private:
     xcb_timestamp_t time = XCB_CURRENT_TIME;
     DescriptorWatch watch;
     RepeatingTimer straggler;
+    RepeatingTimer soon;
 };
 }

@@ -27,7 +27,7 @@ std::vector<std::string> X11FileSelector::run(const FileSelectorOptions& options
     const auto program = chooseFileDialog(variable("XDG_CURRENT_DESKTOP"), ChildProcess::isInstalled);
     if (!program)
         return tellThatThereIsNone(), std::vector<std::string>{};
-    if (!owner->beginPanel())
+    if (!handle.open(owner->overlays(), *this, OverlayKind::panel))
         return {};
     const xcb_window_t window = owner->windowId();
     ChildProcess child;
@@ -39,7 +39,7 @@ std::vector<std::string> X11FileSelector::run(const FileSelectorOptions& options
         while (child.isRunning() && owner->isOpen())
             loop.runOnce(longestWait);
     RunLoop::leave(loop);
-    owner->endPanel();
+    handle.close();
     if (!child.succeeded() || !owner->isOpen())
         return {};
     return fileDialogAnswer(*program, child.output());

@@ -9,7 +9,7 @@
 namespace Tovra
 {
 // [window thread]
-class X11FileSelector : public IFileSelector
+class X11FileSelector : public IFileSelector, private FrameOverlay
 {
 public:
     explicit X11FileSelector(X11Frame& frame) : owner(&frame) {}
@@ -21,8 +21,11 @@ protected:
     ~X11FileSelector() override = default;
 
 private:
+    void overlayLost() override {} // run looks whether the frame is open
+    long overlayKeyDown(const TovraKeyCode&, const std::string&) override { return kKeyConsumed; }
     void tellThatThereIsNone();
 
     const Kept<X11Frame> owner;
+    OverlayHandle handle;
 };
 }

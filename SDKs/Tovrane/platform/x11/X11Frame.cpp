@@ -79,8 +79,7 @@ void X11Frame::windowGone()
 {
     hidden();
     dropTarget.leave();
-    while (!fields.empty())
-        fields.back()->disconnect();
+    open.shut();
 }
 
 bool X11Frame::getGlobalPosition(CPoint& position) const
@@ -200,48 +199,9 @@ IOSTextEdit* X11Frame::createPlatformTextEdit(CFrame*, ITextEditCallback* callba
     return new X11TextEdit(*this, *callback);
 }
 
-void X11Frame::beginTextEdit(X11TextEdit& made)
-{
-    if (activeTextEdit() == &made)
-        return;
-    if (X11TextEdit* const before = activeTextEdit())
-        before->setFocused(false);
-    std::erase(fields, &made);
-    fields.push_back(&made);
-    made.setFocused(isFocused);
-}
-
-void X11Frame::endTextEdit(X11TextEdit& gone)
-{
-    std::erase(fields, &gone);
-    if (X11TextEdit* const next = activeTextEdit())
-        next->setFocused(isFocused);
-}
-
 IOptionMenu* X11Frame::createOptionMenu(CFrame*)
 {
     return new X11OptionMenu(*this);
-}
-
-bool X11Frame::beginMenu(X11OptionMenu& opened)
-{
-    if (menu != nullptr || !isOpen())
-        return false;
-    menu = &opened;
-    return true;
-}
-
-void X11Frame::endMenu()
-{
-    menu = nullptr;
-    mouseCameBack();
-}
-
-bool X11Frame::beginPanel()
-{
-    if (isBlocked || !isOpen())
-        return false;
-    return isBlocked = true;
 }
 
 IFileSelector* X11Frame::createFileSelector(CFrame*)

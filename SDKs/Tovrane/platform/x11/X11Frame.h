@@ -12,6 +12,7 @@
 #include "Tovrane/base/Kept.h"
 #include "Tovrane/draw/IBlitTarget.h"
 #include "Tovrane/platform/parts/ClickCounter.h"
+#include "Tovrane/platform/parts/FrameOverlays.h"
 #include "Tovrane/platform/parts/HeldKeys.h"
 #include "Tovrane/platform/parts/WindowEvents.h"
 #include "Tovrane/platform/x11/X11Clipboard.h"
@@ -21,13 +22,9 @@
 #include "Tovrane/window/IFrame.h"
 
 #include <memory>
-#include <vector>
 
 namespace Tovra
 {
-class X11OptionMenu;
-class X11TextEdit;
-
 // [window thread]
 class X11Frame : public IFrame, public IBlitTarget, private X11EventSink
 {
@@ -67,21 +64,14 @@ public:
     // False once the frame or the window has gone.
     bool isOpen() const { return events.isConnected() && !window.isGone(); }
 
-    // One menu at a time; false if it may not open. While it is open it takes the mouse and the keyboard.
-    bool beginMenu(X11OptionMenu& opened);
-    void endMenu();
+    // What lies over this frame. It is shut once the frame is closed or its window has gone.
+    FrameOverlays& overlays() { return open; }
+    // A menu takes the mouse for itself: views that hold it get their releases.
+    void mouseTaken();
+    // It has closed. If the mouse is over the frame, an EnterNotify will say so.
+    void mouseGivenBack();
     // The menu took the press of this key: its release is nobody's.
     void swallowKey(std::uint8_t key) { keys.press(key, KeyTaker::swallowed); }
-
-    // While a panel of another program is open, no clicks and keys come in.
-    bool beginPanel();
-    void endPanel() { isBlocked = false; }
-
-    // Of several text fields that are open the one that was made or clicked last gets the keys; when it goes,
-    // the one before it does.
-    void beginTextEdit(X11TextEdit& made);
-    void endTextEdit(X11TextEdit& gone);
-    X11TextEdit* activeTextEdit() const { return fields.empty() ? nullptr : fields.back(); }
 
 protected:
     ~X11Frame() override;
@@ -94,7 +84,6 @@ private:
     void released(const xcb_button_release_event_t& event);
     void moved(int x, int y, std::uint16_t state);
     void left(const xcb_leave_notify_event_t& event);
-    void mouseCameBack();
     void hidden();
     bool isViewable() const;
 
@@ -103,6 +92,7 @@ private:
     void passOn(const xcb_key_press_event_t& event);
     void message(const xcb_client_message_event_t& event);
     void sendToEmbedder(std::uint32_t request);
+    void focusMoved(bool isHere, const xcb_focus_in_event_t& event);
     void setFocused(bool focused);
     void windowGone();
     X11Reply<xcb_query_pointer_reply_t> pointer() const;
@@ -114,13 +104,10 @@ private:
     X11Surface surface;
     X11Drop dropTarget;
     std::unique_ptr<X11Clipboard> shared;
-    X11OptionMenu* menu = nullptr;    // open
-    std::vector<X11TextEdit*> fields; // open; the last one gets the keys
+    FrameOverlays open;
     ClickCounter clicks;
     HeldKeys keys;
-    long heldBeyondState = 0; // buttons that are held and that the state of an event has no bit for
-    bool isBlocked = false;   // by a panel
-    bool isFocused = true;
+    long heldBeyondState = 0;  // buttons that are held and that the state of an event has no bit for
     xcb_window_t embedder = 0; // the parent, once it has spoken XEmbed
 };
 

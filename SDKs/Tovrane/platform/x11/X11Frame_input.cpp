@@ -3,8 +3,6 @@
 // the views or the host.
 #include "Tovrane/platform/x11/X11Frame.h"
 #include "Tovrane/platform/x11/X11Keys.h"
-#include "Tovrane/platform/x11/X11OptionMenu.h"
-#include "Tovrane/platform/x11/X11TextEdit.h"
 
 namespace Tovra
 {
@@ -63,10 +61,7 @@ void X11Frame::handleEvent(std::uint8_t type, const xcb_generic_event_t& event)
         return handleKey(type, event);
     case XCB_FOCUS_IN:
     case XCB_FOCUS_OUT:
-        if (const auto mode = as<xcb_focus_in_event_t>(event).mode;
-            mode == XCB_NOTIFY_MODE_NORMAL || mode == XCB_NOTIFY_MODE_WHILE_GRABBED)
-            setFocused(type == XCB_FOCUS_IN);
-        return;
+        return focusMoved(type == XCB_FOCUS_IN, as<xcb_focus_in_event_t>(event));
     case XCB_CLIENT_MESSAGE:
         return message(as<xcb_client_message_event_t>(event));
     default:
@@ -76,10 +71,8 @@ void X11Frame::handleEvent(std::uint8_t type, const xcb_generic_event_t& event)
 
 void X11Frame::pressed(const xcb_button_press_event_t& event)
 {
-    if (menu != nullptr)
-        return menu->cancel(); // which takes the click, as one beside it
-    if (isBlocked)
-        return;
+    if (open.lose(OverlayKind::menu) || open.takeInput())
+        return; // a menu takes the click as one beside it
     const CPoint where = placeOf(event.event_x, event.event_y);
     for (const WheelRow& row : wheel)
         if (row.onServer == event.detail)
@@ -110,7 +103,7 @@ void X11Frame::released(const xcb_button_release_event_t& event)
 
 void X11Frame::moved(int x, int y, std::uint16_t state)
 {
-    if (!isBlocked)
+    if (!open.takeInput())
         events.move(CPoint(x, y), mouseWordOfState(state) | heldBeyondState);
 }
 
@@ -119,15 +112,21 @@ void X11Frame::moved(int x, int y, std::uint16_t state)
 // the host has hidden its window, which it tells nobody.
 void X11Frame::left(const xcb_leave_notify_event_t& event)
 {
-    if (menu != nullptr)
-        return; // mouseCameBack looks where the mouse is when it has closed
+    if (open.has(OverlayKind::menu))
+        return; // mouseGivenBack looks where the mouse is when it has closed
     if (event.mode != XCB_NOTIFY_MODE_NORMAL || (events.heldButtons() != 0 && !isViewable()))
-        releaseMouse();
+        mouseTaken();
     if (event.detail != XCB_NOTIFY_DETAIL_INFERIOR && events.heldButtons() == 0)
         events.leave(placeOf(event.event_x, event.event_y), mouseModifiersOfState(event.state));
 }
 
 void X11Frame::releaseMouse()
+{
+    open.lose(OverlayKind::menu);
+    mouseTaken();
+}
+
+void X11Frame::mouseTaken()
 {
     heldBeyondState = 0;
     events.releaseAll();
@@ -135,14 +134,12 @@ void X11Frame::releaseMouse()
 
 void X11Frame::hidden()
 {
-    if (menu != nullptr)
-        menu->cancel();
+    open.lose(OverlayKind::menu);
     heldBeyondState = 0;
     events.vanish();
 }
 
-// From a menu, which took it for itself. If the mouse is over the frame, an EnterNotify will say so.
-void X11Frame::mouseCameBack()
+void X11Frame::mouseGivenBack()
 {
     const auto reply = pointer();
     if (reply == nullptr)
@@ -190,13 +187,14 @@ void X11Frame::handleKey(std::uint8_t type, const xcb_generic_event_t& event)
 KeyTaker X11Frame::keyPressed(const xcb_key_press_event_t& event)
 {
     const X11Keyboard::Stroke stroke = server->keyboard().press(event.detail, event.state);
-    if (menu != nullptr)
-        menu->keyPressed(stroke.code);
-    if (menu != nullptr || isBlocked || stroke.pending)
+    if (open.takeInput())
+    {
+        open.keyDown(stroke.code, stroke.text);
         return KeyTaker::swallowed;
-    X11TextEdit* const field = activeTextEdit();
-    if ((field != nullptr && field->keyDown(stroke.code, stroke.text) == kKeyConsumed) ||
-        events.keyDown(stroke.code) == kKeyConsumed)
+    }
+    if (stroke.pending)
+        return KeyTaker::swallowed;
+    if (open.keyDown(stroke.code, stroke.text) == kKeyConsumed || events.keyDown(stroke.code) == kKeyConsumed)
         return KeyTaker::views;
     if (stroke.code.virtualKey == kVirtualTab && embedder != 0)
     {
@@ -243,7 +241,9 @@ void X11Frame::message(const xcb_client_message_event_t& event)
     case focusIn:
         return setFocused(true);
     case focusOut:
-        return setFocused(false);
+        setFocused(false);
+        open.lose(OverlayKind::menu);
+        return;
     default:
         return;
     }
@@ -262,15 +262,26 @@ void X11Frame::sendToEmbedder(std::uint32_t request)
     server->flush();
 }
 
+// A grab, our own menu's among them, moves the focus for its time only. A host that takes the focus from us
+// may do so a moment after the click that opened a menu; the focus of another window is the end of a menu.
+void X11Frame::focusMoved(bool isHere, const xcb_focus_in_event_t& event)
+{
+    if (event.mode != XCB_NOTIFY_MODE_NORMAL && event.mode != XCB_NOTIFY_MODE_WHILE_GRABBED)
+        return;
+    setFocused(isHere);
+    const bool isElsewhere =
+        event.detail == XCB_NOTIFY_DETAIL_NONLINEAR || event.detail == XCB_NOTIFY_DETAIL_NONLINEAR_VIRTUAL;
+    if (!isHere && isElsewhere)
+        open.lose(OverlayKind::menu);
+}
+
 void X11Frame::setFocused(bool focused)
 {
-    isFocused = focused;
     if (!focused)
     {
         server->keyboard().resetSequence();
         keys.clear();
     }
-    if (X11TextEdit* const field = activeTextEdit())
-        field->setFocused(focused);
+    open.setFocused(focused);
 }
 }

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Tovrane/platform/x11/X11OptionMenu.h"
 
-#include "Tovrane/base/PollRunLoop.h"
 #include "Tovrane/platform/x11/X11Event.h"
 
 #include <cstdlib>
+#include <utility>
 
 namespace Tovra
 {
@@ -21,27 +21,60 @@ constexpr int wheelUp = 4;
 constexpr int wheelDown = 5;
 }
 
-MenuChoice X11OptionMenu::openMenu(IMenu& menu)
+void X11OptionMenu::openMenu(IMenu& menu, Done answer)
 {
-    choice = {};
-    if (!isDone || !owner->beginMenu(*this))
-        return choice;
-    const Kept<X11OptionMenu> self(this);
+    const Kept<X11OptionMenu> alive(this);
+    owner->mouseTaken(); // the views may do anything
+    if (!handle.open(owner->overlays(), *this, OverlayKind::menu))
+        return answer({});
+    if (!show(menu))
+    {
+        panels.clear();
+        handle.close();
+        return answer({});
+    }
+    done = std::move(answer);
+    shown.reset(menu.countedObject());
+    self.reset(this);
+    ticker.start(tickMilliseconds, [this] { tick(); });
+    takeInputSoon();
+    server->dispatchSoon(); // what came with the replies
+}
+
+// False if the server has gone.
+bool X11OptionMenu::show(IMenu& menu)
+{
     server = owner->sharedConnection();
     scale = owner->scale();
-    isDone = wasPressed = hasMoved = false;
+    wasPressed = hasMoved = false;
+    waitingTicks = 0;
     const CPoint place = owner->toScreen(menu.getMenuPosition());
     const X11Place at = X11Window::bounded(place.x, place.y, 1.0, 1.0);
     panels.push_back(std::make_unique<X11MenuPanel>(server, sink(), menu, scale, at.x, at.y));
     notePointer();
-    run();
+    return server->isAlive() && !panels.front()->window().isGone();
+}
+
+// All that is left to do is done before the answer, which may open the next menu or close the frame.
+void X11OptionMenu::finish(const MenuChoice& choice)
+{
+    if (!done)
+        return;
+    const Kept<X11OptionMenu> alive(this);
+    const Kept<CBaseObject> menu(shown);
+    const Kept<CBaseObject> submenu(choice.menu != nullptr ? choice.menu->countedObject() : nullptr);
+    const Done answer = std::exchange(done, nullptr);
+    ticker.stop();
+    grabber.stop();
     panels.clear();
     xcb_ungrab_pointer(server->xcb(), XCB_CURRENT_TIME);
     xcb_ungrab_keyboard(server->xcb(), XCB_CURRENT_TIME);
     server->flush();
-    isDone = true;
-    owner->endMenu();
-    return choice;
+    handle.close();
+    self.reset();
+    shown.reset();
+    owner->mouseGivenBack();
+    answer(owner->isOpen() ? choice : MenuChoice());
 }
 
 void X11OptionMenu::notePointer()
@@ -52,6 +85,22 @@ void X11OptionMenu::notePointer()
         return;
     openedX = mouseX = pointer->root_x;
     openedY = mouseY = pointer->root_y;
+}
+
+// Now, or else in a moment.
+void X11OptionMenu::takeInputSoon()
+{
+    grabs = 1;
+    if (takeInput())
+        return;
+    grabber.start(grabMilliseconds,
+                  [this]
+                  {
+                      if (takeInput())
+                          grabber.stop();
+                      else if (++grabs > mostGrabs)
+                          cancel();
+                  });
 }
 
 // Everything comes to the first panel's window, in the screen's coordinates. False while another client has
@@ -72,36 +121,8 @@ bool X11OptionMenu::takeInput()
            gotKeys->status == XCB_GRAB_STATUS_SUCCESS;
 }
 
-// The toolkit's timers and the connection's watch move to this loop, and back when it is left.
-void X11OptionMenu::run()
-{
-    PollRunLoop loop;
-    RunLoop::enter(loop);
-    RepeatingTimer ticker;
-    ticker.start(tickMilliseconds, [this] { tick(); });
-    RepeatingTimer grabber;
-    int grabs = 1;
-    if (!takeInput())
-        grabber.start(grabMilliseconds,
-                      [&]
-                      {
-                          if (takeInput())
-                              grabber.stop();
-                          else if (++grabs > mostGrabs)
-                              cancel();
-                      });
-    server->dispatch(); // what came with the replies
-    while (!isDone && server->isAlive() && !panels.front()->window().isGone())
-        loop.runOnce(tickMilliseconds);
-    grabber.stop();
-    ticker.stop();
-    RunLoop::leave(loop);
-}
-
 void X11OptionMenu::tick()
 {
-    if (isDone)
-        return;
     if (deepest().isObscured()) // the others may lie below their own submenu
         return cancel();
     if (const int level = levelAt(mouseX, mouseY); level >= 0)
@@ -113,8 +134,9 @@ void X11OptionMenu::tick()
 
 void X11OptionMenu::handleEvent(std::uint8_t type, const xcb_generic_event_t& event)
 {
-    if (isDone)
+    if (!done)
         return;
+    const Kept<X11OptionMenu> alive(this);
     const auto& mouse = as<xcb_button_press_event_t>(event);
     switch (type)
     {
@@ -189,7 +211,7 @@ void X11OptionMenu::pressed(int button, int x, int y)
     }
     wasPressed = true;
     if (level < 0)
-        isDone = true;
+        cancel();
     else
         moved(x, y);
 }
@@ -212,8 +234,7 @@ void X11OptionMenu::choose(std::size_t level)
         return;
     if (panel.rows()[row].kind == MenuRow::submenu)
         return openBelow(level);
-    choice = {&panel.rows().menu(), panel.rows()[row].index};
-    isDone = true;
+    finish({&panel.rows().menu(), panel.rows()[row].index});
 }
 
 // The submenu of the marked row, in place of another one that is open there.
@@ -248,10 +269,15 @@ void X11OptionMenu::stepTo(int row)
         deepest().mark(row);
 }
 
+long X11OptionMenu::overlayKeyDown(const TovraKeyCode& code, const std::string&)
+{
+    const Kept<X11OptionMenu> alive(this);
+    keyPressed(code);
+    return kKeyConsumed;
+}
+
 void X11OptionMenu::keyPressed(const TovraKeyCode& code)
 {
-    if (isDone)
-        return;
     const MenuRows& rows = deepest().rows();
     const int marked = deepest().marked();
     const std::size_t level = panels.size() - 1;

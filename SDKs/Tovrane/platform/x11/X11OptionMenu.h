@@ -1,11 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The pop-up menu: a stack of open panels, and what the mouse and keys do to it.
 //
-// While it is open it takes the mouse and the keyboard for itself, and runs the toolkit's timers and its own
-// connection's events on a run loop of its own; the host's loop stands still. It closes without a choice when
-// the user clicks beside it or presses Escape; when the mouse or the keyboard cannot be had, or are lost (a
-// panel is hidden or covered by another window, a click comes to the frame); and when its frame or the
-// frame's window goes away.
+// While it is open it has the mouse and the keyboard of the whole screen. It closes without a choice when the
+// user clicks beside it or presses Escape; when the mouse or the keyboard cannot be had, or are lost (a panel
+// is hidden or covered by another window, a click comes to the frame, another window gets the focus); and
+// when its frame or the frame's window goes away.
 #pragma once
 
 #include "Tovrane/base/Kept.h"
@@ -19,21 +18,14 @@
 namespace Tovra
 {
 // [window thread]
-class X11OptionMenu : public IOptionMenu, private X11EventSink
+class X11OptionMenu : public IOptionMenu, private X11EventSink, private FrameOverlay
 {
 public:
     explicit X11OptionMenu(X11Frame& frame) : owner(&frame) {}
 
-    MenuChoice openMenu(IMenu& menu) override;
-
-    // Closes it without a choice.
-    void cancel()
-    {
-        choice = {};
-        isDone = true;
-    }
-    // Also for a key that came to the frame's window.
-    void keyPressed(const TovraKeyCode& code);
+    void openMenu(IMenu& menu, Done done) override;
+    // Closes it without a choice. Nothing happens if it is not open.
+    void cancel() { finish({}); }
 
 protected:
     ~X11OptionMenu() override = default;
@@ -41,14 +33,19 @@ protected:
 private:
     void handleEvent(std::uint8_t type, const xcb_generic_event_t& event) override;
     X11EventSink& sink() { return *this; }
+    void overlayLost() override { finish({}); }
+    long overlayKeyDown(const TovraKeyCode& code, const std::string& typed) override;
+    bool show(IMenu& menu);
     void notePointer();
+    void takeInputSoon();
     bool takeInput();
-    void run();
     void tick();
+    void finish(const MenuChoice& choice);
 
     void moved(int x, int y);
     void pressed(int button, int x, int y);
     void released(int button, int x, int y);
+    void keyPressed(const TovraKeyCode& code);
     void stepTo(int row);
     void hover(std::size_t level, int row);
 
@@ -61,9 +58,14 @@ private:
     const Kept<X11Frame> owner;
     std::shared_ptr<X11Connection> server;
     double scale = 1.0;
+    OverlayHandle handle;
+    Done done;                // null while it is closed
+    Kept<CBaseObject> shown;  // the menu, while it is open
+    Kept<X11OptionMenu> self; // the same
     std::vector<std::unique_ptr<X11MenuPanel>> panels;
-    MenuChoice choice;
-    bool isDone = true;
+    RepeatingTimer ticker;
+    RepeatingTimer grabber;
+    int grabs = 0;           // tried
     bool wasPressed = false; // since it opened: the click that opened it may still be held
     bool hasMoved = false;
     int openedX = 0, openedY = 0;

@@ -22,7 +22,7 @@ X11TextEdit::X11TextEdit(X11Frame& frame, ITextEditCallback& asked)
     painter.font = asked.textEditGetFontColor();
     window.setCursor(window.connection().cursor(X11Cursors::text));
     updateSize();
-    frame.beginTextEdit(*this);
+    handle.open(frame.overlays(), *this, OverlayKind::field);
     blink.start(blinkMilliseconds,
                 [this]
                 {
@@ -44,9 +44,17 @@ void X11TextEdit::disconnect()
     pasting.reset();
     callback = nullptr;
     window.destroy();
-    const Kept<X11Frame> frame = owner;
+    handle.close();
     owner.reset();
-    frame->endTextEdit(*this);
+}
+
+// The window has gone. The view, which is still there unless the frame is being closed, may delete this.
+void X11TextEdit::overlayLost()
+{
+    ITextEditCallback* const told = owner->getFrame() != nullptr ? callback : nullptr;
+    disconnect();
+    if (told != nullptr)
+        told->textEditLooseFocus(false);
 }
 
 const char* X11TextEdit::getText()
@@ -88,7 +96,7 @@ bool X11TextEdit::updateSize()
     return true;
 }
 
-void X11TextEdit::setFocused(bool focused)
+void X11TextEdit::overlayFocused(bool focused)
 {
     painter.isFocused = focused;
     changed();
@@ -132,6 +140,8 @@ void X11TextEdit::handleEvent(std::uint8_t type, const xcb_generic_event_t& even
         return dragged(as<xcb_motion_notify_event_t>(event));
     case XCB_BUTTON_RELEASE:
         return as<xcb_button_release_event_t>(event).detail == XCB_BUTTON_INDEX_1 ? endDrag() : void();
+    case XCB_DESTROY_NOTIFY:
+        return overlayLost();
     case XCB_KEY_PRESS: // the mouse is over the field, and a window above ours has the focus
     case XCB_KEY_RELEASE:
         return alive->handleKey(type, event);
@@ -143,7 +153,7 @@ void X11TextEdit::handleEvent(std::uint8_t type, const xcb_generic_event_t& even
 void X11TextEdit::pressed(const xcb_button_press_event_t& event)
 {
     const int count = clicks.press(event.detail, event.event_x, event.event_y, event.time);
-    owner->beginTextEdit(*this);
+    handle.raise();
     if (event.detail == XCB_BUTTON_INDEX_2)
     {
         line.moveTo(positionAt(event.event_x), false);

@@ -22,7 +22,7 @@ namespace Tovra
 class ITextEditCallback;
 
 // [window thread]
-class X11TextEdit : public IOSTextEdit, private X11EventSink
+class X11TextEdit : public IOSTextEdit, private X11EventSink, private FrameOverlay
 {
 public:
     X11TextEdit(X11Frame& frame, ITextEditCallback& callback);
@@ -33,14 +33,13 @@ public:
     bool updateSize() override;
     long onKeyDown(TovraKeyCode& code) override;
 
-    // A key of the frame's window with the text that it types. After kKeyConsumed the field may be gone.
-    long keyDown(const TovraKeyCode& code, const std::string& typed);
-    // Whether the frame's window has the keyboard: the caret shows it.
-    void setFocused(bool isFocused);
-    // The frame goes: nothing is shown, and the callback is not called any more.
+private:
+    void overlayLost() override;
+    long overlayKeyDown(const TovraKeyCode& code, const std::string& typed) override;
+    void overlayFocused(bool isFocused) override;
+    // Nothing is shown from here on, and the callback is not called any more.
     void disconnect();
 
-private:
     void handleEvent(std::uint8_t type, const xcb_generic_event_t& event) override;
     void pressed(const xcb_button_press_event_t& event);
     void dragged(const xcb_motion_notify_event_t& event);
@@ -57,6 +56,7 @@ private:
     std::size_t positionAt(int x);
 
     Kept<X11Frame> owner; // null once disconnected
+    OverlayHandle handle;
     ITextEditCallback* callback;
     EditLine line{std::size_t(textSize - 1)};
     X11Canvas canvas;

@@ -15,10 +15,10 @@ long X11TextEdit::onKeyDown(TovraKeyCode& code)
         typed = " ";
     else if (code.character > 0 && code.character <= Core::Utf8::highestCodePoint)
         typed = Core::Utf8::encode(char32_t(code.character));
-    return keyDown(code, typed);
+    return overlayKeyDown(code, typed);
 }
 
-long X11TextEdit::keyDown(const TovraKeyCode& code, const std::string& typed)
+long X11TextEdit::overlayKeyDown(const TovraKeyCode& code, const std::string& typed)
 {
     if (callback == nullptr)
         return kKeyNotHandled;

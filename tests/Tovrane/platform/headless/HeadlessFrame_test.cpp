@@ -37,7 +37,9 @@ TEST_F(HeadlessWindow, LateEventsDoNothing)
 
     PlainMenu empty;
     survives->onMenu = [](IMenu&) -> MenuChoice { throw 0; };
-    EXPECT_EQ(menu.get()->openMenu(empty).menu, nullptr);
+    int answers = 0;
+    menu->openMenu(empty, [&](const MenuChoice& choice) { answers += choice.index == -1 ? 1 : 100; });
+    EXPECT_EQ(answers, 1) << "at once";
 }
 
 // The frame goes in the midst of the first of two events.
@@ -92,7 +94,12 @@ TEST_F(HeadlessWindow, AMenuAnswersOnlyWhatCanBeChosen)
     submenu.add("deep", 0);
 
     const auto popUp = Kept<IOptionMenu>::adopt(frame->createOptionMenu());
-    EXPECT_EQ(popUp.get()->openMenu(menu).index, -1) << "nobody is there";
+    MenuChoice choice{nullptr, -7};
+    const auto keep = [&](const MenuChoice& chosen) { choice = chosen; };
+    popUp->openMenu(menu, keep);
+    EXPECT_EQ(choice.index, -7) << "it answers later";
+    window().answerMenus();
+    EXPECT_EQ(choice.index, -1) << "nobody is there";
     const struct
     {
         IMenu* menu;
@@ -103,7 +110,8 @@ TEST_F(HeadlessWindow, AMenuAnswersOnlyWhatCanBeChosen)
     for (const auto& c : cases)
     {
         window().onMenu = [&](IMenu&) { return MenuChoice{c.menu, c.index}; };
-        const MenuChoice choice = popUp.get()->openMenu(menu);
+        popUp->openMenu(menu, keep);
+        window().answerMenus();
         EXPECT_EQ(choice.menu, c.can ? c.menu : nullptr) << c.index;
         EXPECT_EQ(choice.index, c.can ? c.index : -1);
     }
@@ -119,6 +127,37 @@ TEST_F(HeadlessWindow, AMenuAnswersOnlyWhatCanBeChosen)
     EXPECT_EQ(submenu.countedObject()->getReferenceCount(), holders + 1);
     copy.reset();
     EXPECT_EQ(submenu.countedObject()->getReferenceCount(), holders);
+}
+
+// The view that opens it gets the release of its press first, and has forgotten the menu's object.
+TEST_F(HeadlessWindow, AMenuAnswersAfterTheEventThatOpenedIt)
+{
+    RecordingView* const view = add("view", {0, 0, 200, 100});
+    view->answers["down"] = kMouseHandled;
+    PlainMenu menu;
+    menu.add("One", 0);
+    window().onMenu = [&](IMenu& shown) { return MenuChoice{&shown, 0}; };
+    int openings = 0;
+    const std::function<void()> open = [&]
+    {
+        log.push_back("open");
+        Kept<IOptionMenu>::adopt(frame->createOptionMenu())
+            ->openMenu(menu,
+                       [&](const MenuChoice& choice)
+                       {
+                           log.push_back("chosen " + std::to_string(choice.index));
+                           if (++openings < 2)
+                               open();
+                       });
+    };
+    view->reaction = [&](const std::string& word) { return word == "down" ? open() : void(); };
+    window().events().press({5, 6}, kButtonLeft);
+    EXPECT_THAT(taken(log),
+                ElementsAre("view down 5,6 2", "open", "view up 5,6 2", "chosen 0", "open", "chosen 0"));
+    view->reaction = nullptr;
+    open();
+    close();
+    EXPECT_THAT(taken(log), ElementsAre("open", "chosen -1", "view gone")) << "it ends with its frame";
 }
 
 // What the items are is seen in the drops on windows.

@@ -16,6 +16,9 @@ function(lodex_library target)
   endif()
   set(link ${PROJECT_BINARY_DIR}/include/${target}/${LIB_PREFIX})
   cmake_path(GET link PARENT_PATH parent)
+  if(IS_SYMLINK ${parent}) # from a time when the folder above was this library
+    file(REMOVE ${parent})
+  endif()
   file(MAKE_DIRECTORY ${parent})
   file(CREATE_LINK ${CMAKE_CURRENT_SOURCE_DIR} ${link} SYMBOLIC)
 

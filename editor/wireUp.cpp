@@ -2,7 +2,7 @@
 #include "editor/wireUp.h"
 
 #include "Tovrane/platform/headless/HeadlessFrame.h"
-#include "Tovrane/platform/x11/X11Frame.h"
+#include "Tovrane/platform/x11/frame/X11Frame.h"
 
 void wireUp()
 {

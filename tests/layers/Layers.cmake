@@ -54,10 +54,19 @@ lodex_layer(tovra_tree OWN Tovrane/views/tree/CFrame.h
 lodex_layer(tovra_controls OWN Tovrane/views/controls/CMenuItem.h
   NOT Tovrane/platform/parts/MenuRows.h Orbel/contract/OrbelOS.h)
 lodex_layer(tovra_parts OWN Tovrane/platform/parts/MenuRows.h
-  NOT Tovrane/platform/headless/HeadlessFrame.h Tovrane/platform/x11/X11Frame.h)
+  NOT Tovrane/platform/headless/HeadlessFrame.h Tovrane/platform/x11/frame/X11Frame.h)
 lodex_layer(tovra_headless OWN Tovrane/platform/headless/HeadlessFrame.h
-  NOT Tovrane/platform/x11/X11Frame.h effect/instance/CQDT_DKS_Single.h)
-lodex_layer(tovra_x11 OWN Tovrane/platform/x11/X11Frame.h
+  NOT Tovrane/platform/x11/frame/X11Frame.h effect/instance/CQDT_DKS_Single.h)
+lodex_layer(tovra_x11_connection OWN Tovrane/platform/x11/connection/X11Connection.h
+  NOT Tovrane/platform/x11/surface/X11Surface.h Tovrane/platform/x11/exchange/X11Transfer.h
+      Tovrane/platform/headless/HeadlessFrame.h)
+lodex_layer(tovra_x11_surface OWN Tovrane/platform/x11/surface/X11Surface.h
+  NOT Tovrane/platform/x11/exchange/X11Transfer.h Tovrane/platform/x11/overlays/X11OverlayHost.h)
+lodex_layer(tovra_x11_exchange OWN Tovrane/platform/x11/exchange/X11Transfer.h
+  NOT Tovrane/platform/x11/surface/X11Surface.h Tovrane/platform/x11/overlays/X11OverlayHost.h)
+lodex_layer(tovra_x11_overlays OWN Tovrane/platform/x11/overlays/X11OverlayHost.h
+  NOT Tovrane/platform/x11/frame/X11Frame.h Tovrane/platform/headless/HeadlessFrame.h)
+lodex_layer(tovra_x11 OWN Tovrane/platform/x11/frame/X11Frame.h
   NOT Tovrane/platform/headless/HeadlessFrame.h effect/instance/CQDT_DKS_Single.h)
 lodex_layer(parameters OWN effect/parameters/DKS_Mini.h
   NOT Orbel/contract/OrbelOS.h effect/engine/CAHRModule2.h presets/IPresetInterface.h)

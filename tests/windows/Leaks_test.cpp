@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Tovrane/base/Answer.h"
-#include "Tovrane/platform/x11/X11OptionMenu.h"
+#include "Tovrane/platform/x11/overlays/X11OptionMenu.h"
 #include "Tovrane/window/IOSTextEdit.h"
 #include "windows/FieldOwner.h"
 #include "windows/PlainMenu.h"

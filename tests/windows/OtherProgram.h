@@ -2,7 +2,7 @@
 // Another X client: its own connection and window, with texts that it offers in selections.
 #pragma once
 
-#include "Tovrane/platform/x11/X11Window.h"
+#include "Tovrane/platform/x11/connection/X11Window.h"
 
 #include <algorithm>
 #include <map>

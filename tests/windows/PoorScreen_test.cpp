@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Tovrane/platform/headless/HeadlessFrame.h"
-#include "Tovrane/platform/x11/X11Frame.h"
+#include "Tovrane/platform/x11/frame/X11Frame.h"
 #include "Tovrane/views/tree/CFrame.h"
 #include "windows/HostWindow.h"
 

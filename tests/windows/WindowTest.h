@@ -6,7 +6,7 @@
 #pragma once
 
 #include "Tovrane/base/PollRunLoop.h"
-#include "Tovrane/platform/x11/X11Frame.h"
+#include "Tovrane/platform/x11/frame/X11Frame.h"
 #include "Tovrane/views/tree/CFrame.h"
 #include "Tovrane/views/tree/RecordingView.h"
 #include "windows/HostWindow.h"

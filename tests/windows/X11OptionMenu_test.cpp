@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Tovrane/platform/parts/ChildProcess.h"
 #include "Tovrane/platform/parts/MenuRows.h"
-#include "Tovrane/platform/x11/X11OptionMenu.h"
+#include "Tovrane/platform/x11/overlays/X11OptionMenu.h"
 #include "windows/OtherProgram.h"
 #include "windows/PlainMenu.h"
 #include "windows/WindowTest.h"

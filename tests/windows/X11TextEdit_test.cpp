@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Tovrane/platform/parts/ChildProcess.h"
-#include "Tovrane/platform/x11/X11TextEdit.h"
+#include "Tovrane/platform/x11/overlays/X11TextEdit.h"
 #include "windows/FieldOwner.h"
 #include "windows/OtherProgram.h"
 #include "windows/WindowTest.h"

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "Tovrane/platform/x11/X11TopLevel.h"
+#include "Tovrane/platform/x11/frame/X11TopLevel.h"
 #include "windows/WindowTest.h"
 
 using namespace Tovra;

@@ -2,8 +2,8 @@
 #include "tools/gallery/GalleryWindow.h"
 
 #include "Tovrane/base/PollRunLoop.h"
-#include "Tovrane/platform/x11/X11Frame.h"
-#include "Tovrane/platform/x11/X11TopLevel.h"
+#include "Tovrane/platform/x11/frame/X11Frame.h"
+#include "Tovrane/platform/x11/frame/X11TopLevel.h"
 #include "tools/gallery/GalleryPage.h"
 
 #include <cmath>

@@ -41,8 +41,9 @@ int main(int argc, char** argv)
     app.add_option("--page", page,
                    "one page of the file, or the window's first; without it all of them, below one another")
         ->check(CLI::Range(size_t(1), count));
-    double scale = 1.0;
-    app.add_option("--scale", scale, "pixels to a unit")->check(CLI::Range(0.25, 8.0));
+    double scale = 0.0;
+    app.add_option("--scale", scale, "pixels to a unit; without it 1 for a file, the desktop's for a window")
+        ->check(CLI::Range(0.25, 8.0));
     CLI11_PARSE(app, argc, argv);
     Tovra::useHeadlessFrames();
 
@@ -53,7 +54,7 @@ int main(int argc, char** argv)
         std::fprintf(stderr, "tovra_gallery: there is no display; --png writes a file\n");
         return 2;
     }
-    if (save(path, page > 0 ? page - 1 : 0, page > 0 ? page - 1 : count - 1, scale))
+    if (save(path, page > 0 ? page - 1 : 0, page > 0 ? page - 1 : count - 1, scale > 0.0 ? scale : 1.0))
         return 0;
     std::fprintf(stderr, "tovra_gallery: cannot write %s\n", path.c_str());
     return 2;

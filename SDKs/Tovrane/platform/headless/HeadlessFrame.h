@@ -44,6 +44,7 @@ public:
     IOptionMenu* createOptionMenu(CFrame* forFrame) override;
     void* getSystemWindow() const override { return nullptr; }
     IFileSelector* createFileSelector(CFrame* forFrame) override;
+    double getDesktopScale() const override { return desktopScale; }
     void releaseMouse() override;
     void clearFrame() override;
 
@@ -69,6 +70,8 @@ public:
     std::function<std::vector<std::string>(const FileSelectorOptions&)> onFileSelector;
     // Answers a new size with false.
     bool refusesSize = false;
+    // Who changes it has the frame notified with desktopScaleChanged.
+    double desktopScale = 1.0;
 
 protected:
     ~HeadlessFrame() override = default;

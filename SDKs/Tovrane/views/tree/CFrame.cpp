@@ -207,6 +207,16 @@ CRect CFrame::wholePicture() const
             all.top + frameBitmap->getHeight() / scale};
 }
 
+long CFrame::notify(CBaseObject* sender, const char* message)
+{
+    if (message != IFrame::desktopScaleChanged)
+        return CViewContainer::notify(sender, message);
+    const Kept<CFrame> self(this);
+    if (onDesktopScale)
+        onDesktopScale();
+    return 1;
+}
+
 CDrawContext* CFrame::createDrawContext()
 {
     return new CDrawContext({renderer.get(), frameBitmap.get(), wholePicture()},

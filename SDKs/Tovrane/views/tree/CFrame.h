@@ -15,6 +15,7 @@
 #include "Tovrane/views/tree/CViewContainer.h"
 #include "Tovrane/window/CCursorType.h"
 
+#include <functional>
 #include <memory>
 
 namespace Orbel
@@ -117,6 +118,11 @@ public:
     void setTopView(CView* view) { topView = view; }
     CView* getTopView() const { return topView; }
 
+    // Who decides about the scale listens here: the window system's own scale has changed; a right click came
+    // that no view took.
+    std::function<void()> onDesktopScale;
+    std::function<void(const CPoint&)> onGroundMenu;
+
     PelmoAGG* getRenderer() const { return renderer.get(); }
     IOSBitmap* getFrameBitmap() const { return frameBitmap.get(); }
     void* getSystemWindow() const { return systemWindow; }
@@ -149,6 +155,7 @@ public:
     bool removeAll(const bool& withForget = true) override;
     bool advanceNextFocusView(CView* old, bool reverse = false) override;
     void remember() override { CViewContainer::remember(); }
+    long notify(CBaseObject* sender, const char* message) override;
     IFrameEditor* getEditor() const override { return editor; }
     bool isTypeOf(const char* name) const override;
     // A frame is not copied.
@@ -164,6 +171,7 @@ private:
     void dropTopView();
     void dropFocusOutside(const CPoint& where, const long& buttons);
     MouseEventResult clickModalView(CPoint& where, const long& buttons);
+    MouseEventResult clickGround(const CPoint& where, long buttons);
     template <typename Call>
     bool wheelTo(const CPoint& where, const long& buttons, Call call);
     bool advanceFromChild(CView* child, bool reverse);

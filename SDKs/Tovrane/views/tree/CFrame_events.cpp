@@ -30,7 +30,19 @@ MouseEventResult CFrame::onMouseDown(CPoint& where, const long& pressed)
     setMouseDownChild(nullptr);
     if (focusView)
         dropFocusOutside(where, buttons);
-    return modalView ? clickModalView(where, buttons) : CViewContainer::onMouseDown(where, buttons);
+    if (modalView)
+        return clickModalView(where, buttons);
+    const CPoint clicked = where;
+    const MouseEventResult result = CViewContainer::onMouseDown(where, buttons);
+    return result == kMouseUnhandled ? clickGround(clicked, buttons) : result;
+}
+
+MouseEventResult CFrame::clickGround(const CPoint& where, long buttons)
+{
+    if ((buttons & kButtonRight) == 0 || !onGroundMenu)
+        return kMouseUnhandled;
+    onGroundMenu(where);
+    return kMouseHandledNoMoves;
 }
 
 void CFrame::dropFocusOutside(const CPoint& where, const long& buttons)

@@ -227,6 +227,26 @@ TEST_F(X11FrameTest, TakesTheSizeThatIsAskedFor)
     }
 }
 
+// The picture and the window grow and shrink; places of events stay in units.
+TEST_F(X11FrameTest, MovesBetweenScalesWhileItIsOpen)
+{
+    frame->setViewSize({0, 0, 80, 60});
+    view->setViewSize({0, 0, 80, 60});
+    for (const double scale : {1.5, 3.0, 1.25, 1.0})
+    {
+        SCOPED_TRACE(scale);
+        frame->setScale(scale);
+        const int across = int(std::ceil(80 * scale)), down = int(std::ceil(60 * scale));
+        EXPECT_TRUE(until([&] { return placeOnScreen().width == across && placeOnScreen().height == down; }));
+        EXPECT_TRUE(until(
+            [&] { return pixel(across / 2 - 1, down - 1) == 0xff0000 && pixel(across / 2, 0) == 0x0000ff; }));
+        log.clear();
+        moveTo(int(40 * scale), int(20 * scale)); // whole pixels at each of them
+        user("click 1");
+        EXPECT_TRUE(until([this] { return saw("view down 40,20 2") && saw("view up 40,20 2"); }));
+    }
+}
+
 TEST_F(X11FrameTest, ChangesItsCursor)
 {
     for (const int type : {0, 2, 3, 4, 8, 9, 77})

@@ -5,6 +5,7 @@
 #include "Tovrane/draw/PelmoAGG.h"
 #include "Tovrane/draw/PelmoCompOps.h"
 #include "Tovrane/draw/PixelGrid.h"
+#include "Tovrane/lib/pixfmt_bgra.h"
 #include "Tovrane/lib/ren_rgba_lcd.h"
 
 #include <agg_conv_curve.h>
@@ -26,7 +27,6 @@ namespace Tovra
 class PelmoText;
 
 using Rows = agg::row_accessor<unsigned char>;
-using PlainPixels = agg::pixfmt_alpha_blend_rgba<agg::blender_rgba<agg::rgba8, PixelOrder>, Rows>;
 using PrePixels = agg::pixfmt_alpha_blend_rgba<agg::blender_rgba_pre<agg::rgba8, PixelOrder>, Rows>;
 using CompPixels = agg::pixfmt_custom_blend_rgba<CompOpAdaptor<false>, Rows>;
 using CompPrePixels = agg::pixfmt_custom_blend_rgba<CompOpAdaptor<true>, Rows>;
@@ -93,7 +93,7 @@ struct PelmoAGG::Pipelines
     PixelGrid grid; // what follows is in pixels where it is not said to be in units
     Image picture;
     Rows rows;
-    PixelPath<PlainPixels> plain;
+    PixelPath<agg::pixfmt_bgra> plain;
     PixelPath<CompPixels> comp;
     PixelPath<CompPrePixels> compPre;
     PixelPath<PrePixels> pre;

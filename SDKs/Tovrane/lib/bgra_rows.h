@@ -1,0 +1,98 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Blends rows of pixels, of blue, green, red and alpha, with colours that are not premultiplied: to the bit
+// what agg::blender_rgba does pixel by pixel.
+//
+// AGG mixes a colour byte p with a colour q as p + (q - p) x alpha / 255, rounded; a division by 255 has no
+// ties, so that this is (p x (255 - alpha) + q x alpha + 127.5) / 255, which fits 16 bits and needs no signs.
+// Its rule for the alpha of the picture is the same one with a q of 255. With an alpha of 0 nothing changes,
+// with 255 the colour replaces the pixel, so that neither is a case of its own.
+#pragma once
+
+#include "Tovrane/lib/pixel_lanes.h"
+
+#include <agg_color_rgba.h>
+
+namespace agg
+{
+// [any thread]  to is the row's first pixel; len pixels are there.
+template <class Lanes>
+struct bgra_rows
+{
+    static constexpr unsigned pixel_bytes = 4;
+
+    static Lanes lanes_of(const rgba8& color) { return Lanes::pixel(color.b, color.g, color.r, 255); }
+    static Lanes product(const Lanes& a, const Lanes& b) { return (a * b + half()).divided_by_255(); }
+
+    // The pixels become the colour, alpha included.
+    static void fill(int8u* to, unsigned len, const rgba8& color)
+    {
+        const Lanes pixel = Lanes::pixel(color.b, color.g, color.r, color.a);
+        for (; len >= 4; len -= 4, to += 4 * pixel_bytes)
+            Lanes::store_four(to, pixel, pixel);
+        for (; len > 0; --len, to += pixel_bytes)
+            pixel.store_one(to);
+    }
+
+    // One alpha for all of them; that of the colour does not count.
+    static void blend_solid(int8u* to, unsigned len, const rgba8& color, int8u alpha)
+    {
+        const Lanes alphas = Lanes::all(alpha);
+        const Lanes rest = alphas.inverted();
+        const Lanes share = lanes_of(color) * alphas + half();
+        const auto blended = [&](const Lanes& pixels) { return (pixels * rest + share).divided_by_255(); };
+        for (; len >= 4; len -= 4, to += 4 * pixel_bytes)
+            Lanes::store_four(to, blended(Lanes::load_two(to)), blended(Lanes::load_two(to + 8)));
+        for (; len > 0; --len, to += pixel_bytes)
+            blended(Lanes::load_one(to)).store_one(to);
+    }
+
+    // Each pixel has a cover that weakens the colour's alpha.
+    static void blend_covers(int8u* to, unsigned len, const rgba8& color, const int8u* covers)
+    {
+        const Lanes lanes = lanes_of(color);
+        const Lanes alpha = Lanes::all(color.a);
+        for (; len >= 2; len -= 2, to += 2 * pixel_bytes, covers += 2)
+            blended(Lanes::load_two(to), lanes, product(Lanes::two_covers(covers), alpha)).store_two(to);
+        if (len > 0)
+            blended(Lanes::load_one(to), lanes, product(Lanes::all(*covers), alpha)).store_one(to);
+    }
+
+    // Each byte has a cover of its own, four to a pixel, as sub-pixels have.
+    static void blend_masks(int8u* to, unsigned len, const rgba8& color, const int8u* masks)
+    {
+        const Lanes lanes = lanes_of(color);
+        const Lanes alpha = Lanes::all(color.a);
+        for (; len >= 2; len -= 2, to += 2 * pixel_bytes, masks += 2 * pixel_bytes)
+            blended(Lanes::load_two(to), lanes, product(Lanes::load_two(masks), alpha)).store_two(to);
+        if (len > 0)
+            blended(Lanes::load_one(to), lanes, product(Lanes::load_one(masks), alpha)).store_one(to);
+    }
+
+    // Each pixel has its colour, and a cover from covers, or, if that is null, cover.
+    static void blend_colors(int8u* to, unsigned len, const rgba8* colors, const int8u* covers, int8u cover)
+    {
+        static_assert(sizeof(rgba8) == pixel_bytes);
+        const Lanes opaque = Lanes::pixel(0, 0, 0, 255);
+        const Lanes same = Lanes::all(cover);
+        const auto mixed = [&](const Lanes& pixels, const Lanes& color, const Lanes& weight)
+        { return blended(pixels, color.red_blue_swapped() | opaque, product(color.alphas(), weight)); };
+        const auto bytes = [&] { return reinterpret_cast<const int8u*>(colors); };
+        for (; len >= 2; len -= 2, to += 2 * pixel_bytes, colors += 2)
+        {
+            const Lanes weight = covers ? Lanes::two_covers(covers) : same;
+            mixed(Lanes::load_two(to), Lanes::load_two(bytes()), weight).store_two(to);
+            covers += covers ? 2 : 0;
+        }
+        if (len > 0)
+            mixed(Lanes::load_one(to), Lanes::load_one(bytes()), Lanes::all(covers ? *covers : cover))
+                .store_one(to);
+    }
+
+private:
+    static Lanes half() { return Lanes::all(128); }
+    static Lanes blended(const Lanes& pixels, const Lanes& color, const Lanes& alpha)
+    {
+        return (pixels * alpha.inverted() + (color * alpha + half())).divided_by_255();
+    }
+};
+}

@@ -47,6 +47,7 @@ void PelmoAGG::Pipelines::closeClip()
 void PelmoAGG::Pipelines::openClip(const agg::rect_i& box)
 {
     clipPixels = box;
+    rasterizer.window(box);
     plain.base.clip_box_naked(box.x1, box.y1, box.x2, box.y2);
     comp.base.clip_box_naked(box.x1, box.y1, box.x2, box.y2);
     compPre.base.clip_box_naked(box.x1, box.y1, box.x2, box.y2);

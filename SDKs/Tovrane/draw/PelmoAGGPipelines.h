@@ -5,6 +5,7 @@
 #include "Tovrane/draw/PelmoAGG.h"
 #include "Tovrane/draw/PelmoCompOps.h"
 #include "Tovrane/draw/PixelGrid.h"
+#include "Tovrane/lib/cell_rasterizer.h"
 #include "Tovrane/lib/pixfmt_bgra.h"
 #include "Tovrane/lib/ren_rgba_lcd.h"
 
@@ -12,11 +13,10 @@
 #include <agg_conv_stroke.h>
 #include <agg_image_filters.h>
 #include <agg_pixfmt_rgba.h>
-#include <agg_rasterizer_scanline_aa.h>
 #include <agg_renderer_base.h>
 #include <agg_renderer_scanline.h>
 #include <agg_rendering_buffer.h>
-#include <agg_scanline_u.h>
+#include <agg_scanline_p.h>
 #include <agg_span_allocator.h>
 #include <agg_trans_affine.h>
 #include <algorithm>
@@ -99,8 +99,8 @@ struct PelmoAGG::Pipelines
     PixelPath<PrePixels> pre;
     PixelPath<agg::ren_rgba_lcd> lcd; // x in thirds of a pixel
 
-    agg::rasterizer_scanline_aa<agg::rasterizer_sl_clip<agg::ras_conv_int>> rasterizer;
-    agg::scanline_u8 scanline;
+    agg::cell_rasterizer rasterizer;
+    agg::scanline_p8 scanline;
     agg::span_allocator<agg::rgba8> spans;
     RendererPath path;
     RendererPath fittedPath; // to the grid

@@ -1,0 +1,156 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Turns polygons into the coverage of pixels: what agg::rasterizer_scanline_aa answers for the pixels of a
+// window, to the bit, and nothing for others.
+//
+// A line leaves its share of each pixel that it passes, a cell: the height it crosses (cover) and the area
+// to its left. Both are sums, in which order does not count: so the cells of a row are kept as a list, and
+// are added up in a row of the window's width when the row is asked for; AGG sorts all of them. Lines and
+// rows outside the window are passed over, and cells beside it shrink into one column on either side.
+//
+// To be used with agg::render_scanlines_aa and its kin. The filling rule is non-zero.
+#pragma once
+
+#include <agg_rasterizer_sl_clip.h>
+#include <algorithm>
+#include <bit>
+#include <cstdint>
+#include <vector>
+
+namespace agg
+{
+// [window thread]  One thread at a time. Its memory is kept from shape to shape.
+class cell_rasterizer
+{
+public:
+    // The box at which shapes are cut, as with AGG: by rounding to 1/256 of a pixel.
+    void clip_box(double x1, double y1, double x2, double y2);
+    // The pixels that are wanted; all four edges are inside. It is empty at first.
+    void window(const rect_i& pixels);
+
+    // Forgets all lines.
+    void reset();
+    // Adds a path of AGG's.
+    template <class Vertices>
+    void add_path(Vertices& path, unsigned path_id = 0)
+    {
+        double x = 0.0;
+        double y = 0.0;
+        path.rewind(path_id);
+        for (unsigned command; !is_stop(command = path.vertex(&x, &y));)
+            add_vertex(x, y, command);
+    }
+    void add_vertex(double x, double y, unsigned command);
+
+    // Closes the last polygon and begins at the top. False if nothing of the shape is in these rows.
+    bool rewind_scanlines();
+    // Gives the next row with coverage to a scanline of AGG's. Each row is given once.
+    template <class Scanline>
+    bool sweep_scanline(Scanline& to)
+    {
+        while (m_row <= m_last_row)
+        {
+            const int y = m_row++;
+            if (!gather(y))
+                continue;
+            to.reset_spans();
+            spread(to);
+            if (to.num_spans() == 0)
+                continue;
+            to.finalize(y);
+            return true;
+        }
+        return false;
+    }
+    int min_x() const { return m_window.x1; }
+    int max_x() const { return m_window.x2; }
+
+    // For agg::rasterizer_sl_clip: a line in 1/256 of a pixel.
+    void line(int x1, int y1, int x2, int y2);
+
+private:
+    // A column counts from the one to the left of the window.
+    struct cell
+    {
+        int column;
+        int cover;
+        int area;
+        unsigned next; // of the row
+    };
+    struct sums
+    {
+        int cover;
+        int area;
+    };
+
+    static constexpr unsigned none = ~0u;
+    static constexpr size_t most_cells = size_t(4) << 20;
+    static constexpr int shortest_run = 8; // that is worth a call of its own
+
+    void close_polygon();
+    void steep_line(int x, int y1, int y2);
+    void row_line(int row, int x1, int y1, int x2, int y2);
+    void add(int x, int row, int cover, int area);
+    bool gather(int row);
+
+    static unsigned coverage(int area)
+    {
+        const int cover = area >> (poly_subpixel_shift + 1);
+        return unsigned(std::min(cover < 0 ? -cover : cover, int(cover_full)));
+    }
+
+    template <class Scanline>
+    void spread(Scanline& to)
+    {
+        int cover = 0;
+        int x = m_window.x1; // up to which the row is done
+        for (size_t word = m_first_word; word <= m_last_word; ++word)
+        {
+            for (std::uint64_t bits = m_marks[word]; bits != 0; bits &= bits - 1)
+            {
+                const int column = int(word) * 64 + std::countr_zero(bits);
+                const int at = m_window.x1 - 1 + column;
+                const sums sum = m_sums[size_t(column)];
+                m_sums[size_t(column)] = {0, 0};
+                if (cover != 0 && at > x)
+                    add_run(to, x, at - x, coverage(cover << (poly_subpixel_shift + 1)));
+                cover += sum.cover;
+                x = std::max(at, m_window.x1);
+                if (sum.area == 0)
+                    continue;
+                if (const unsigned alpha = coverage((cover << (poly_subpixel_shift + 1)) - sum.area))
+                    to.add_cell(at, alpha);
+                x = at + 1;
+            }
+            m_marks[word] = 0;
+        }
+    }
+
+    template <class Scanline>
+    static void add_run(Scanline& to, int x, int length, unsigned alpha)
+    {
+        if (alpha == 0)
+            return;
+        if (length >= shortest_run)
+            return to.add_span(x, unsigned(length), alpha);
+        for (; length > 0; --length)
+            to.add_cell(x++, alpha);
+    }
+
+    rasterizer_sl_clip<ras_conv_int> m_clipper;
+    rect_i m_window{0, 0, -1, -1};
+    int m_start_x = 0;
+    int m_start_y = 0;
+    bool m_is_open = false; // the polygon has a line and is not closed
+
+    std::vector<unsigned> m_heads; // the first cell of each row of the window; none between shapes
+    std::vector<cell> m_cells;
+    int m_row = 0; // the next one to be swept
+    int m_first_row = 0;
+    int m_last_row = -1; // with cells
+
+    std::vector<sums> m_sums;           // of the row being swept; 0 between rows
+    std::vector<std::uint64_t> m_marks; // one bit for each of them that has a cell
+    size_t m_first_word = 0;
+    size_t m_last_word = 0;
+};
+}

@@ -7,6 +7,7 @@
 #include <agg_span_gradient.h>
 #include <agg_span_image_filter_rgba.h>
 #include <agg_span_interpolator_linear.h>
+#include <cstdlib>
 
 namespace Tovra
 {
@@ -71,24 +72,16 @@ void PelmoAGGRenderer::render(PelmoAGG::Pipelines& agg, const agg::rgba8& color)
 
 using Interpolator = agg::span_interpolator_linear<>;
 
-// Generates the colours of a linear gradient. A span at a right angle to it, as all spans of a vertical
-// gradient are, has one colour.
+// Generates the colours of a linear gradient. Pixels in a row at a right angle to it, as all rows of a
+// vertical gradient are, have one colour.
 class GradientSpans : public agg::span_gradient<agg::rgba8, Interpolator, agg::gradient_x, ColorTable>
 {
 public:
     using span_gradient::span_gradient;
 
-    void generate(agg::rgba8* span, int x, int y, unsigned length)
-    {
-        if (!isOfOneColor(x, y, length))
-            return span_gradient::generate(span, x, y, length);
-        span_gradient::generate(span, x, y, 1);
-        std::fill_n(span + 1, length - 1, *span);
-    }
-
-private:
-    // If both ends are equal the interpolator makes no steps between them.
-    bool isOfOneColor(int x, int y, unsigned length)
+    // If the interpolator makes no step from the first of these pixels to beyond the last one, it makes none
+    // between them.
+    bool isOfOneColor(int first, int beyond, int y)
     {
         const auto along = [this, y](double at)
         {
@@ -96,9 +89,34 @@ private:
             interpolator().transformer().transform(&at, &down);
             return agg::iround(at * int(Interpolator::subpixel_scale));
         };
-        return along(x + 0.5) == along(x + 0.5 + length);
+        return along(first + 0.5) == along(beyond + 0.5);
+    }
+
+    agg::rgba8 colorAt(int x, int y)
+    {
+        agg::rgba8 color;
+        generate(&color, x, y, 1);
+        return color;
     }
 };
+
+template <class Base>
+static void renderGradient(PelmoAGG::Pipelines& agg, Base& base, GradientSpans& gradient)
+{
+    auto& row = agg.scanline;
+    if (!agg.rasterizer.rewind_scanlines())
+        return;
+    row.reset(agg.rasterizer.min_x(), agg.rasterizer.max_x());
+    while (agg.rasterizer.sweep_scanline(row))
+    {
+        const auto& last = row.begin()[row.num_spans() - 1];
+        const int first = row.begin()->x;
+        if (gradient.isOfOneColor(first, last.x + std::abs(last.len), row.y()))
+            agg::render_scanline_aa_solid(row, base, gradient.colorAt(first, row.y()));
+        else
+            agg::render_scanline_aa(row, base, agg.spans, gradient);
+    }
+}
 
 void PelmoAGGRenderer::renderWithFillType(PelmoAGG::Pipelines& agg)
 {
@@ -106,9 +124,9 @@ void PelmoAGGRenderer::renderWithFillType(PelmoAGG::Pipelines& agg)
     agg::gradient_x along;
     GradientSpans gradient(interpolator, along, agg.fillTable, 0.0, agg.fillDistance);
     if (agg.blendMode == kBlendAlpha)
-        agg::render_scanlines_aa(agg.rasterizer, agg.scanline, agg.plain.base, agg.spans, gradient);
+        renderGradient(agg, agg.plain.base, gradient);
     else
-        agg::render_scanlines_aa(agg.rasterizer, agg.scanline, agg.comp.base, agg.spans, gradient);
+        renderGradient(agg, agg.comp.base, gradient);
 }
 
 // Gives the image filters access to an image.

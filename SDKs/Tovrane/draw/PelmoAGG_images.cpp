@@ -64,18 +64,50 @@ void blendRow(Byte* to, const Byte* from, int pixels, const Blend& blend)
         blend(to, from);
 }
 
-// Takes two pixels at once where both are opaque, as most of an editor is, or both fully transparent.
-void blendRow(Byte* to, const Byte* from, int pixels, const Opaquely& blend)
+constexpr int groupPixels = 8; // looked at together
+
+// The alphas of a group, all that are in any pixel or all that are in every one.
+template <class Join>
+std::uint64_t joinedAlphas(const Byte* from, Join join)
 {
-    for (; pixels > 1; pixels -= 2, to += 2 * pixelBytes, from += 2 * pixelBytes)
+    const auto pair = [from](int index)
     {
         std::uint64_t two;
-        std::memcpy(&two, from, sizeof two);
-        const std::uint64_t alphas = two & alphasOfTwo;
-        if (alphas == alphasOfTwo)
-            std::memcpy(to, &two, sizeof two);
-        else if (alphas != 0)
-            blendRow<Opaquely>(to, from, 2, blend);
+        std::memcpy(&two, from + index * 2 * pixelBytes, sizeof two);
+        return two;
+    };
+    return join(join(pair(0), pair(1)), join(pair(2), pair(3))) & alphasOfTwo;
+}
+
+bool isOpaque(const Byte* group)
+{
+    return joinedAlphas(group, std::bit_and<>()) == alphasOfTwo;
+}
+
+bool isTransparent(const Byte* group)
+{
+    return joinedAlphas(group, std::bit_or<>()) == 0;
+}
+
+// Copies runs of opaque pixels, of which most of an editor consists, and skips transparent ones.
+void blendRow(Byte* to, const Byte* from, int pixels, const Opaquely& blend)
+{
+    while (pixels >= groupPixels)
+    {
+        int run = 0;
+        while (run + groupPixels <= pixels && isOpaque(from + run * pixelBytes))
+            run += groupPixels;
+        if (run > 0)
+            std::memcpy(to, from, size_t(run) * pixelBytes);
+        else
+        {
+            run = groupPixels;
+            if (!isTransparent(from))
+                blendRow<Opaquely>(to, from, run, blend);
+        }
+        to += run * pixelBytes;
+        from += run * pixelBytes;
+        pixels -= run;
     }
     blendRow<Opaquely>(to, from, pixels, blend);
 }

@@ -22,7 +22,11 @@ namespace agg
 class cell_rasterizer
 {
 public:
-    // The box at which shapes are cut, as with AGG: by rounding to 1/256 of a pixel.
+    cell_rasterizer() { clip_box(0.0, 0.0, 0.0, 0.0); }
+
+    // The box at which shapes are cut, as with AGG: with edges rounded to 1/256 of a pixel. It lies between
+    // -farthest and farthest, so that the products of two coordinates fit their numbers.
+    static constexpr double farthest = 8192.0;
     void clip_box(double x1, double y1, double x2, double y2);
     // The pixels that are wanted; all four edges are inside. It is empty at first.
     void window(const rect_i& pixels);
@@ -68,28 +72,42 @@ public:
     void line(int x1, int y1, int x2, int y2);
 
 private:
+    // Cover in the upper half and area in the lower one, which may have borrowed from it: both are added at
+    // once.
+    class sums
+    {
+    public:
+        sums() = default;
+        sums(int cover, int area) : m_both(std::int64_t(cover) * (std::int64_t(1) << 32) + area) {}
+
+        void operator+=(const sums& other) { m_both += other.m_both; }
+        int area() const { return std::int32_t(m_both); }
+        int cover() const { return int((m_both - area()) >> 32); }
+        bool is_zero() const { return m_both == 0; }
+
+    private:
+        std::int64_t m_both = 0;
+    };
     // A column counts from the one to the left of the window.
     struct cell
     {
+        sums sum;
         int column;
-        int cover;
-        int area;
         unsigned next; // of the row
-    };
-    struct sums
-    {
-        int cover;
-        int area;
     };
 
     static constexpr unsigned none = ~0u;
-    static constexpr size_t most_cells = size_t(4) << 20;
+    static constexpr size_t fewest_cells = 1024;
+    static constexpr size_t most_cells = fewest_cells << 12;
     static constexpr int shortest_run = 8; // that is worth a call of its own
 
     void close_polygon();
-    void steep_line(int x, int y1, int y2);
+    void upright_line(int x, int y1, int y2);
+    void slanted_line(int x1, int y1, int x2, int y2);
     void row_line(int row, int x1, int y1, int x2, int y2);
+    void long_row_line(int row, int x1, int y1, int x2, int y2);
     void add(int x, int row, int cover, int area);
+    bool grow();
     bool gather(int row);
 
     static unsigned coverage(int area)
@@ -110,14 +128,14 @@ private:
                 const int column = int(word) * 64 + std::countr_zero(bits);
                 const int at = m_window.x1 - 1 + column;
                 const sums sum = m_sums[size_t(column)];
-                m_sums[size_t(column)] = {0, 0};
+                m_sums[size_t(column)] = sums();
                 if (cover != 0 && at > x)
                     add_run(to, x, at - x, coverage(cover << (poly_subpixel_shift + 1)));
-                cover += sum.cover;
+                cover += sum.cover();
                 x = std::max(at, m_window.x1);
-                if (sum.area == 0)
+                if (sum.area() == 0)
                     continue;
-                if (const unsigned alpha = coverage((cover << (poly_subpixel_shift + 1)) - sum.area))
+                if (const unsigned alpha = coverage((cover << (poly_subpixel_shift + 1)) - sum.area()))
                     to.add_cell(at, alpha);
                 x = at + 1;
             }
@@ -144,7 +162,8 @@ private:
 
     std::vector<unsigned> m_heads; // the first cell of each row of the window; none between shapes
     std::vector<cell> m_cells;
-    int m_row = 0; // the next one to be swept
+    unsigned m_count = 0; // of those in use
+    int m_row = 0;        // the next one to be swept
     int m_first_row = 0;
     int m_last_row = -1; // with cells
 

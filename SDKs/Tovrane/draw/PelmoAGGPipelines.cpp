@@ -53,7 +53,6 @@ void PelmoAGG::Pipelines::openClip(const agg::rect_i& box)
     comp.base.clip_box_naked(box.x1, box.y1, box.x2, box.y2);
     compPre.base.clip_box_naked(box.x1, box.y1, box.x2, box.y2);
     pre.base.clip_box_naked(box.x1, box.y1, box.x2, box.y2);
-    lcd.base.clip_box_naked(box.x1 * 3, box.y1, box.x2 * 3 + 2, box.y2);
 }
 
 template <class Pixels>

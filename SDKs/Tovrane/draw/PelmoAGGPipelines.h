@@ -97,7 +97,7 @@ struct PelmoAGG::Pipelines
     PixelPath<CompPixels> comp;
     PixelPath<CompPrePixels> compPre;
     PixelPath<PrePixels> pre;
-    PixelPath<agg::ren_rgba_lcd> lcd; // x in thirds of a pixel
+    agg::ren_rgba_lcd lcd;
 
     agg::cell_rasterizer rasterizer;
     agg::scanline_p8 scanline;

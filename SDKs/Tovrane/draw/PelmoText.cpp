@@ -2,11 +2,9 @@
 #include "Tovrane/draw/PelmoText.h"
 
 #include "CORE/Utf8.h"
-#include "Tovrane/lib/font_engine_ft2_lcd.h"
+#include "Tovrane/lib/glyph_masks.h"
 
 #include <agg_conv_transform.h>
-#include <cstdint>
-#include <cstring>
 #include <string_view>
 
 namespace Utf8 = Core::Utf8;
@@ -19,7 +17,7 @@ constexpr double tallestFont = 1000.0;
 constexpr double smallestAngle = 1e-6;
 constexpr double firstGreyScale = 1.5; // pixels are too small to see thirds of them
 
-constexpr char32_t lastCached = 0xFFFF; // the glyph cache knows two bytes
+constexpr char32_t lastCached = 0xFFFF; // the cache of glyphs knows two bytes
 
 // Takes the first character off text. A byte that begins no valid UTF-8, or no whole sequence, is its own
 // code.
@@ -63,7 +61,7 @@ double alignedShift(TextAlignment alignment, double extent)
 struct PelmoText::Fonts
 {
     agg::font_engine_ft2_lcd engine;
-    agg::font_cache_manager<agg::font_engine_ft2_lcd> cache{engine};
+    agg::glyph_masks glyphs{engine};
 };
 
 PelmoText::PelmoText() = default;
@@ -89,6 +87,14 @@ void PelmoText::alignment(TextAlignment x, TextAlignment y)
     alignY = y;
 }
 
+void PelmoText::useSubpixels(SubpixelOrder order)
+{
+    hasSubpixels = order == kSubpixelRGB || order == kSubpixelBGR;
+    isRedFirst = order != kSubpixelBGR;
+    if (fonts)
+        fonts->glyphs.red_first(isRedFirst);
+}
+
 void PelmoText::hints(TextHintsType hints)
 {
     wanted.hints = hints;
@@ -104,6 +110,7 @@ bool PelmoText::openFont()
         return hasSize;
     if (!fonts)
         fonts = std::make_unique<Fonts>();
+    fonts->glyphs.red_first(isRedFirst);
     agg::font_engine_ft2_lcd& engine = fonts->engine;
     if (!engine.load_font(face.name.c_str(), 0, glyphType(face.type), face.data, face.length))
     {
@@ -122,14 +129,14 @@ double PelmoText::width(const char* string)
 {
     if (!string || !openFont())
         return 0.0;
-    auto& cache = fonts->cache;
-    cache.reset_last_glyph();
+    agg::glyph_masks& glyphs = fonts->glyphs;
+    glyphs.begin_text();
     double x = 0.0;
     double y = 0.0;
     for (std::string_view text = string; !text.empty();)
-        if (const agg::glyph_cache* const glyph = cache.glyph(takeCharacter(text)))
+        if (const agg::masked_glyph* const glyph = glyphs.glyph(takeCharacter(text)))
         {
-            cache.add_kerning(&x, &y);
+            glyphs.add_kerning(&x, &y);
             x += glyph->advance_x;
             y += glyph->advance_y;
         }
@@ -141,7 +148,7 @@ void PelmoText::draw(PelmoAGG& renderer, double x, double y, const char* string,
 {
     if (!string || !areNumbers(x, y, ddx, ddy) || renderer.pipelines->closed() || !openFont())
         return;
-    auto& [engine, cache] = *fonts;
+    auto& [engine, glyphs] = *fonts;
     const double height = alignedShift(alignY, engine.ascender());
     x = pulledIn(x) + (alignX == kAlignLeftOrBottom ? 0.0 : alignedShift(alignX, width(string)));
     y = pulledIn(y) + (engine.flip_y() ? -height : height);
@@ -153,76 +160,69 @@ void PelmoText::draw(PelmoAGG& renderer, double x, double y, const char* string,
     startX = x += pulledIn(ddx);
     startY = y += pulledIn(ddy);
 
-    cache.reset_last_glyph();
+    glyphs.begin_text();
     for (std::string_view text = string; !text.empty();)
-        if (const agg::glyph_cache* const glyph = cache.glyph(takeCharacter(text)))
+        if (agg::masked_glyph* const glyph = glyphs.glyph(takeCharacter(text)))
         {
-            cache.add_kerning(&x, &y);
+            glyphs.add_kerning(&x, &y);
             drawGlyph(renderer, *glyph, x, y);
             x += glyph->advance_x;
             y += glyph->advance_y;
         }
 }
 
-template <class Base, class Adaptor, class Scanline>
-static void renderGlyph(Base& base, Adaptor& glyph, Scanline& scanline, const agg::rgba8& color)
+// Only what has coverage, since a compositing operator may change a pixel without any.
+template <class Base>
+static void drawGrey(Base& base, const agg::rect_i& clip, const agg::masked_glyph& glyph, int x, int y,
+                     const agg::rgba8& color)
 {
-    agg::render_scanlines_aa_solid(glyph, scanline, base, color);
-}
-
-template <class Base, class Adaptor, class Scanline>
-static void renderMonoGlyph(Base& base, Adaptor& glyph, Scanline& scanline, const agg::rgba8& color)
-{
-    agg::render_scanlines_bin_solid(glyph, scanline, base, color);
-}
-
-// A blank has no scanlines, and its bounds (left above right) would overflow when a position is added.
-static bool isBlank(const agg::glyph_cache& glyph)
-{
-    struct
+    const auto blend = [&](int left, int row, unsigned length, const agg::int8u* covers)
     {
-        std::int32_t left, top, right, bottom;
-    } bounds;
-    if (glyph.data_type == agg::glyph_data_outline || glyph.data_size < sizeof bounds)
-        return glyph.data_size == 0;
-    std::memcpy(&bounds, glyph.data, sizeof bounds);
-    return bounds.left > bounds.right;
+        const agg::int8u* const end = covers + length;
+        for (const agg::int8u *from = covers, *to; from != end; from = to)
+        {
+            from = std::find_if(from, end, [](agg::int8u cover) { return cover != 0; });
+            to = std::find(from, end, agg::int8u(0));
+            if (from != to)
+                base.blend_solid_hspan(left + int(from - covers), row, int(to - from), color, from);
+        }
+    };
+    glyph.covers.for_each_row(x, y, clip, blend);
 }
 
-void PelmoText::drawGlyph(PelmoAGG& renderer, const agg::glyph_cache& glyph, double x, double y)
+// Rounds down.
+static int thirdsOf(int thirds, int& pixels)
 {
-    if (isBlank(glyph))
-        return;
-    auto& cache = fonts->cache;
+    const int rest = (thirds % 3 + 3) % 3;
+    pixels = (thirds - rest) / 3;
+    return rest;
+}
+
+void PelmoText::drawGlyph(PelmoAGG& renderer, agg::masked_glyph& glyph, double x, double y)
+{
     auto& p = *renderer.pipelines;
-    const bool plain = p.blendMode == kBlendAlpha;
-    const bool inThirds = glyph.data_type == agg::glyph_data_gray8 && opened.type == kFontCacheLCD;
-    cache.init_embedded_adaptors(&glyph, pulledIn(x) * (inThirds ? 3.0 : 1.0), pulledIn(y));
-    switch (glyph.data_type)
-    {
-    case agg::glyph_data_mono:
-        if (plain)
-            renderMonoGlyph(p.plain.base, cache.mono_adaptor(), cache.mono_scanline(), p.lineColor);
-        else
-            renderMonoGlyph(p.comp.base, cache.mono_adaptor(), cache.mono_scanline(), p.lineColor);
-        break;
-    case agg::glyph_data_gray8:
-        if (inThirds)
-            renderGlyph(p.lcd.base, cache.gray8_adaptor(), cache.gray8_scanline(), p.lineColor);
-        else if (plain)
-            renderGlyph(p.plain.base, cache.gray8_adaptor(), cache.gray8_scanline(), p.lineColor);
-        else
-            renderGlyph(p.comp.base, cache.gray8_adaptor(), cache.gray8_scanline(), p.lineColor);
-        break;
-    case agg::glyph_data_outline:
-        drawOutline(renderer);
-        break;
-    default:
-        break;
-    }
+    if (glyph.type == agg::glyph_data_outline)
+        drawOutline(renderer, glyph, pulledIn(x), pulledIn(y));
+    else if (opened.type == kFontCacheLCD)
+        drawSubpixels(p, glyph, agg::iround(pulledIn(x) * 3.0), agg::iround(pulledIn(y)));
+    else if (p.blendMode == kBlendAlpha)
+        drawGrey(p.plain.base, p.clipPixels, glyph, agg::iround(pulledIn(x)), agg::iround(pulledIn(y)),
+                 p.lineColor);
+    else
+        drawGrey(p.comp.base, p.clipPixels, glyph, agg::iround(pulledIn(x)), agg::iround(pulledIn(y)),
+                 p.lineColor);
 }
 
-void PelmoText::drawOutline(PelmoAGG& renderer)
+void PelmoText::drawSubpixels(PelmoAGG::Pipelines& p, agg::masked_glyph& glyph, int thirds, int y)
+{
+    int x = 0;
+    const int phase = thirdsOf(thirds, x);
+    const auto blend = [&p](int left, int row, unsigned length, const agg::int8u* covers)
+    { p.lcd.blend_pixels(left, row, length, p.lineColor, covers); };
+    fonts->glyphs.phase(glyph, unsigned(phase)).for_each_row(x, y, p.clipPixels, blend);
+}
+
+void PelmoText::drawOutline(PelmoAGG& renderer, const agg::masked_glyph& glyph, double x, double y)
 {
     agg::trans_affine rotation;
     if (std::fabs(angle) > smallestAngle)
@@ -231,8 +231,9 @@ void PelmoText::drawOutline(PelmoAGG& renderer)
         rotation *= agg::trans_affine_rotation(angle);
         rotation *= agg::trans_affine_translation(startX, startY);
     }
-    auto& adaptor = fonts->cache.path_adaptor();
-    agg::conv_transform<std::remove_reference_t<decltype(adaptor)>> rotated(adaptor, rotation);
+    agg::font_engine_ft2_lcd::path_adaptor_type outline;
+    outline.init(glyph.outline.data(), unsigned(glyph.outline.size()), x, y);
+    agg::conv_transform<decltype(outline)> rotated(outline, rotation);
     renderer.resetPath();
     renderer.pipelines->path.concat_path(rotated);
     renderer.drawPath(kFillAndStroke);
@@ -262,8 +263,7 @@ TextHintsType PelmoAGG::textHints() const
 void PelmoAGG::subpixelOrder(SubpixelOrder order)
 {
     pipelines->subpixels = order;
-    pipelines->lcd.pixels.red_first(order != kSubpixelBGR);
-    pipelines->text->useSubpixels(order == kSubpixelRGB || order == kSubpixelBGR);
+    pipelines->text->useSubpixels(order);
 }
 
 SubpixelOrder PelmoAGG::subpixelOrder() const

@@ -12,7 +12,7 @@
 
 namespace agg
 {
-struct glyph_cache;
+struct masked_glyph;
 }
 
 namespace Tovra
@@ -30,8 +30,8 @@ public:
     TextHintsType hints() const { return wanted.hints; }
     // Pixels to a unit; from 1.5 on text is always grey.
     void scale(double pixelsPerUnit) { wanted.scale = pixelsPerUnit; }
-    // Without sub-pixels, fonts for them are drawn in grey.
-    void useSubpixels(bool flag) { hasSubpixels = flag; }
+    // Without sub-pixels side by side, fonts for them are drawn in grey.
+    void useSubpixels(SubpixelOrder order);
 
     // In pixels.
     double width(const char* string);
@@ -55,14 +55,16 @@ private:
     };
 
     bool openFont();
-    void drawGlyph(PelmoAGG& renderer, const agg::glyph_cache& glyph, double x, double y);
-    void drawOutline(PelmoAGG& renderer);
+    void drawGlyph(PelmoAGG& renderer, agg::masked_glyph& glyph, double x, double y);
+    void drawSubpixels(PelmoAGG::Pipelines& p, agg::masked_glyph& glyph, int thirds, int y);
+    void drawOutline(PelmoAGG& renderer, const agg::masked_glyph& glyph, double x, double y);
 
     std::unique_ptr<Fonts> fonts;
     Face wanted;
     Face opened; // without a name if none is
     bool hasSize = false;
     bool hasSubpixels = true;
+    bool isRedFirst = true;
     double angle = 0.0;
 
     TextAlignment alignX = kAlignLeftOrBottom;

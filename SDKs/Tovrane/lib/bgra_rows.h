@@ -62,10 +62,10 @@ struct bgra_rows
     {
         const Lanes lanes = lanes_of(color);
         const Lanes alpha = Lanes::all(color.a);
-        for (; len >= 2; len -= 2, to += 2 * pixel_bytes, masks += 2 * pixel_bytes)
-            blended(Lanes::load_two(to), lanes, product(Lanes::load_two(masks), alpha)).store_two(to);
-        if (len > 0)
-            blended(Lanes::load_one(to), lanes, product(Lanes::load_one(masks), alpha)).store_one(to);
+        if (color.is_opaque())
+            blend_weights(to, len, lanes, masks, [](const Lanes& covers) { return covers; });
+        else
+            blend_weights(to, len, lanes, masks, [&](const Lanes& covers) { return product(covers, alpha); });
     }
 
     // Each pixel has its colour, and a cover from covers, or, if that is null, cover.
@@ -93,6 +93,18 @@ private:
     static Lanes blended(const Lanes& pixels, const Lanes& color, const Lanes& alpha)
     {
         return (pixels * alpha.inverted() + (color * alpha + half())).divided_by_255();
+    }
+    template <class Weight>
+    static void blend_weights(int8u* to, unsigned len, const Lanes& color, const int8u* masks, Weight weight)
+    {
+        const auto mixed = [&](unsigned offset)
+        { return blended(Lanes::load_two(to + offset), color, weight(Lanes::load_two(masks + offset))); };
+        for (; len >= 4; len -= 4, to += 4 * pixel_bytes, masks += 4 * pixel_bytes)
+            Lanes::store_four(to, mixed(0), mixed(2 * pixel_bytes));
+        for (; len >= 2; len -= 2, to += 2 * pixel_bytes, masks += 2 * pixel_bytes)
+            mixed(0).store_two(to);
+        for (; len > 0; --len, to += pixel_bytes, masks += pixel_bytes)
+            blended(Lanes::load_one(to), color, weight(Lanes::load_one(masks))).store_one(to);
     }
 };
 }

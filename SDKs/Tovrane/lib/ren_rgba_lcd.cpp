@@ -11,13 +11,16 @@ constexpr size_t bytesOfPixel = 4;
 constexpr int redFirst[3] = {order_bgra::R, order_bgra::G, order_bgra::B};
 constexpr int blueFirst[3] = {order_bgra::B, order_bgra::G, order_bgra::R};
 
+const int* ren_rgba_lcd::bytes_of_thirds(bool red_first)
+{
+    return red_first ? redFirst : blueFirst;
+}
+
 class ren_rgba_lcd::Cursor
 {
 public:
     Cursor(int8u* row, int x, const color_type& color, bool isRedFirst)
-        : pixel(row + size_t(x) / 3 * bytesOfPixel),
-          channelOfThird(isRedFirst ? redFirst : blueFirst),
-          third(x % 3)
+        : pixel(row + size_t(x) / 3 * bytesOfPixel), channelOfThird(bytes_of_thirds(isRedFirst)), third(x % 3)
     {
         channels[order_bgra::B] = color.b;
         channels[order_bgra::G] = color.g;

@@ -48,11 +48,15 @@ void PelmoAGG::Pipelines::closeClip()
 void PelmoAGG::Pipelines::openClip(const agg::rect_i& box)
 {
     clipPixels = box;
-    rasterizer.window(box);
     plain.base.clip_box_naked(box.x1, box.y1, box.x2, box.y2);
     comp.base.clip_box_naked(box.x1, box.y1, box.x2, box.y2);
     compPre.base.clip_box_naked(box.x1, box.y1, box.x2, box.y2);
     pre.base.clip_box_naked(box.x1, box.y1, box.x2, box.y2);
+}
+
+void PelmoAGG::Pipelines::beginGenerated()
+{
+    rasterizer.window({0, clipPixels.y1, int(picture.getWidth()) - 1, clipPixels.y2});
 }
 
 template <class Pixels>
@@ -67,6 +71,35 @@ void PelmoAGGRenderer::render(PelmoAGG::Pipelines& agg, const agg::rgba8& color)
         renderSolid(agg, agg.plain, color);
     else
         renderSolid(agg, agg.comp, color);
+}
+
+// Draws a row in generated colours. The spans that touch each other are one span for the generator.
+template <class Base, class Generator>
+static void renderGenerated(PelmoAGG::Pipelines& agg, Base& base, Generator& generator)
+{
+    const auto& row = agg.scanline;
+    const auto* const end = row.begin() + row.num_spans();
+    for (const auto *first = row.begin(), *beyond = first; first != end; first = beyond)
+    {
+        int x = first->x;
+        for (; beyond != end && beyond->x == x; ++beyond)
+            x += std::abs(beyond->len);
+        agg::rgba8* colors = agg.spans.allocate(unsigned(x - first->x));
+        generator.generate(colors, first->x, row.y(), unsigned(x - first->x));
+        for (const auto* span = first; span != beyond; colors += std::abs(span->len), ++span)
+            base.blend_color_hspan(span->x, row.y(), std::abs(span->len), colors,
+                                   span->len > 0 ? span->covers : nullptr, *span->covers);
+    }
+}
+
+template <class Row>
+static void forEachRow(PelmoAGG::Pipelines& agg, Row render)
+{
+    if (!agg.rasterizer.rewind_scanlines())
+        return;
+    agg.scanline.reset(agg.rasterizer.min_x(), agg.rasterizer.max_x());
+    while (agg.rasterizer.sweep_scanline(agg.scanline))
+        render();
 }
 
 using Interpolator = agg::span_interpolator_linear<>;
@@ -102,19 +135,17 @@ public:
 template <class Base>
 static void renderGradient(PelmoAGG::Pipelines& agg, Base& base, GradientSpans& gradient)
 {
-    auto& row = agg.scanline;
-    if (!agg.rasterizer.rewind_scanlines())
-        return;
-    row.reset(agg.rasterizer.min_x(), agg.rasterizer.max_x());
-    while (agg.rasterizer.sweep_scanline(row))
+    const auto& row = agg.scanline;
+    const auto render = [&]
     {
         const auto& last = row.begin()[row.num_spans() - 1];
         const int first = row.begin()->x;
         if (gradient.isOfOneColor(first, last.x + std::abs(last.len), row.y()))
             agg::render_scanline_aa_solid(row, base, gradient.colorAt(first, row.y()));
         else
-            agg::render_scanline_aa(row, base, agg.spans, gradient);
-    }
+            renderGenerated(agg, base, gradient);
+    };
+    forEachRow(agg, render);
 }
 
 void PelmoAGGRenderer::renderWithFillType(PelmoAGG::Pipelines& agg)
@@ -145,10 +176,11 @@ struct PelmoImageAdaptor
 template <class Spans>
 static void renderSpans(PelmoAGG::Pipelines& agg, Spans& spans)
 {
+    spans.prepare();
     if (agg.blendMode == kBlendAlpha)
-        agg::render_scanlines_aa(agg.rasterizer, agg.scanline, agg.pre.base, agg.spans, spans);
+        forEachRow(agg, [&] { renderGenerated(agg, agg.pre.base, spans); });
     else
-        agg::render_scanlines_aa(agg.rasterizer, agg.scanline, agg.compPre.base, agg.spans, spans);
+        forEachRow(agg, [&] { renderGenerated(agg, agg.compPre.base, spans); });
 }
 
 void PelmoAGGRenderer::renderImage(PelmoAGG::Pipelines& agg, const PelmoAGG::Image& image,

@@ -83,10 +83,14 @@ struct PelmoAGG::Pipelines
     void resetState();
     void closeClip();
     void openClip(const agg::rect_i& box);
+    // Begins a shape of one colour, or one whose colours are generated. These depend on where a span begins,
+    // so that all of each row is rasterised.
+    void beginSolid() { rasterizer.window(clipPixels); }
+    void beginGenerated();
     void setGradient(double x1, double y1, double x2, double y2);
     // Makes it the path. The corners follow the sides, which are on the grid already.
     void makeRoundedRect(const agg::rect_d& sides, double radius);
-    // Fill the rasteriser with the path, which is in pixels.
+    // Give the path, which is in pixels, to the rasteriser.
     void rasterizeFill();
     void rasterizeStroke();
 

@@ -7,6 +7,45 @@
 
 namespace Tovra
 {
+// A join sticks out by less than this many half widths: a mitre by 4, with its cut corners by the root of 17.
+constexpr double longestJoin = 5.0;
+constexpr double roundingMargin = 2.0; // pixels; of coordinates and of points on curves
+
+namespace
+{
+// The box around the points of a path, those that only direct its curves included.
+class PathBox
+{
+public:
+    template <class Path>
+    explicit PathBox(const Path& path)
+    {
+        for (unsigned i = 0; i < path.total_vertices(); ++i)
+        {
+            double x, y;
+            if (!agg::is_vertex(path.vertex(i, &x, &y)))
+                continue;
+            box.x1 = std::min(box.x1, x);
+            box.y1 = std::min(box.y1, y);
+            box.x2 = std::max(box.x2, x);
+            box.y2 = std::max(box.y2, y);
+        }
+    }
+
+    // Whether a shape that reaches that far beyond the box may have pixels in the clip, whose edges are
+    // inside.
+    bool meets(const agg::rect_i& clip, double reach) const
+    {
+        reach += roundingMargin;
+        return box.x1 - reach <= clip.x2 && box.x2 + reach >= clip.x1 && box.y1 - reach <= clip.y2 &&
+               box.y2 + reach >= clip.y1;
+    }
+
+private:
+    agg::rect_d box{4.0 * farthest, 4.0 * farthest, -4.0 * farthest, -4.0 * farthest};
+};
+}
+
 void PelmoAGG::resetPath()
 {
     pipelines->path.remove_all();
@@ -33,7 +72,6 @@ void PelmoAGG::closePolygon()
 
 void PelmoAGG::Pipelines::rasterizeFill()
 {
-    rasterizer.reset();
     if (!grid.fitsFills())
         return rasterizer.add_path(curves);
     fittedPath = path;
@@ -46,7 +84,6 @@ void PelmoAGG::Pipelines::rasterizeFill()
 void PelmoAGG::Pipelines::rasterizeStroke()
 {
     const double width = std::clamp(grid.toPixels(lineWidth), -widestLine, widestLine);
-    rasterizer.reset();
     stroke.width(width);
     if (!grid.fitsStrokes(width))
         return rasterizer.add_path(stroke);
@@ -62,19 +99,26 @@ void PelmoAGG::drawPath(DrawPathFlag flag)
     Pipelines& p = *pipelines;
     if (p.closed())
         return;
+    const PathBox box(p.path);
+    const double widest = std::fabs(p.grid.toPixels(p.lineWidth)) + 1.0; // on the grid
+    if (!box.meets(p.clipPixels, widest * 0.5 * longestJoin))
+        return;
     const bool fills = flag == kFillOnly || flag == kFillAndStroke;
     const bool strokes = flag == kStrokeOnly || flag == kFillAndStroke;
 
     if ((fills && (p.fillIsGradient || p.fillColor.a > 0)) || flag == kFillWithLineColor)
     {
+        const bool isGradient = fills && p.fillIsGradient;
+        isGradient ? p.beginGenerated() : p.beginSolid();
         p.rasterizeFill();
-        if (fills && p.fillIsGradient)
+        if (isGradient)
             PelmoAGGRenderer::renderWithFillType(p);
         else
             PelmoAGGRenderer::render(p, fills ? p.fillColor : p.lineColor);
     }
     if (strokes && p.lineColor.a > 0 && p.lineWidth > 0.0)
     {
+        p.beginSolid();
         p.rasterizeStroke();
         PelmoAGGRenderer::render(p, p.lineColor);
     }

@@ -13,6 +13,7 @@
 #include <algorithm>
 #include <benchmark/benchmark.h>
 #include <cmath>
+#include <cstdio>
 #include <cstring>
 #include <map>
 #include <string>
@@ -137,6 +138,51 @@ void paint(benchmark::State& state, const std::vector<Part>& parts)
     frame->forget();
 }
 
+// A text on a ground of its own.
+class Label : public CView
+{
+public:
+    Label() : CView({270, 165, 330, 183}) {}
+
+    void show(int number)
+    {
+        std::snprintf(text, sizeof text, "%d.%d ms", number / 10, number % 10);
+        setDirty(true);
+    }
+
+    void draw(CDrawContext* context) override
+    {
+        context->setFillColor({40, 44, 52, 255});
+        context->drawRect(getViewSize(), kFilled);
+        context->setFont(kNormalFont, 12.0, 0);
+        context->setFontColor(kWhiteCColor);
+        context->drawString(text, getViewSize(), true, kTextCenter);
+        setDirty(false);
+    }
+
+private:
+    char text[24] = "";
+};
+
+// A label that changes over the full picture, which is painted anew beneath it.
+void paintLabel(benchmark::State& state, const std::vector<Part>& parts)
+{
+    const auto frame = new CFrame(CRect(0, 0, width, height), nullptr, nullptr);
+    frame->setTransparency(true);
+    frame->addView(new Parts(parts));
+    const auto label = new Label();
+    frame->addView(label);
+    frame->idle();
+    for (int number = 0; auto _ : state)
+    {
+        label->show(number++ % 1000);
+        frame->idle();
+        benchmark::ClobberMemory();
+    }
+    frame->close();
+    frame->forget();
+}
+
 // An idle call of the host with nothing to draw, for as many views as an editor has.
 void idleTick(benchmark::State& state)
 {
@@ -203,7 +249,9 @@ int main(int argc, char** argv)
     benchmark::RegisterBenchmark("ref: copy", copyPlainly);
     const auto add = [](const char* name, std::vector<Part> parts)
     { benchmark::RegisterBenchmark(name, [parts](benchmark::State& state) { paint(state, parts); }); };
-    add("full paint", {drawBackground, drawTexts, drawShapes, drawBand});
+    const std::vector<Part> all = {drawBackground, drawTexts, drawShapes, drawBand};
+    add("full paint", all);
+    benchmark::RegisterBenchmark("label", [all](benchmark::State& state) { paintLabel(state, all); });
     add("background", {drawBackground});
     add("40 texts", {drawTexts});
     add("30 shapes", {drawShapes});

@@ -7,7 +7,6 @@
 #include <agg_span_gradient.h>
 #include <agg_span_image_filter_rgba.h>
 #include <agg_span_interpolator_linear.h>
-#include <cstdlib>
 
 namespace Tovra
 {
@@ -59,47 +58,61 @@ void PelmoAGG::Pipelines::beginGenerated()
     rasterizer.window({0, clipPixels.y1, int(picture.getWidth()) - 1, clipPixels.y2});
 }
 
-template <class Pixels>
-static void renderSolid(PelmoAGG::Pipelines& agg, PixelPath<Pixels>& to, const agg::rgba8& color)
+namespace
 {
-    agg::render_scanlines_aa_solid(agg.rasterizer, agg.scanline, to.base, color);
+// These draw what the rasteriser covers, and clip: in one colour,
+template <class Base>
+struct SolidSink
+{
+    Base& base;
+    agg::rgba8 color;
+    int row = 0;
+
+    bool begin_row(int y, int, int)
+    {
+        row = y;
+        return true;
+    }
+    void covers(int x, unsigned length, const agg::int8u* covers)
+    {
+        base.blend_solid_hspan(x, row, int(length), color, covers);
+    }
+    void run(int x, unsigned length, agg::int8u cover)
+    {
+        base.blend_hline(x, row, x + int(length) - 1, color, cover);
+    }
+};
+
+// or in those that a generator of AGG's makes for a span.
+template <class Base, class Generator>
+struct GeneratedSink
+{
+    Base& base;
+    agg::span_allocator<agg::rgba8>& spans;
+    Generator& generator;
+    int row = 0;
+
+    bool begin_row(int y, int, int)
+    {
+        row = y;
+        return false;
+    }
+    void covers(int x, unsigned length, const agg::int8u* covers)
+    {
+        agg::rgba8* const colors = spans.allocate(length);
+        generator.generate(colors, x, row, length);
+        base.blend_color_hspan(x, row, int(length), colors, covers);
+    }
+    void run(int, unsigned, agg::int8u) {}
+};
 }
 
 void PelmoAGGRenderer::render(PelmoAGG::Pipelines& agg, const agg::rgba8& color)
 {
     if (agg.blendMode == kBlendAlpha)
-        renderSolid(agg, agg.plain, color);
+        agg.rasterizer.sweep(agg::pixfmt_bgra::ink(agg.plain.pixels, color));
     else
-        renderSolid(agg, agg.comp, color);
-}
-
-// Draws a row in generated colours. The spans that touch each other are one span for the generator.
-template <class Base, class Generator>
-static void renderGenerated(PelmoAGG::Pipelines& agg, Base& base, Generator& generator)
-{
-    const auto& row = agg.scanline;
-    const auto* const end = row.begin() + row.num_spans();
-    for (const auto *first = row.begin(), *beyond = first; first != end; first = beyond)
-    {
-        int x = first->x;
-        for (; beyond != end && beyond->x == x; ++beyond)
-            x += std::abs(beyond->len);
-        agg::rgba8* colors = agg.spans.allocate(unsigned(x - first->x));
-        generator.generate(colors, first->x, row.y(), unsigned(x - first->x));
-        for (const auto* span = first; span != beyond; colors += std::abs(span->len), ++span)
-            base.blend_color_hspan(span->x, row.y(), std::abs(span->len), colors,
-                                   span->len > 0 ? span->covers : nullptr, *span->covers);
-    }
-}
-
-template <class Row>
-static void forEachRow(PelmoAGG::Pipelines& agg, Row render)
-{
-    if (!agg.rasterizer.rewind_scanlines())
-        return;
-    agg.scanline.reset(agg.rasterizer.min_x(), agg.rasterizer.max_x());
-    while (agg.rasterizer.sweep_scanline(agg.scanline))
-        render();
+        agg.rasterizer.sweep(SolidSink<decltype(agg.comp.base)>{agg.comp.base, color});
 }
 
 using Interpolator = agg::span_interpolator_linear<>;
@@ -133,19 +146,35 @@ public:
 };
 
 template <class Base>
+struct GradientSink
+{
+    SolidSink<Base> plain;
+    GeneratedSink<Base, GradientSpans> graded;
+    bool isPlain = false;
+
+    bool begin_row(int y, int first, int beyond)
+    {
+        isPlain = graded.generator.isOfOneColor(first, beyond, y);
+        if (isPlain)
+        {
+            plain.color = graded.generator.colorAt(first, y);
+            plain.begin_row(y, first, beyond);
+        }
+        else
+            graded.begin_row(y, first, beyond);
+        return isPlain;
+    }
+    void covers(int x, unsigned length, const agg::int8u* covers)
+    {
+        isPlain ? plain.covers(x, length, covers) : graded.covers(x, length, covers);
+    }
+    void run(int x, unsigned length, agg::int8u cover) { plain.run(x, length, cover); }
+};
+
+template <class Base>
 static void renderGradient(PelmoAGG::Pipelines& agg, Base& base, GradientSpans& gradient)
 {
-    const auto& row = agg.scanline;
-    const auto render = [&]
-    {
-        const auto& last = row.begin()[row.num_spans() - 1];
-        const int first = row.begin()->x;
-        if (gradient.isOfOneColor(first, last.x + std::abs(last.len), row.y()))
-            agg::render_scanline_aa_solid(row, base, gradient.colorAt(first, row.y()));
-        else
-            renderGenerated(agg, base, gradient);
-    };
-    forEachRow(agg, render);
+    agg.rasterizer.sweep(GradientSink<Base>{{base, {}}, {base, agg.spans, gradient}});
 }
 
 void PelmoAGGRenderer::renderWithFillType(PelmoAGG::Pipelines& agg)
@@ -173,14 +202,20 @@ struct PelmoImageAdaptor
     Pixels pixels;
 };
 
+template <class Base, class Spans>
+static void renderSpansOn(PelmoAGG::Pipelines& agg, Base& base, Spans& spans)
+{
+    agg.rasterizer.sweep(GeneratedSink<Base, Spans>{base, agg.spans, spans});
+}
+
 template <class Spans>
 static void renderSpans(PelmoAGG::Pipelines& agg, Spans& spans)
 {
     spans.prepare();
     if (agg.blendMode == kBlendAlpha)
-        forEachRow(agg, [&] { renderGenerated(agg, agg.pre.base, spans); });
+        renderSpansOn(agg, agg.pre.base, spans);
     else
-        forEachRow(agg, [&] { renderGenerated(agg, agg.compPre.base, spans); });
+        renderSpansOn(agg, agg.compPre.base, spans);
 }
 
 void PelmoAGGRenderer::renderImage(PelmoAGG::Pipelines& agg, const PelmoAGG::Image& image,

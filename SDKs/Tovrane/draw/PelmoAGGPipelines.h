@@ -14,9 +14,7 @@
 #include <agg_image_filters.h>
 #include <agg_pixfmt_rgba.h>
 #include <agg_renderer_base.h>
-#include <agg_renderer_scanline.h>
 #include <agg_rendering_buffer.h>
-#include <agg_scanline_p.h>
 #include <agg_span_allocator.h>
 #include <agg_trans_affine.h>
 #include <algorithm>
@@ -104,7 +102,6 @@ struct PelmoAGG::Pipelines
     agg::ren_rgba_lcd lcd;
 
     agg::cell_rasterizer rasterizer;
-    agg::scanline_p8 scanline;
     agg::span_allocator<agg::rgba8> spans;
     RendererPath path;
     RendererPath fittedPath; // to the grid

@@ -49,8 +49,11 @@ struct bgra_rows
     // Each pixel has a cover that weakens the colour's alpha.
     static void blend_covers(int8u* to, unsigned len, const rgba8& color, const int8u* covers)
     {
-        const Lanes lanes = lanes_of(color);
-        const Lanes alpha = Lanes::all(color.a);
+        blend_covers(to, len, lanes_of(color), Lanes::all(color.a), covers);
+    }
+    static void blend_covers(int8u* to, unsigned len, const Lanes& lanes, const Lanes& alpha,
+                             const int8u* covers)
+    {
         for (; len >= 2; len -= 2, to += 2 * pixel_bytes, covers += 2)
             blended(Lanes::load_two(to), lanes, product(Lanes::two_covers(covers), alpha)).store_two(to);
         if (len > 0)

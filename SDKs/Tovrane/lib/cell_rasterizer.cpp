@@ -66,6 +66,7 @@ void cell_rasterizer::window(const rect_i& pixels)
     if (m_sums.size() < columns)
     {
         m_sums.resize(columns);
+        m_covers.resize(columns);
         m_marks.resize(columns / 64 + 1, 0);
     }
 }
@@ -104,13 +105,6 @@ void cell_rasterizer::close_polygon()
         return;
     m_clipper.line_to(*this, m_start_x, m_start_y);
     m_is_open = false;
-}
-
-bool cell_rasterizer::rewind_scanlines()
-{
-    close_polygon();
-    m_row = m_first_row;
-    return m_first_row <= m_last_row;
 }
 
 void cell_rasterizer::line(int x1, int y1, int x2, int y2)

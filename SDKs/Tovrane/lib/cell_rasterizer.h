@@ -7,13 +7,15 @@
 // are added up in a row of the window's width when the row is asked for; AGG sorts all of them. Lines and
 // rows outside the window are passed over, and cells beside it shrink into one column on either side.
 //
-// To be used with agg::render_scanlines_aa and its kin. The filling rule is non-zero.
+// The filling rule is non-zero.
 #pragma once
 
 #include <agg_rasterizer_sl_clip.h>
 #include <algorithm>
 #include <bit>
 #include <cstdint>
+#include <cstring>
+#include <limits>
 #include <vector>
 
 namespace agg
@@ -45,28 +47,21 @@ public:
     }
     void add_vertex(double x, double y, unsigned command);
 
-    // Closes the last polygon and begins at the top. False if nothing of the shape is in these rows.
-    bool rewind_scanlines();
-    // Gives the next row with coverage to a scanline of AGG's. Each row is given once.
-    template <class Scanline>
-    bool sweep_scanline(Scanline& to)
+    // Closes the last polygon and gives the shape's coverage to a sink, row by row from the top:
+    //   bool begin_row(int y, int first, int beyond)  no pixel of the row lies outside these
+    //   void covers(int x, unsigned length, const int8u* covers)
+    //   void run(int x, unsigned length, int8u cover)
+    // from left to right, and nothing for pixels without coverage. Pixels that touch come together, but if
+    // begin_row answers true, a long run of one cover comes by itself. Afterwards no lines are left.
+    template <class Sink>
+    void sweep(Sink&& sink)
     {
-        while (m_row <= m_last_row)
-        {
-            const int y = m_row++;
-            if (!gather(y))
-                continue;
-            to.reset_spans();
-            spread(to);
-            if (to.num_spans() == 0)
-                continue;
-            to.finalize(y);
-            return true;
-        }
-        return false;
+        close_polygon();
+        for (int y = m_first_row; y <= m_last_row; ++y)
+            if (gather(y))
+                spread(sink, sink.begin_row(y, left_of(m_first_word), left_of(m_last_word + 1)));
+        reset();
     }
-    int min_x() const { return m_window.x1; }
-    int max_x() const { return m_window.x2; }
 
     // For agg::rasterizer_sl_clip: a line in 1/256 of a pixel.
     void line(int x1, int y1, int x2, int y2);
@@ -116,42 +111,77 @@ private:
         return unsigned(std::min(cover < 0 ? -cover : cover, int(cover_full)));
     }
 
-    template <class Scanline>
-    void spread(Scanline& to)
+    // The first pixel of the window whose column is in a word of marks or in a later one.
+    int left_of(size_t word) const { return std::max(m_window.x1, m_window.x1 - 1 + int(word) * 64); }
+
+    // Collects the covers of pixels that touch.
+    template <class Sink>
+    class span
     {
+    public:
+        span(Sink& sink, int8u* covers, int left)
+            : to(sink), row(covers), origin(left), begin(left), end(left)
+        {
+        }
+        ~span() { flush(); }
+
+        void add(int x, int length, unsigned cover)
+        {
+            if (x != end)
+            {
+                flush();
+                begin = x;
+            }
+            std::memset(row + (x - origin), int(cover), size_t(length));
+            end = x + length;
+        }
+        void add_run(int x, int length, unsigned cover)
+        {
+            flush();
+            to.run(x, unsigned(length), int8u(cover));
+            begin = end = x + length;
+        }
+
+    private:
+        void flush()
+        {
+            if (begin != end)
+                to.covers(begin, unsigned(end - begin), row + (begin - origin));
+        }
+
+        Sink& to;
+        int8u* row;
+        int origin, begin, end;
+    };
+
+    template <class Sink>
+    void spread(Sink& sink, bool has_runs)
+    {
+        span<Sink> pixels(sink, m_covers.data(), m_window.x1);
+        const int shortest = has_runs ? shortest_run : std::numeric_limits<int>::max();
         int cover = 0;
         int x = m_window.x1; // up to which the row is done
         for (size_t word = m_first_word; word <= m_last_word; ++word)
         {
             for (std::uint64_t bits = m_marks[word]; bits != 0; bits &= bits - 1)
             {
-                const int column = int(word) * 64 + std::countr_zero(bits);
-                const int at = m_window.x1 - 1 + column;
-                const sums sum = m_sums[size_t(column)];
-                m_sums[size_t(column)] = sums();
+                const size_t column = word * 64 + size_t(std::countr_zero(bits));
+                const int at = m_window.x1 - 1 + int(column);
+                const sums sum = m_sums[column];
+                m_sums[column] = sums();
                 if (cover != 0 && at > x)
-                    add_run(to, x, at - x, coverage(cover << (poly_subpixel_shift + 1)));
+                    if (const unsigned alpha = coverage(cover << (poly_subpixel_shift + 1)))
+                        at - x < shortest ? pixels.add(x, at - x, alpha) : pixels.add_run(x, at - x, alpha);
                 cover += sum.cover();
                 x = std::max(at, m_window.x1);
                 if (sum.area() == 0)
                     continue;
                 if (const unsigned alpha = coverage((cover << (poly_subpixel_shift + 1)) - sum.area()))
-                    to.add_cell(at, alpha);
+                    pixels.add(at, 1, alpha);
                 x = at + 1;
             }
             m_marks[word] = 0;
         }
-    }
-
-    template <class Scanline>
-    static void add_run(Scanline& to, int x, int length, unsigned alpha)
-    {
-        if (alpha == 0)
-            return;
-        if (length >= shortest_run)
-            return to.add_span(x, unsigned(length), alpha);
-        for (; length > 0; --length)
-            to.add_cell(x++, alpha);
     }
 
     rasterizer_sl_clip<ras_conv_int> m_clipper;
@@ -167,6 +197,7 @@ private:
     int m_first_row = 0;
     int m_last_row = -1; // with cells
 
+    std::vector<int8u> m_covers;        // of the row being swept
     std::vector<sums> m_sums;           // of the row being swept; 0 between rows
     std::vector<std::uint64_t> m_marks; // one bit for each of them that has a cell
     size_t m_first_word = 0;

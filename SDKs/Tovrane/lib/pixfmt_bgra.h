@@ -33,11 +33,7 @@ public:
 
     void blend_hline(int x, int y, unsigned len, const color_type& color, int8u cover)
     {
-        const int8u alpha = color_type::mult_cover(color.a, cover);
-        if (alpha == color_type::full_value())
-            rows::fill(pixel_at(x, y), len, color);
-        else if (alpha != 0)
-            rows::blend_solid(pixel_at(x, y), len, color, alpha);
+        blend_run(pixel_at(x, y), len, color, cover);
     }
 
     void blend_solid_hspan(int x, int y, unsigned len, const color_type& color, const int8u* covers)
@@ -52,10 +48,51 @@ public:
         rows::blend_colors(pixel_at(x, y), len, colors, covers, cover);
     }
 
+    // Draws with one colour what a cell_rasterizer covers whose window lies within the picture.
+    class ink
+    {
+    public:
+        ink(pixfmt_bgra& pixels, const color_type& color)
+            : m_pixels(pixels),
+              m_color(color),
+              m_lanes(rows::lanes_of(color)),
+              m_alpha(pixel_lanes::all(color.a))
+        {
+        }
+
+        bool begin_row(int y, int, int)
+        {
+            m_row = m_pixels.pixel_at(0, y);
+            return true;
+        }
+        void covers(int x, unsigned len, const int8u* covers)
+        {
+            rows::blend_covers(at(x), len, m_lanes, m_alpha, covers);
+        }
+        void run(int x, unsigned len, int8u cover) { blend_run(at(x), len, m_color, cover); }
+
+    private:
+        int8u* at(int x) { return m_row + x * int(rows::pixel_bytes); }
+
+        pixfmt_bgra& m_pixels;
+        const color_type m_color;
+        const pixel_lanes m_lanes;
+        const pixel_lanes m_alpha;
+        int8u* m_row = nullptr;
+    };
+
 private:
     using rows = bgra_rows<pixel_lanes>;
 
     int8u* pixel_at(int x, int y) { return m_rbuf->row_ptr(y) + x * int(rows::pixel_bytes); }
+    static void blend_run(int8u* to, unsigned len, const color_type& color, int8u cover)
+    {
+        const int8u alpha = color_type::mult_cover(color.a, cover);
+        if (alpha == color_type::full_value())
+            rows::fill(to, len, color);
+        else if (alpha != 0)
+            rows::blend_solid(to, len, color, alpha);
+    }
 
     rbuf_type* m_rbuf = nullptr;
 };

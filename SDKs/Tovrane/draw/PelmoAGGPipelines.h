@@ -6,6 +6,7 @@
 #include "Tovrane/draw/PelmoCompOps.h"
 #include "Tovrane/draw/PixelGrid.h"
 #include "Tovrane/lib/cell_rasterizer.h"
+#include "Tovrane/lib/outline_cache.h"
 #include "Tovrane/lib/pixfmt_bgra.h"
 #include "Tovrane/lib/ren_rgba_lcd.h"
 
@@ -102,6 +103,7 @@ struct PelmoAGG::Pipelines
     agg::ren_rgba_lcd lcd;
 
     agg::cell_rasterizer rasterizer;
+    agg::outline_cache outlines;
     agg::span_allocator<agg::rgba8> spans;
     RendererPath path;
     RendererPath fittedPath; // to the grid

@@ -72,25 +72,35 @@ void PelmoAGG::closePolygon()
 
 void PelmoAGG::Pipelines::rasterizeFill()
 {
-    if (!grid.fitsFills())
-        return rasterizer.add_path(curves);
-    fittedPath = path;
-    grid.fitFill(fittedPath);
-    curves.attach(fittedPath);
-    rasterizer.add_path(curves);
+    const auto outline = [this]() -> auto&
+    {
+        if (grid.fitsFills())
+        {
+            fittedPath = path;
+            grid.fitFill(fittedPath);
+            curves.attach(fittedPath);
+        }
+        return curves;
+    };
+    outlines.add_outline(path, {grid.scale()}, outline, rasterizer);
     curves.attach(path);
 }
 
 void PelmoAGG::Pipelines::rasterizeStroke()
 {
     const double width = std::clamp(grid.toPixels(lineWidth), -widestLine, widestLine);
-    stroke.width(width);
-    if (!grid.fitsStrokes(width))
-        return rasterizer.add_path(stroke);
-    fittedPath = path;
-    stroke.width(grid.fitStroke(fittedPath, width));
-    curves.attach(fittedPath);
-    rasterizer.add_path(stroke);
+    const auto outline = [ this, width ]() -> auto&
+    {
+        stroke.width(width);
+        if (grid.fitsStrokes(width))
+        {
+            fittedPath = path;
+            stroke.width(grid.fitStroke(fittedPath, width));
+            curves.attach(fittedPath);
+        }
+        return stroke;
+    };
+    outlines.add_outline(path, {grid.scale(), width}, outline, rasterizer);
     curves.attach(path);
 }
 

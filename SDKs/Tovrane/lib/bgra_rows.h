@@ -49,15 +49,15 @@ struct bgra_rows
     // Each pixel has a cover that weakens the colour's alpha.
     static void blend_covers(int8u* to, unsigned len, const rgba8& color, const int8u* covers)
     {
-        blend_covers(to, len, lanes_of(color), Lanes::all(color.a), covers);
+        blend_covers(to, len, lanes_of(color), color.a, covers);
     }
-    static void blend_covers(int8u* to, unsigned len, const Lanes& lanes, const Lanes& alpha,
-                             const int8u* covers)
+    static void blend_covers(int8u* to, unsigned len, const Lanes& lanes, int8u alpha, const int8u* covers)
     {
-        for (; len >= 2; len -= 2, to += 2 * pixel_bytes, covers += 2)
-            blended(Lanes::load_two(to), lanes, product(Lanes::two_covers(covers), alpha)).store_two(to);
-        if (len > 0)
-            blended(Lanes::load_one(to), lanes, product(Lanes::all(*covers), alpha)).store_one(to);
+        const Lanes alphas = Lanes::all(alpha);
+        if (alpha == rgba8::full_value())
+            blend_weights(to, len, lanes, covers, [](const Lanes& each) { return each; });
+        else
+            blend_weights(to, len, lanes, covers, [&](const Lanes& each) { return product(each, alphas); });
     }
 
     // Each byte has a cover of its own, four to a pixel, as sub-pixels have.
@@ -66,9 +66,9 @@ struct bgra_rows
         const Lanes lanes = lanes_of(color);
         const Lanes alpha = Lanes::all(color.a);
         if (color.is_opaque())
-            blend_weights(to, len, lanes, masks, [](const Lanes& covers) { return covers; });
+            blend_masked(to, len, lanes, masks, [](const Lanes& covers) { return covers; });
         else
-            blend_weights(to, len, lanes, masks, [&](const Lanes& covers) { return product(covers, alpha); });
+            blend_masked(to, len, lanes, masks, [&](const Lanes& covers) { return product(covers, alpha); });
     }
 
     // Each pixel has its colour, and a cover from covers, or, if that is null, cover.
@@ -98,7 +98,15 @@ private:
         return (pixels * alpha.inverted() + (color * alpha + half())).divided_by_255();
     }
     template <class Weight>
-    static void blend_weights(int8u* to, unsigned len, const Lanes& color, const int8u* masks, Weight weight)
+    static void blend_weights(int8u* to, unsigned len, const Lanes& color, const int8u* covers, Weight weight)
+    {
+        for (; len >= 2; len -= 2, to += 2 * pixel_bytes, covers += 2)
+            blended(Lanes::load_two(to), color, weight(Lanes::two_covers(covers))).store_two(to);
+        if (len > 0)
+            blended(Lanes::load_one(to), color, weight(Lanes::all(*covers))).store_one(to);
+    }
+    template <class Weight>
+    static void blend_masked(int8u* to, unsigned len, const Lanes& color, const int8u* masks, Weight weight)
     {
         const auto mixed = [&](unsigned offset)
         { return blended(Lanes::load_two(to + offset), color, weight(Lanes::load_two(masks + offset))); };

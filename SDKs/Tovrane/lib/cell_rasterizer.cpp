@@ -66,7 +66,7 @@ void cell_rasterizer::window(const rect_i& pixels)
     if (m_sums.size() < columns)
     {
         m_sums.resize(columns);
-        m_covers.resize(columns);
+        m_covers.resize(columns + slack);
         m_marks.resize(columns / 64 + 1, 0);
     }
 }
@@ -81,21 +81,21 @@ void cell_rasterizer::reset()
     m_is_open = false;
 }
 
-void cell_rasterizer::add_vertex(double x, double y, unsigned command)
+void cell_rasterizer::add_point(const point& next)
 {
-    if (is_move_to(command))
+    if (is_move_to(next.command))
     {
         close_polygon();
-        m_start_x = ras_conv_int::upscale(x);
-        m_start_y = ras_conv_int::upscale(y);
-        m_clipper.move_to(m_start_x, m_start_y);
+        m_start_x = next.x;
+        m_start_y = next.y;
+        m_clipper.move_to(next.x, next.y);
     }
-    else if (is_vertex(command))
+    else if (is_vertex(next.command))
     {
-        m_clipper.line_to(*this, ras_conv_int::upscale(x), ras_conv_int::upscale(y));
+        m_clipper.line_to(*this, next.x, next.y);
         m_is_open = true;
     }
-    else if (is_close(command))
+    else if (is_close(next.command))
         close_polygon();
 }
 

@@ -33,6 +33,20 @@ public:
     // The pixels that are wanted; all four edges are inside. It is empty at first.
     void window(const rect_i& pixels);
 
+    // A point of a path, in 1/256 of a pixel, and AGG's command for it.
+    struct point
+    {
+        int x;
+        int y;
+        unsigned command;
+    };
+    static point point_at(double x, double y, unsigned command)
+    {
+        if (!is_vertex(command))
+            return {0, 0, command};
+        return {ras_conv_int::upscale(x), ras_conv_int::upscale(y), command};
+    }
+
     // Forgets all lines.
     void reset();
     // Adds a path of AGG's.
@@ -43,9 +57,9 @@ public:
         double y = 0.0;
         path.rewind(path_id);
         for (unsigned command; !is_stop(command = path.vertex(&x, &y));)
-            add_vertex(x, y, command);
+            add_point(point_at(x, y, command));
     }
-    void add_vertex(double x, double y, unsigned command);
+    void add_point(const point& next);
 
     // Closes the last polygon and gives the shape's coverage to a sink, row by row from the top:
     //   bool begin_row(int y, int first, int beyond)  no pixel of the row lies outside these
@@ -95,6 +109,7 @@ private:
     static constexpr size_t fewest_cells = 1024;
     static constexpr size_t most_cells = fewest_cells << 12;
     static constexpr int shortest_run = 8; // that is worth a call of its own
+    static constexpr int slack = 8;        // covers are written eight at a time
 
     void close_polygon();
     void upright_line(int x, int y1, int y2);
@@ -132,7 +147,9 @@ private:
                 flush();
                 begin = x;
             }
-            std::memset(row + (x - origin), int(cover), size_t(length));
+            const std::uint64_t several = cover * 0x0101010101010101u;
+            for (int i = 0; i < length; i += slack)
+                std::memcpy(row + (x - origin) + i, &several, sizeof several);
             end = x + length;
         }
         void add_run(int x, int length, unsigned cover)

@@ -53,10 +53,7 @@ public:
     {
     public:
         ink(pixfmt_bgra& pixels, const color_type& color)
-            : m_pixels(pixels),
-              m_color(color),
-              m_lanes(rows::lanes_of(color)),
-              m_alpha(pixel_lanes::all(color.a))
+            : m_pixels(pixels), m_color(color), m_lanes(rows::lanes_of(color))
         {
         }
 
@@ -67,7 +64,7 @@ public:
         }
         void covers(int x, unsigned len, const int8u* covers)
         {
-            rows::blend_covers(at(x), len, m_lanes, m_alpha, covers);
+            rows::blend_covers(at(x), len, m_lanes, m_color.a, covers);
         }
         void run(int x, unsigned len, int8u cover) { blend_run(at(x), len, m_color, cover); }
 
@@ -77,7 +74,6 @@ public:
         pixfmt_bgra& m_pixels;
         const color_type m_color;
         const pixel_lanes m_lanes;
-        const pixel_lanes m_alpha;
         int8u* m_row = nullptr;
     };
 

@@ -57,6 +57,20 @@ struct Composed
     }
 };
 
+void blendTwo(Byte* to, const Byte* from, const Opaquely& blend)
+{
+    std::uint64_t two;
+    std::memcpy(&two, from, sizeof two);
+    const std::uint64_t alphas = two & alphasOfTwo;
+    if (alphas == alphasOfTwo)
+        std::memcpy(to, &two, sizeof two);
+    else if (alphas != 0)
+    {
+        blend(to, from);
+        blend(to + pixelBytes, from + pixelBytes);
+    }
+}
+
 template <class Blend>
 void blendRow(Byte* to, const Byte* from, int pixels, const Blend& blend)
 {
@@ -64,50 +78,23 @@ void blendRow(Byte* to, const Byte* from, int pixels, const Blend& blend)
         blend(to, from);
 }
 
-constexpr int groupPixels = 8; // looked at together
-
-// The alphas of a group, all that are in any pixel or all that are in every one.
-template <class Join>
-std::uint64_t joinedAlphas(const Byte* from, Join join)
-{
-    const auto pair = [from](int index)
-    {
-        std::uint64_t two;
-        std::memcpy(&two, from + index * 2 * pixelBytes, sizeof two);
-        return two;
-    };
-    return join(join(pair(0), pair(1)), join(pair(2), pair(3))) & alphasOfTwo;
-}
-
-bool isOpaque(const Byte* group)
-{
-    return joinedAlphas(group, std::bit_and<>()) == alphasOfTwo;
-}
-
-bool isTransparent(const Byte* group)
-{
-    return joinedAlphas(group, std::bit_or<>()) == 0;
-}
-
-// Copies runs of opaque pixels, of which most of an editor consists, and skips transparent ones.
+// Takes many pixels at once where all are opaque, as most of an editor is, and two where both are opaque or
+// fully transparent.
 void blendRow(Byte* to, const Byte* from, int pixels, const Opaquely& blend)
 {
-    while (pixels >= groupPixels)
+    constexpr int many = 16;
+    const auto advance = [&](int count)
     {
-        int run = 0;
-        while (run + groupPixels <= pixels && isOpaque(from + run * pixelBytes))
-            run += groupPixels;
-        if (run > 0)
-            std::memcpy(to, from, size_t(run) * pixelBytes);
-        else
-        {
-            run = groupPixels;
-            if (!isTransparent(from))
-                blendRow<Opaquely>(to, from, run, blend);
-        }
-        to += run * pixelBytes;
-        from += run * pixelBytes;
-        pixels -= run;
+        to += count * pixelBytes;
+        from += count * pixelBytes;
+        pixels -= count;
+    };
+    while (pixels > 1)
+    {
+        while (pixels >= many && agg::pixel_lanes::copy_sixteen_opaque(to, from))
+            advance(many);
+        for (int i = 0; i < many && pixels > 1; i += 2, advance(2))
+            blendTwo(to, from, blend);
     }
     blendRow<Opaquely>(to, from, pixels, blend);
 }

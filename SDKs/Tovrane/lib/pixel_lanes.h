@@ -50,6 +50,18 @@ public:
     void store_one(int8u* to) const { store(to, 4); }
     void store_two(int8u* to) const { store(to, 8); }
 
+    // Sixteen pixels, of which all are read before one is written: copies them if they are all opaque.
+    static bool copy_sixteen_opaque(int8u* to, const int8u* from)
+    {
+        int8u pixels[64];
+        std::memcpy(pixels, from, sizeof pixels);
+        for (int i = 3; i < 64; i += 4)
+            if (pixels[i] != 255)
+                return false;
+        std::memcpy(to, pixels, sizeof pixels);
+        return true;
+    }
+
     pixel_lanes_plain operator*(const pixel_lanes_plain& b) const
     {
         return each([&](int i) { return unsigned(m_values[i]) * b.m_values[i]; });
@@ -140,6 +152,24 @@ public:
     void store_two(int8u* to) const
     {
         _mm_storel_epi64(reinterpret_cast<__m128i*>(to), _mm_packus_epi16(m_values, m_values));
+    }
+
+    static bool copy_sixteen_opaque(int8u* to, const int8u* from)
+    {
+        const auto load = [from](int i)
+        { return _mm_loadu_si128(reinterpret_cast<const __m128i*>(from) + i); };
+        const auto store = [to](int i, __m128i v)
+        { _mm_storeu_si128(reinterpret_cast<__m128i*>(to) + i, v); };
+        const __m128i p0 = load(0), p1 = load(1), p2 = load(2), p3 = load(3);
+        const __m128i common = _mm_and_si128(_mm_and_si128(p0, p1), _mm_and_si128(p2, p3));
+        const __m128i alphas = _mm_or_si128(common, _mm_set1_epi32(0x00FFFFFF));
+        if (_mm_movemask_epi8(_mm_cmpeq_epi8(alphas, _mm_set1_epi8(-1))) != 0xFFFF)
+            return false;
+        store(0, p0);
+        store(1, p1);
+        store(2, p2);
+        store(3, p3);
+        return true;
     }
 
     pixel_lanes_sse2 operator*(const pixel_lanes_sse2& b) const

@@ -13,7 +13,8 @@ static void fillWithNoise(DrawnPicture& picture, unsigned seed, bool translucent
     for (int y = 0; y < picture.height; ++y)
         for (int x = 0; x < picture.width; ++x)
         {
-            const int kind = (x / 3 + y + int(random() % 2)) % (translucent ? 3 : 2);
+            const int run = y % 2 ? 3 : 25;
+            const int kind = (x / run + y + int(random() % 2 && run == 3)) % (translucent ? 3 : 2);
             const int alpha = kind == 0 ? 255 : (kind == 1 ? 0 : int(random() % 256));
             const auto color = [&] { return int(random() % unsigned(alpha + 1)); };
             picture.set(x, y, {color(), color(), color(), alpha});
@@ -41,11 +42,11 @@ TEST(PelmoAGGImage, BlendsPremultiplied)
     };
     for (const Case& c : cases)
     {
-        DrawnPicture picture(5, 1), source(5, 1);
+        DrawnPicture picture(37, 1), source(37, 1);
         picture.fill(c.below);
         source.fill(c.source);
         picture.renderer.blendImage(source.image(), 0, 0, c.alpha);
-        for (int x = 0; x < 5; ++x) // two pairs and a single pixel
+        for (int x = 0; x < 37; ++x) // groups, pairs and a single pixel
             EXPECT_EQ(picture.at(x, 0), c.result) << "alpha " << c.alpha << ", source " << c.source;
     }
 }
@@ -87,11 +88,11 @@ TEST(PelmoAGGImage, MovesAPartOfItsOwnPicture)
          {std::pair(1, 0), {-1, 0}, {0, 1}, {0, -1}, {3, 2}, {-3, 2}, {3, -2}, {-3, -2}})
         for (unsigned alpha : {255u, 100u})
         {
-            DrawnPicture picture(15, 11), copy(15, 11), expected(15, 11);
+            DrawnPicture picture(75, 11), copy(75, 11), expected(75, 11);
             fillWithNoise(picture, 4);
             copy.memory = expected.memory = picture.memory;
-            picture.renderer.blendImage(picture.image(), 3, 3, 11, 7, 3 + dx, 3 + dy, alpha);
-            expected.renderer.blendImage(copy.image(), 3, 3, 11, 7, 3 + dx, 3 + dy, alpha);
+            picture.renderer.blendImage(picture.image(), 3, 3, 71, 7, 3 + dx, 3 + dy, alpha);
+            expected.renderer.blendImage(copy.image(), 3, 3, 71, 7, 3 + dx, 3 + dy, alpha);
             EXPECT_EQ(picture.memory, expected.memory) << "by " << dx << ", " << dy << ", alpha " << alpha;
         }
 }

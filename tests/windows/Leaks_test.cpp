@@ -9,7 +9,6 @@
 #include <filesystem>
 #include <fstream>
 #include <malloc.h>
-#include <xcb/res.h>
 
 using namespace Tovra;
 
@@ -45,26 +44,6 @@ protected:
         for (; times > 0; --times)
             openAndClose();
         log.clear();
-    }
-
-    // All that all clients have on the server.
-    std::size_t serverResources() const
-    {
-        xcb_connection_t* c = observer->xcb();
-        const X11Reply<xcb_res_query_clients_reply_t> clients{
-            xcb_res_query_clients_reply(c, xcb_res_query_clients(c), nullptr)};
-        std::size_t total = std::size_t(xcb_res_query_clients_clients_length(clients.get()));
-        for (auto client = xcb_res_query_clients_clients_iterator(clients.get()); client.rem > 0;
-             xcb_res_client_next(&client))
-        {
-            const auto asked = xcb_res_query_client_resources(c, client.data->resource_base);
-            const X11Reply<xcb_res_query_client_resources_reply_t> resources{
-                xcb_res_query_client_resources_reply(c, asked, nullptr)};
-            for (auto type = xcb_res_query_client_resources_types_iterator(resources.get()); type.rem > 0;
-                 xcb_res_type_next(&type))
-                total += type.data->count;
-        }
-        return total;
     }
 
     static std::size_t descriptors()

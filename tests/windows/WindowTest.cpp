@@ -9,6 +9,8 @@
 #include <cstring>
 #include <iterator>
 #include <sstream>
+#include <utility>
+#include <xcb/res.h>
 
 using namespace Tovra;
 
@@ -90,10 +92,10 @@ WindowTest::~WindowTest()
     IFrame::setPlatformFactory(nullptr);
 }
 
-void WindowTest::openFrame()
+void WindowTest::openFrame(void* parent)
 {
     const CRect all(0.0, 0.0, width, height);
-    frame = new CFrame(all, host->parent(), nullptr);
+    frame = new CFrame(all, parent != nullptr ? parent : host->parent(), nullptr);
     view = new UserView(log, all);
     view->answers = {{"down", kMouseHandled}, {"wheel", 1}};
     frame->addView(view);
@@ -106,12 +108,12 @@ void WindowTest::openFrame()
 void WindowTest::closeFrame()
 {
     idle.stop();
-    if (frame == nullptr)
-        return;
-    frame->close();
-    frame->forget();
-    frame = nullptr;
+    CFrame* const closed = std::exchange(frame, nullptr); // what ends with it may close it again
     view = nullptr;
+    if (closed == nullptr)
+        return;
+    closed->close();
+    closed->forget();
 }
 
 bool WindowTest::until(const std::function<bool()>& isSo)
@@ -158,14 +160,15 @@ void WindowTest::click(int x, int y, int button)
 void WindowTest::takeKeyboard()
 {
     click(10, 10);
-    EXPECT_TRUE(until(
-        [this]
-        {
-            xcb_connection_t* c = observer->xcb();
-            const X11Reply<xcb_get_input_focus_reply_t> reply{
-                xcb_get_input_focus_reply(c, xcb_get_input_focus(c), nullptr)};
-            return reply && reply->focus == window().windowId();
-        }));
+    EXPECT_TRUE(until([this] { return focus() == window().windowId(); }));
+}
+
+xcb_window_t WindowTest::focus() const
+{
+    xcb_connection_t* c = observer->xcb();
+    const X11Reply<xcb_get_input_focus_reply_t> reply{
+        xcb_get_input_focus_reply(c, xcb_get_input_focus(c), nullptr)};
+    return reply ? reply->focus : 0;
 }
 
 bool WindowTest::saw(const std::string& entry) const
@@ -198,4 +201,47 @@ std::uint32_t WindowTest::pixel(int x, int y) const
                 return partOf(word, visual.red_mask) << 16 | partOf(word, visual.green_mask) << 8 |
                        partOf(word, visual.blue_mask);
     return ~0u;
+}
+
+std::vector<xcb_window_t> WindowTest::childrenOf(xcb_window_t parent) const
+{
+    xcb_connection_t* c = observer->xcb();
+    const X11Reply<xcb_query_tree_reply_t> tree{xcb_query_tree_reply(c, xcb_query_tree(c, parent), nullptr)};
+    if (tree == nullptr)
+        return {};
+    const xcb_window_t* const first = xcb_query_tree_children(tree.get());
+    return {first, first + xcb_query_tree_children_length(tree.get())};
+}
+
+std::vector<xcb_window_t> WindowTest::panels() const
+{
+    xcb_connection_t* c = observer->xcb();
+    std::vector<xcb_window_t> found;
+    for (const xcb_window_t child : childrenOf(observer->screen().root))
+    {
+        const X11Reply<xcb_get_window_attributes_reply_t> about{
+            xcb_get_window_attributes_reply(c, xcb_get_window_attributes(c, child), nullptr)};
+        if (child != host->window() && about && about->map_state == XCB_MAP_STATE_VIEWABLE)
+            found.push_back(child);
+    }
+    return found;
+}
+
+std::size_t WindowTest::serverResources() const
+{
+    xcb_connection_t* c = observer->xcb();
+    const X11Reply<xcb_res_query_clients_reply_t> clients{
+        xcb_res_query_clients_reply(c, xcb_res_query_clients(c), nullptr)};
+    std::size_t total = std::size_t(xcb_res_query_clients_clients_length(clients.get()));
+    for (auto client = xcb_res_query_clients_clients_iterator(clients.get()); client.rem > 0;
+         xcb_res_client_next(&client))
+    {
+        const auto asked = xcb_res_query_client_resources(c, client.data->resource_base);
+        const X11Reply<xcb_res_query_client_resources_reply_t> resources{
+            xcb_res_query_client_resources_reply(c, asked, nullptr)};
+        for (auto type = xcb_res_query_client_resources_types_iterator(resources.get()); type.rem > 0;
+             xcb_res_type_next(&type))
+            total += type.data->count;
+    }
+    return total;
 }

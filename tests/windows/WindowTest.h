@@ -49,8 +49,8 @@ protected:
     WindowTest();
     ~WindowTest() override;
 
-    // Opens a frame with one view all over it.
-    void openFrame();
+    // Opens a frame with one view all over it, in the host's window or another one.
+    void openFrame(void* parent = nullptr);
     void closeFrame();
     Tovra::X11Frame& window() const { return *dynamic_cast<Tovra::X11Frame*>(frame->getOSFrame()); }
 
@@ -67,12 +67,20 @@ protected:
         user("mousemove " + std::to_string(left + x) + " " + std::to_string(top + y));
     }
     void click(int x, int y, int button = 1);
+    // The window that gets the keys.
+    xcb_window_t focus() const;
     // Clicks the frame and waits until keys go there.
     void takeKeyboard();
     bool saw(const std::string& entry) const;
 
     // What the screen shows, relative to the frame: 0xRRGGBB.
     std::uint32_t pixel(int x, int y) const;
+
+    std::vector<xcb_window_t> childrenOf(xcb_window_t parent) const; // from below
+    // Windows that are seen on the screen and are not the host's, from below.
+    std::vector<xcb_window_t> panels() const;
+    // All that all clients have on the server.
+    std::size_t serverResources() const;
 
     Tovra::PollRunLoop loop;
     std::unique_ptr<HostWindow> host;

@@ -102,23 +102,6 @@ protected:
     }
     bool isOpen() const { return openMenus() > 0; }
     int openMenus() const { return int(panels().size()); }
-    // Windows on the screen that are not the host's, from below.
-    std::vector<xcb_window_t> panels() const
-    {
-        xcb_connection_t* c = observer->xcb();
-        const X11Reply<xcb_query_tree_reply_t> tree{
-            xcb_query_tree_reply(c, xcb_query_tree(c, observer->screen().root), nullptr)};
-        std::vector<xcb_window_t> found;
-        for (int i = 0; i < xcb_query_tree_children_length(tree.get()); ++i)
-        {
-            const xcb_window_t child = xcb_query_tree_children(tree.get())[i];
-            const X11Reply<xcb_get_window_attributes_reply_t> about{
-                xcb_get_window_attributes_reply(c, xcb_get_window_attributes(c, child), nullptr)};
-            if (child != host->window() && about && about->map_state == XCB_MAP_STATE_VIEWABLE)
-                found.push_back(child);
-        }
-        return found;
-    }
     // False if somebody else has it.
     bool takeMouse()
     {

@@ -80,6 +80,7 @@ std::shared_ptr<X11Connection> X11Connection::open()
 X11Connection::X11Connection(xcb_connection_t* opened, xcb_screen_t* screen)
     : connection(opened), screenOfDisplay(screen)
 {
+    const X11PipeGuard guard(connection);
     atoms.load(connection);
     keys = std::make_unique<X11Keyboard>(connection);
     cursors = std::make_unique<X11Cursors>(connection, screen);
@@ -121,9 +122,16 @@ void X11Connection::listen()
     straggler.start(stragglerMilliseconds, [this] { dispatch(); });
 }
 
+void X11Connection::flush()
+{
+    const X11PipeGuard guard(connection);
+    xcb_flush(connection);
+}
+
 void X11Connection::dispatch()
 {
     const auto self = shared_from_this();
+    const X11PipeGuard guard(connection);
     while (const auto event = nextEvent())
         deliver(*event);
     flush();
@@ -201,15 +209,14 @@ void X11Connection::deliver(const xcb_generic_event_t& event)
 
 void X11Connection::sync()
 {
-    X11Reply<xcb_get_input_focus_reply_t>{
-        xcb_get_input_focus_reply(connection, xcb_get_input_focus(connection), nullptr)};
+    reply(xcb_get_input_focus_reply, xcb_get_input_focus(connection));
 }
 
 xcb_atom_t X11Connection::atomOfName(const std::string& name)
 {
     const auto asked = xcb_intern_atom(connection, 0, std::uint16_t(name.size()), name.data());
-    const X11Reply<xcb_intern_atom_reply_t> reply{xcb_intern_atom_reply(connection, asked, nullptr)};
-    return reply != nullptr ? reply->atom : xcb_atom_t(XCB_ATOM_NONE);
+    const auto made = reply(xcb_intern_atom_reply, asked);
+    return made != nullptr ? made->atom : xcb_atom_t(XCB_ATOM_NONE);
 }
 
 bool X11Connection::isOurs(xcb_window_t window) const
@@ -229,8 +236,6 @@ bool X11Connection::isRoot(xcb_window_t window) const
 
 bool X11Connection::exists(xcb_window_t window)
 {
-    const auto asked = xcb_get_window_attributes(connection, window);
-    return X11Reply<xcb_get_window_attributes_reply_t>{
-               xcb_get_window_attributes_reply(connection, asked, nullptr)} != nullptr;
+    return reply(xcb_get_window_attributes_reply, xcb_get_window_attributes(connection, window)) != nullptr;
 }
 }

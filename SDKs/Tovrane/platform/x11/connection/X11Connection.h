@@ -17,6 +17,7 @@
 #include "Tovrane/platform/x11/connection/X11Cursors.h"
 #include "Tovrane/platform/x11/connection/X11Event.h"
 #include "Tovrane/platform/x11/connection/X11Keyboard.h"
+#include "Tovrane/platform/x11/connection/X11PipeGuard.h"
 
 #include <map>
 #include <memory>
@@ -60,7 +61,17 @@ public:
     void dispatch();
     // The same, in the next round of the run loop: what came along with a reply does not wait for the timer.
     void dispatchSoon();
-    void flush() { xcb_flush(connection); }
+    void flush();
+    // Waits for the reply to a request; null if the request failed or the server has gone.
+    //     const auto reply = server->reply(xcb_query_pointer_reply, xcb_query_pointer(server->xcb(),
+    //     window));
+    template <typename Reply, typename Cookie>
+    X11Reply<Reply> reply(Reply* (*wait)(xcb_connection_t*, Cookie, xcb_generic_error_t**),
+                          Cookie asked) const
+    {
+        const X11PipeGuard guard(connection);
+        return X11Reply<Reply>{wait(connection, asked, nullptr)};
+    }
     // Waits until the server has worked off all requests so far.
     void sync();
 

@@ -50,6 +50,7 @@ X11Window::X11Window(std::shared_ptr<X11Connection> connected, X11EventSink& eve
         0, isDrawn ? XCB_WINDOW_CLASS_INPUT_OUTPUT : XCB_WINDOW_CLASS_INPUT_ONLY,
         isDrawn ? server->visual() : xcb_visualid_t(XCB_COPY_FROM_PARENT),
         isDrawn ? drawnMask : std::uint32_t(XCB_CW_EVENT_MASK), isDrawn ? drawn : bare);
+    const X11PipeGuard guard(c);
     if (const X11Reply<xcb_generic_error_t> refused{xcb_request_check(c, asked)};
         refused != nullptr || !server->isAlive())
         return;

@@ -150,8 +150,7 @@ bool X11Frame::getGlobalPosition(CPoint& position) const
     if (window.isGone())
         return false;
     const auto asked = xcb_translate_coordinates(server->xcb(), window.id(), server->screen().root, 0, 0);
-    const X11Reply<xcb_translate_coordinates_reply_t> reply{
-        xcb_translate_coordinates_reply(server->xcb(), asked, nullptr)};
+    const auto reply = server->reply(xcb_translate_coordinates_reply, asked);
     if (reply == nullptr)
         return false;
     position = placeOf(reply->dst_x, reply->dst_y);

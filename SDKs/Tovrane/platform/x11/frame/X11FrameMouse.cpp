@@ -105,18 +105,16 @@ X11Reply<xcb_query_pointer_reply_t> X11FrameMouse::ask() const
 {
     if (window.isGone())
         return nullptr;
-    xcb_connection_t* c = window.connection().xcb();
-    const auto asked = xcb_query_pointer(c, window.id());
-    return X11Reply<xcb_query_pointer_reply_t>{xcb_query_pointer_reply(c, asked, nullptr)};
+    const X11Connection& server = window.connection();
+    return server.reply(xcb_query_pointer_reply, xcb_query_pointer(server.xcb(), window.id()));
 }
 
 // Whether neither the window nor one above it is hidden.
 bool X11FrameMouse::isViewable() const
 {
-    xcb_connection_t* c = window.connection().xcb();
-    const auto asked = xcb_get_window_attributes(c, window.id());
-    const X11Reply<xcb_get_window_attributes_reply_t> reply{
-        xcb_get_window_attributes_reply(c, asked, nullptr)};
+    const X11Connection& server = window.connection();
+    const auto asked = xcb_get_window_attributes(server.xcb(), window.id());
+    const auto reply = server.reply(xcb_get_window_attributes_reply, asked);
     return reply != nullptr && reply->map_state == XCB_MAP_STATE_VIEWABLE;
 }
 }

@@ -80,7 +80,7 @@ void X11OptionMenu::finish(const MenuChoice& choice)
 void X11OptionMenu::notePointer()
 {
     const auto asked = xcb_query_pointer(server->xcb(), server->screen().root);
-    const X11Reply<xcb_query_pointer_reply_t> pointer{xcb_query_pointer_reply(server->xcb(), asked, nullptr)};
+    const auto pointer = server->reply(xcb_query_pointer_reply, asked);
     if (pointer == nullptr)
         return;
     openedX = mouseX = pointer->root_x;
@@ -115,8 +115,8 @@ bool X11OptionMenu::takeInput()
                                         server->cursor(kCursorDefault), XCB_CURRENT_TIME);
     const auto keys =
         xcb_grab_keyboard(c, 0, window, XCB_CURRENT_TIME, XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC);
-    const X11Reply<xcb_grab_pointer_reply_t> gotMouse{xcb_grab_pointer_reply(c, mouse, nullptr)};
-    const X11Reply<xcb_grab_keyboard_reply_t> gotKeys{xcb_grab_keyboard_reply(c, keys, nullptr)};
+    const auto gotMouse = server->reply(xcb_grab_pointer_reply, mouse);
+    const auto gotKeys = server->reply(xcb_grab_keyboard_reply, keys);
     return gotMouse != nullptr && gotMouse->status == XCB_GRAB_STATUS_SUCCESS && gotKeys != nullptr &&
            gotKeys->status == XCB_GRAB_STATUS_SUCCESS;
 }

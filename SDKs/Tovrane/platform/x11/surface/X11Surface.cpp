@@ -93,6 +93,7 @@ bool X11Surface::share(std::size_t bytes)
     if (memory != reinterpret_cast<void*>(-1))
     {
         segment = xcb_generate_id(c);
+        const X11PipeGuard guard(c);
         refused.reset(xcb_request_check(c, xcb_shm_attach_checked(c, segment, std::uint32_t(number), 1)));
     }
     shmctl(number, IPC_RMID, nullptr);
@@ -128,11 +129,12 @@ void X11Surface::waitUntilRead()
     if (!isBeingRead)
         return;
     isBeingRead = false;
-    X11Reply<xcb_get_input_focus_reply_t>{xcb_get_input_focus_reply(server->xcb(), afterRead, nullptr)};
+    server->reply(xcb_get_input_focus_reply, afterRead);
 }
 
 void X11Surface::put(xcb_window_t window, const X11Place& part)
 {
+    const X11PipeGuard guard(server->xcb());
     xcb_connection_t* c = server->xcb();
     if (context == 0)
     {

@@ -3,9 +3,11 @@
 
 #include "Tovrane/platform/headless/HeadlessFrame.h"
 #include "Tovrane/platform/x11/frame/X11Frame.h"
+#include "Tovrane/views/controls/MessagePresenter.h"
 
 void wireUp()
 {
     Tovra::useHeadlessFrames();
     Tovra::useX11Frames();
+    Tovra::useMessageViews();
 }

@@ -3,6 +3,7 @@
 // hands itself over here.
 #pragma once
 
-// Registers the window systems: X11, and the headless one for frames without a window. Called by the entries
-// of the bundle and by the tools before anything else; calling it again changes nothing. [window thread]
+// Registers the window systems: X11, and the headless one for frames without a window, and the presenter of
+// messages, which shows them in the frames. Called by the entries of the bundle and by the tools before
+// anything else; calling it again changes nothing. [window thread]
 void wireUp();

@@ -6,15 +6,13 @@
 
 namespace Tovra
 {
-bool askForDelete(const char* path, bool withPath, CFrame* frame)
+void askForDelete(const char* path, bool withPath, CFrame* frame, std::function<void(bool)> done)
 {
-    constexpr const char* title = "Delete Preset";
     const std::string name = baseNameOf(path);
-    const auto type = Sonvex::kMessageBoxYesNo;
-    if (withPath)
-        return Sonvex::MessageBoxModal(frame, type, title, "Do you really want to delete \"%s\" ?\n(%s)",
-                                       name.c_str(), path) != 0;
-    return Sonvex::MessageBoxModal(frame, type, title, "Do you really want to delete \"%s\" ?",
-                                   name.c_str()) != 0;
+    const std::string body =
+        withPath ? Sonvex::formatMessage("Do you really want to delete \"%s\" ?\n(%s)", name.c_str(), path)
+                 : Sonvex::formatMessage("Do you really want to delete \"%s\" ?", name.c_str());
+    Sonvex::openMessageBox(frame, Sonvex::kMessageBoxYesNo, "Delete Preset", body,
+                           [done = std::move(done)](int answer) { done(answer != 0); });
 }
 }

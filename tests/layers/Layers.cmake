@@ -55,8 +55,10 @@ lodex_layer(tovra_controls OWN Tovrane/views/controls/CMenuItem.h
   NOT Tovrane/platform/parts/MenuRows.h Orbel/contract/OrbelOS.h)
 lodex_layer(tovra_parts OWN Tovrane/platform/parts/MenuRows.h
   NOT Tovrane/platform/headless/HeadlessFrame.h Tovrane/platform/x11/frame/X11Frame.h)
+lodex_layer(tovra_panels OWN Tovrane/platform/panels/FilePanel.h
+  NOT Tovrane/platform/headless/HeadlessFrame.h Tovrane/platform/x11/overlays/X11OverlayHost.h)
 lodex_layer(tovra_headless OWN Tovrane/platform/headless/HeadlessFrame.h
-  NOT Tovrane/platform/x11/frame/X11Frame.h effect/instance/CQDT_DKS_Single.h)
+  NOT Tovrane/platform/panels/FilePanel.h Tovrane/platform/x11/frame/X11Frame.h effect/instance/CQDT_DKS_Single.h)
 lodex_layer(tovra_x11_connection OWN Tovrane/platform/x11/connection/X11Connection.h
   NOT Tovrane/platform/x11/surface/X11Surface.h Tovrane/platform/x11/exchange/X11Transfer.h
       Tovrane/platform/headless/HeadlessFrame.h)

@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Sonvex/MessageBox.h"
+#include "Tovrane/views/controls/MessagePresenter.h"
 #include "Tovrane/window/IFileSelector.h"
 #include "windows/WindowTest.h"
 
+#include <csignal>
 #include <filesystem>
 #include <fstream>
 
@@ -22,9 +24,12 @@ protected:
         char name[] = "/tmp/lodex_panel_XXXXXX";
         folder = mkdtemp(name);
         setenv("PATH", folder.c_str(), 1);
+        setenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=/nobody/listens/here", 1);
+        useMessageViews();
     }
     ~X11FileSelectorTest() override
     {
+        Sonvex::setMessageBoxPresenter(nullptr);
         setenv("PATH", before.c_str(), 1);
         std::filesystem::remove_all(folder);
     }
@@ -36,26 +41,29 @@ protected:
         std::filesystem::permissions(file, std::filesystem::perms::owner_all);
     }
 
+    void open(CFrame* on = nullptr)
+    {
+        const auto panel = Kept<IFileSelector>::adopt((on ? on : frame)->createFileSelector());
+        panel->run({FileSelectorOptions::openFiles, "Title", {}, "/start", ""},
+                   [this](const std::vector<std::string>& paths) { answers.push_back(paths); });
+    }
+    // The answer of the one panel that is open.
+    std::vector<std::string> answer()
+    {
+        EXPECT_TRUE(until([this] { return !answers.empty(); }));
+        EXPECT_EQ(answers.size(), 1u);
+        return std::exchange(answers, {}).at(0);
+    }
     std::vector<std::string> choose()
     {
-        const auto panel = Kept<IFileSelector>::adopt(window().createFileSelector(frame));
-        return panel->run({FileSelectorOptions::openFiles, "Title", {}, "/start", ""});
+        open();
+        EXPECT_TRUE(answers.empty()) << "not yet";
+        return answer();
     }
 
+    std::vector<std::vector<std::string>> answers;
     const std::string before = std::getenv("PATH");
     std::filesystem::path folder;
-};
-
-struct Box final : Sonvex::IMessageBoxPresenter
-{
-    Box() { Sonvex::setMessageBoxPresenter(this); }
-    ~Box() { Sonvex::setMessageBoxPresenter(nullptr); }
-    int show(CFrame*, Sonvex::MessageBoxType, const char*, const char* body) override
-    {
-        shown.push_back(body);
-        return 0;
-    }
-    std::vector<std::string> shown;
 };
 }
 
@@ -90,17 +98,66 @@ TEST_F(X11FileSelectorTest, GoesOnPaintingAndTakesNoClicksMeanwhile)
     EXPECT_TRUE(until([this] { return saw("view down 10,10 2"); }));
 }
 
-TEST_F(X11FileSelectorTest, EndsWithItsFrame)
+TEST_F(X11FileSelectorTest, EndsWithItsFrameOrWhenItIsCancelled)
 {
-    writeProgram("exec /bin/cat /dev/zero >/dev/null");
-    RepeatingTimer end;
-    end.start(50, [this] { closeFrame(); });
-    EXPECT_THAT(choose(), IsEmpty());
+    const std::string number = (folder / "process").string();
+    writeProgram("echo $$ >" + number + ".new; /bin/mv " + number + ".new " + number +
+                 "; exec /bin/cat /dev/zero >/dev/null");
+    const auto openUntilItRuns = [&]
+    {
+        std::filesystem::remove(number);
+        open();
+        EXPECT_TRUE(until([&] { return std::filesystem::exists(number); }));
+        pid_t process = 0;
+        std::ifstream(number) >> process;
+        return process;
+    };
+    const auto hasEnded = [this](pid_t process)
+    { return until([process] { return ::kill(process, 0) != 0; }); };
+
+    const auto panel = Kept<IFileSelector>::adopt(frame->createFileSelector());
+    panel->run({}, [this](const std::vector<std::string>& paths) { answers.push_back(paths); });
+    open();
+    EXPECT_THAT(answer(), IsEmpty()) << "there is one open";
+    panel->cancel();
+    EXPECT_TRUE(answers.empty()) << "later";
+    EXPECT_THAT(answer(), IsEmpty());
+
+    const pid_t first = openUntilItRuns();
+    host = std::make_unique<HostWindow>();
+    EXPECT_THAT(answer(), IsEmpty()) << "the host's window has gone";
+    EXPECT_TRUE(hasEnded(first));
+    closeFrame();
+    openFrame();
+    const pid_t second = openUntilItRuns();
+    closeFrame();
+    EXPECT_THAT(std::exchange(answers, {}), ElementsAre(IsEmpty())) << "at once: the loop may end, too";
+    EXPECT_TRUE(hasEnded(second));
 }
 
-TEST_F(X11FileSelectorTest, TellsWhatIsMissing)
+TEST_F(X11FileSelectorTest, TellsInTheWindowWhatIsMissing)
 {
-    Box box;
     EXPECT_THAT(choose(), IsEmpty());
-    EXPECT_THAT(box.shown, ElementsAre("To choose files, install the program \"zenity\" or \"kdialog\"."));
+    EXPECT_TRUE(until([this] { return frame->getModalView() != nullptr; }));
+    const auto* const message = dynamic_cast<CMessageView*>(frame->getModalView());
+    ASSERT_NE(message, nullptr);
+    EXPECT_EQ(message->getMessage().body, "To choose files, install the program \"zenity\" or \"kdialog\".");
+}
+
+// The desktop's own program, in which the user types a name.
+TEST_F(X11FileSelectorTest, AnswersWhatTheUserTypesIntoZenity)
+{
+    setenv("PATH", before.c_str(), 1);
+    setenv("GSETTINGS_BACKEND", "memory", 1);
+    setenv("NO_AT_BRIDGE", "1", 1);
+    const auto panel = Kept<IFileSelector>::adopt(frame->createFileSelector());
+    panel->run(
+        {FileSelectorOptions::saveFile, "Save Preset", {{"Presets", "dks"}}, folder.string(), "old.dks"},
+        [this](const std::vector<std::string>& paths) { answers.push_back(paths); });
+    user("search --sync --onlyvisible --name ^Save windowfocus --sync");
+    user("key ctrl+a");
+    user("type my_name.dks");
+    EXPECT_TRUE(answers.empty());
+    user("key Return");
+    EXPECT_THAT(answer(), ElementsAre((folder / "my_name.dks").string()));
 }

@@ -5,6 +5,7 @@
 
 #include "Tovrane/base/CBaseObject.h"
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -36,8 +37,16 @@ struct FileSelectorOptions
 class IFileSelector : public CBaseObject
 {
 public:
-    // [window thread]  Shows the panel and returns when it has closed. The result is paths in UTF-8, or empty
-    // if the panel was cancelled, could not be shown, or if the frame was closed meanwhile.
-    virtual std::vector<std::string> run(const FileSelectorOptions& options) = 0;
+    using Done = std::function<void(std::vector<std::string> paths)>;
+
+    // [window thread]  Opens the panel and returns at once; the host's event loop goes on, and the frame
+    // takes no clicks and keys meanwhile. done is called exactly once, later: with the paths in UTF-8, or
+    // with none if the user cancelled or no panel could be shown. When the frame closes first, done is called
+    // before it is closed. If there can be no panel (the frame is closed, it has another panel open), done is
+    // called within this call. This object lives until then, so the caller may forget it at once; done keeps
+    // alive what it uses.
+    virtual void run(const FileSelectorOptions& options, Done done) = 0;
+    // [window thread]  Closes the panel as if the user had cancelled. Does nothing if it is not open.
+    virtual void cancel() = 0;
 };
 }

@@ -4,6 +4,7 @@
 #include "Tovrane/base/Kept.h"
 #include "Tovrane/platform/headless/HeadlessTextEdit.h"
 #include "Tovrane/views/controls/CMenuItem.h"
+#include "Tovrane/views/controls/MessagePresenter.h"
 #include "Tovrane/views/tree/CFrame.h"
 #include "Tovrane/window/IOptionMenu.h"
 
@@ -65,26 +66,61 @@ private:
     Done done;
 };
 
-class HeadlessFileSelector : public IFileSelector
+class HeadlessFileSelector : public IFileSelector, public FrameOverlay
 {
 public:
     explicit HeadlessFileSelector(HeadlessFrame& on) : frame(&on) {}
 
-    std::vector<std::string> run(const FileSelectorOptions& options) override
+    void run(const FileSelectorOptions& options, Done callback) override
     {
+        if (!handle.open(frame->overlays(), *this, OverlayKind::panel))
+            return callback({});
+        wanted = options;
+        self.reset(this);
+        done = std::move(callback);
+    }
+    void cancel() override { isCancelled = true; }
+
+    void answer()
+    {
+        const Kept<HeadlessFileSelector> alive(this);
         const auto choose = frame->onFileSelector;
-        if (!choose || !frame->events().isConnected())
-            return {};
-        return choose(options);
+        finish(choose && !isCancelled ? choose(wanted) : std::vector<std::string>());
     }
 
+    void overlayLost() override { finish({}); }
+    long overlayKeyDown(const TovraKeyCode&, const std::string&) override { return kKeyConsumed; }
+
 private:
+    void finish(const std::vector<std::string>& paths)
+    {
+        const Kept<HeadlessFileSelector> alive(self);
+        const Done answering = std::exchange(done, nullptr);
+        handle.close();
+        self.reset();
+        if (answering)
+            answering(paths);
+    }
+
     const Kept<HeadlessFrame> frame;
+    OverlayHandle handle;
+    FileSelectorOptions wanted;
+    bool isCancelled = false;
+    Kept<HeadlessFileSelector> self; // while it is open
+    Done done;
 };
+
+std::optional<int> answerFor(CFrame& frame, const Message& message)
+{
+    HeadlessFrame* const on = HeadlessFrame::of(frame);
+    const auto choose = on != nullptr ? on->onMessage : nullptr;
+    return choose ? choose(message) : std::nullopt;
+}
 }
 
 void useHeadlessFrames()
 {
+    MessagePresenter::setAnswerer(&answerFor);
     IFrame::setFallbackFactory([](CFrame* frame, const CRect& size, void*) -> IFrame*
                                { return new HeadlessFrame(frame, size); });
 }
@@ -92,7 +128,7 @@ void useHeadlessFrames()
 HeadlessFrame::HeadlessFrame(CFrame* owner, const CRect& size)
     : IFrame(owner), surface(0.0, 0.0, size.getWidth(), size.getHeight()), windowEvents(owner)
 {
-    windowEvents.afterEvent = [this] { answerMenus(); };
+    windowEvents.afterEvent = [this] { afterEvent(); };
 }
 
 HeadlessFrame* HeadlessFrame::of(CFrame& owner)
@@ -185,10 +221,30 @@ void HeadlessFrame::answerMenus()
         menu->answer();
 }
 
+void HeadlessFrame::answerPanels()
+{
+    const Kept<HeadlessFrame> alive(this);
+    while (auto* const panel = dynamic_cast<HeadlessFileSelector*>(open.top(OverlayKind::panel)))
+        panel->answer();
+}
+
+void HeadlessFrame::afterEvent()
+{
+    const Kept<HeadlessFrame> alive(this);
+    if (isReleasing)
+        return;
+    answerMenus();
+    answerPanels();
+    if (frame != nullptr)
+        frame->doTasks();
+}
+
 void HeadlessFrame::releaseMouse()
 {
     open.lose(OverlayKind::menu);
+    const bool outer = std::exchange(isReleasing, true);
     windowEvents.releaseAll();
+    isReleasing = outer;
 }
 
 void HeadlessFrame::clearFrame()

@@ -3,17 +3,20 @@
 // parent. The picture stays in the frame's memory; what the frame asks of its window is written down here,
 // and events come from events(). Text fields, menus and file panels answer what was put down for them.
 //
-// A menu answers after the event in which it opened, when the views have returned from it; or, if it opened
-// outside of an event, after the next one, or when answerMenus is called.
+// A menu or a file panel answers after the event in which it opened, when the views have returned from it;
+// or, if it opened outside of an event, after the next one, or when answerMenus or answerPanels is called. A
+// message opens at the same moment, and at each idle of the frame.
 #pragma once
 
 #include "Tovrane/platform/parts/FrameOverlays.h"
 #include "Tovrane/platform/parts/WindowEvents.h"
+#include "Tovrane/views/controls/CMessageView.h"
 #include "Tovrane/window/IFileSelector.h"
 #include "Tovrane/window/IFrame.h"
 #include "Tovrane/window/IMenu.h"
 
 #include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -64,10 +67,15 @@ public:
     FrameOverlays& overlays() { return open; }
     // The menu that is open answers, and those that open meanwhile.
     void answerMenus();
+    // The same for file panels.
+    void answerPanels();
 
     // Answers of the menus and file panels to come. Without one nothing is chosen.
     std::function<MenuChoice(IMenu&)> onMenu;
     std::function<std::vector<std::string>(const FileSelectorOptions&)> onFileSelector;
+    // The answer of a message or question to come, which then is never shown. Without one, or without a
+    // result, it is shown and waits for the user's events.
+    std::function<std::optional<int>(const Message&)> onMessage;
     // Answers a new size with false.
     bool refusesSize = false;
     // Who changes it has the frame notified with desktopScaleChanged.
@@ -77,6 +85,8 @@ protected:
     ~HeadlessFrame() override = default;
 
 private:
+    void afterEvent();
+
     CRect surface;
     WindowEvents windowEvents;
     CCursorType currentCursor = kCursorDefault;
@@ -86,5 +96,6 @@ private:
     CPoint mouseAt;
     long mouseButtons = 0;
     FrameOverlays open;
+    bool isReleasing = false; // the mouse, which is no event of the user's
 };
 }

@@ -10,6 +10,7 @@
 #include <string_view>
 #include <sys/wait.h>
 #include <unistd.h>
+#include <utility>
 
 namespace Tovra
 {
@@ -33,6 +34,34 @@ std::vector<std::string> environmentWith(const std::vector<std::string>& added)
         result.emplace_back(*variable);
     return result;
 }
+
+// Programs that were killed and have not ended yet: nobody waits for them, the run loop asks now and then.
+class KilledProcesses
+{
+public:
+    static KilledProcesses& all()
+    {
+        static KilledProcesses processes;
+        return processes;
+    }
+
+    void add(pid_t process)
+    {
+        processes.push_back(process);
+        timer.start(collectMilliseconds, [this] { collect(); });
+    }
+
+private:
+    void collect()
+    {
+        std::erase_if(processes, [](pid_t process) { return waitpid(process, nullptr, WNOHANG) != 0; });
+        if (processes.empty())
+            timer.stop();
+    }
+
+    std::vector<pid_t> processes;
+    RepeatingTimer timer;
+};
 
 // With output as its standard output, and nothing else of ours. 0 if it did not start.
 pid_t spawn(std::vector<std::string> words, std::vector<std::string> environment, int output)
@@ -85,7 +114,8 @@ bool ChildProcess::isInstalled(const char* program)
     return false;
 }
 
-bool ChildProcess::start(const std::vector<std::string>& words, const std::vector<std::string>& environment)
+bool ChildProcess::start(const std::vector<std::string>& words, const std::vector<std::string>& environment,
+                         std::function<void()> ended)
 {
     std::array<int, 2> ends;
     if (words.empty() || process != 0 || pipe2(ends.data(), O_CLOEXEC) != 0)
@@ -98,6 +128,7 @@ bool ChildProcess::start(const std::vector<std::string>& words, const std::vecto
         closeOutput();
         return false;
     }
+    whenEnded = std::move(ended);
     fcntl(source, F_SETFL, O_NONBLOCK);
     watch.start(source, [this] { read(); });
     return true;
@@ -137,6 +168,8 @@ void ChildProcess::collect()
         status = -1;
     process = -1;
     collector.stop();
+    if (const auto call = std::exchange(whenEnded, nullptr))
+        call();
 }
 
 void ChildProcess::kill()
@@ -146,7 +179,7 @@ void ChildProcess::kill()
     if (waitpid(process, &status, WNOHANG) == 0)
     {
         ::kill(process, SIGKILL);
-        waitpid(process, &status, 0);
+        KilledProcesses::all().add(process);
     }
     process = -1;
 }

@@ -5,6 +5,7 @@
 
 #include "Tovrane/base/RunLoop.h"
 
+#include <functional>
 #include <string>
 #include <sys/types.h>
 #include <vector>
@@ -23,8 +24,10 @@ public:
     static constexpr std::size_t mostOutput = std::size_t(1) << 20;
 
     // words: the program, looked for along PATH, and its arguments. environment: "NAME=value", added to that
-    // of this process. False if it could not be started. Once for each object.
-    bool start(const std::vector<std::string>& words, const std::vector<std::string>& environment);
+    // of this process. False if it could not be started. Once for each object. ended is called once, by the
+    // run loop, when the program has ended by itself; it may destroy this object.
+    bool start(const std::vector<std::string>& words, const std::vector<std::string>& environment,
+               std::function<void()> ended = {});
 
     bool isRunning() const { return process > 0; }
     // It has ended by itself, without complaint, or nobody knows (a host that collects all of its children)
@@ -46,6 +49,7 @@ private:
     int status = -1; // as waitpid has it; -1 unknown
     bool isTooMuch = false;
     std::string written;
+    std::function<void()> whenEnded;
     DescriptorWatch watch;
     RepeatingTimer collector;
 };

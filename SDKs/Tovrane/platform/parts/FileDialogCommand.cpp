@@ -84,14 +84,11 @@ std::vector<std::string> kdialogCommand(const FileSelectorOptions& options, std:
 }
 }
 
-std::optional<FileDialogProgram> chooseFileDialog(const std::string& desktop,
-                                                  const std::function<bool(const char*)>& isInstalled)
+std::vector<FileDialogProgram> fileDialogPrograms(const std::string& desktop)
 {
-    const bool hasZenity = isInstalled("zenity");
-    const bool hasKdialog = isInstalled("kdialog");
-    if (hasKdialog && (!hasZenity || desktop.find("KDE") != std::string::npos))
-        return FileDialogProgram::kdialog;
-    return hasZenity ? std::optional(FileDialogProgram::zenity) : std::nullopt;
+    if (desktop.find("KDE") != std::string::npos)
+        return {FileDialogProgram::kdialog, FileDialogProgram::zenity};
+    return {FileDialogProgram::zenity, FileDialogProgram::kdialog};
 }
 
 std::vector<std::string> fileDialogCommand(FileDialogProgram program, const FileSelectorOptions& options,

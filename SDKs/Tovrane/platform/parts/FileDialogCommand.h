@@ -6,8 +6,6 @@
 #include "Tovrane/window/IFileSelector.h"
 
 #include <cstdint>
-#include <functional>
-#include <optional>
 #include <string>
 #include <vector>
 
@@ -19,10 +17,9 @@ enum class FileDialogProgram
     kdialog
 };
 
-// [window thread]  The first that isInstalled says yes to; on a KDE desktop (as XDG_CURRENT_DESKTOP has it)
-// that one's own comes first.
-std::optional<FileDialogProgram> chooseFileDialog(const std::string& desktop,
-                                                  const std::function<bool(const char*)>& isInstalled);
+// [any thread]  In the order in which they are tried; on a KDE desktop (as XDG_CURRENT_DESKTOP has it) that
+// one's own comes first.
+std::vector<FileDialogProgram> fileDialogPrograms(const std::string& desktop);
 
 // [any thread]  The program's name and its arguments. The panel lies over the window of that number, 0 for
 // none. home is the folder for a start without one.

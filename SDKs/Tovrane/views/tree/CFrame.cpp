@@ -55,6 +55,7 @@ void CFrame::close()
 {
     const Kept<CFrame> self(this);
     platformFrame->releaseMouse();
+    tasks.close();
     setModalView(nullptr);
     removeAll(true);
     platformFrame->clearFrame();
@@ -334,14 +335,22 @@ bool CFrame::setModalView(CView* view)
     if (view == nullptr)
     {
         if (isChild(modalView.get()))
-            removeView(modalView.get(), false);
+            removeView(modalView.get(), isModalViewOwned);
         modalView.reset();
         return true;
     }
     if (modalView || !addView(view))
         return false;
     modalView.reset(view);
+    isModalViewOwned = false;
     return true;
+}
+
+bool CFrame::adoptModalView(CView* view)
+{
+    if (view == nullptr || !setModalView(view))
+        return false;
+    return isModalViewOwned = true;
 }
 
 void CFrame::localRectToFrameRect(CView* view, CRect& rect) const

@@ -13,6 +13,7 @@
 #include "CORE/CriticalSection.h"
 #include "Tovrane/views/tree/CDirtyRectHelper.h"
 #include "Tovrane/views/tree/CViewContainer.h"
+#include "Tovrane/views/tree/FrameTasks.h"
 #include "Tovrane/window/CCursorType.h"
 
 #include <functional>
@@ -54,8 +55,11 @@ public:
     // Removes the modal view, removes and forgets all other views, and closes the window and what is open
     // over it, even if an event or a menu still holds a reference to the frame.
     virtual void close();
-    // Collects what other threads have marked as dirty, and paints.
+    // Does the tasks that were posted (FrameTasks), collects what other threads have marked as dirty, and
+    // paints.
     virtual void idle();
+    // Does the tasks alone.
+    void doTasks();
     // Draws what is dirty into the frame's picture and asks the window to show it.
     void paint();
     virtual void doIdleStuff() {}
@@ -75,6 +79,9 @@ public:
     // forgetting it. False if there is a modal view already, or if the view is attached.
     virtual bool setModalView(CView* view);
     virtual CView* getModalView() const { return modalView.get(); }
+    // Like setModalView, but the view is the frame's alone: however it is removed, it is forgotten, also by
+    // setModalView(nullptr) and when the frame closes. If the result is false it is still the caller's.
+    bool adoptModalView(CView* view);
     // Passed on to the editor, for the host's automation.
     virtual void beginEdit(Orbel::ParameterProperty* property);
     virtual void endEdit(Orbel::ParameterProperty* property);
@@ -183,6 +190,7 @@ private:
     void* systemWindow;
     IFrameEditor* editor;
     Kept<CView> modalView;
+    bool isModalViewOwned = false; // it was adopted
     Kept<CView> focusView;
     std::unique_ptr<IOSBitmap> frameBitmap;
     std::unique_ptr<PelmoAGG> renderer;
@@ -194,5 +202,6 @@ private:
     CView* topView = nullptr;
     unsigned appliedMarks = 0; // countMarks() when marks were last collected
     Core::Threads::CriticalSection drawLock;
+    FrameTasks tasks{*this};
 };
 }

@@ -10,12 +10,19 @@ namespace Tovra
 void CFrame::idle()
 {
     const Kept<CFrame> self(this);
+    tasks.run();
     if (const unsigned marks = countMarks(); marks != appliedMarks)
     {
         appliedMarks = marks;
         applyMarks();
     }
     paint();
+}
+
+void CFrame::doTasks()
+{
+    const Kept<CFrame> self(this);
+    tasks.run();
 }
 
 void CFrame::paint()

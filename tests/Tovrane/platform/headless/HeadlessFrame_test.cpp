@@ -160,6 +160,46 @@ TEST_F(HeadlessWindow, AMenuAnswersAfterTheEventThatOpenedIt)
     EXPECT_THAT(taken(log), ElementsAre("open", "chosen -1", "view gone")) << "it ends with its frame";
 }
 
+TEST_F(HeadlessWindow, AFilePanelAnswersAfterTheEventAndOnce)
+{
+    using Paths = std::vector<std::string>;
+    std::vector<Paths> answers;
+    std::vector<std::string> titles;
+    Kept<IFileSelector> panel;
+    const auto open = [&](const char* title)
+    {
+        panel = Kept<IFileSelector>::adopt(frame->createFileSelector());
+        panel->run({FileSelectorOptions::saveFile, title, {}, "", ""},
+                   [&](const Paths& paths) { answers.push_back(paths); });
+    };
+    window().onFileSelector = [&](const FileSelectorOptions& options)
+    {
+        titles.push_back(options.title);
+        return Paths{"/" + options.title};
+    };
+    RecordingView* const view = add("view", {0, 0, 200, 100});
+    view->reaction = [&](const std::string& word)
+    {
+        if (word == "down")
+            open("asked");
+        EXPECT_THAT(answers, testing::IsEmpty()) << "within " << word;
+    };
+    user().press({5, 5}, kButtonLeft);
+    EXPECT_THAT(answers, ElementsAre(Paths{"/asked"}));
+    view->reaction = nullptr;
+    open("cancelled");
+    panel->cancel();
+    window().answerPanels();
+    open("waiting");
+    open("second");
+    EXPECT_THAT(answers, ElementsAre(Paths{"/asked"}, Paths{}, Paths{})) << "one at a time";
+    const auto late = Kept<IFileSelector>::adopt(frame->createFileSelector());
+    close();
+    late->run({}, [&](const Paths& paths) { answers.push_back(paths); });
+    EXPECT_THAT(answers, ElementsAre(Paths{"/asked"}, Paths{}, Paths{}, Paths{}, Paths{}));
+    EXPECT_THAT(titles, ElementsAre("asked"));
+}
+
 // What the items are is seen in the drops on windows.
 TEST(CDropContent, BeginsAnewAndEndsWithATypeOfItsOwn)
 {

@@ -137,7 +137,7 @@ void X11Frame::hidden()
     mouse.vanished();
 }
 
-// Menus, drags and text fields end with it.
+// Menus, panels, drags and text fields end with it.
 void X11Frame::windowGone()
 {
     hidden();

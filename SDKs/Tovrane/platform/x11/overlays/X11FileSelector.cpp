@@ -1,53 +1,36 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Tovrane/platform/x11/overlays/X11FileSelector.h"
 
-#include "Sonvex/MessageBox.h"
-#include "Tovrane/base/PollRunLoop.h"
-#include "Tovrane/platform/parts/ChildProcess.h"
-#include "Tovrane/platform/parts/FileDialogCommand.h"
-
-#include <cstdlib>
+#include <utility>
 
 namespace Tovra
 {
-namespace
+void X11FileSelector::run(const FileSelectorOptions& options, Done done)
 {
-constexpr int longestWait = 50; // milliseconds, until a frame that has gone is noticed
-
-std::string variable(const char* name)
-{
-    const char* value = std::getenv(name);
-    return value != nullptr ? value : "";
-}
-}
-
-std::vector<std::string> X11FileSelector::run(const FileSelectorOptions& options)
-{
-    const Kept<X11FileSelector> self(this);
-    const auto program = chooseFileDialog(variable("XDG_CURRENT_DESKTOP"), ChildProcess::isInstalled);
-    if (!program)
-        return tellThatThereIsNone(), std::vector<std::string>{};
-    if (!handle.open(owner->overlays(), *this, OverlayKind::panel))
-        return {};
-    const xcb_window_t window = owner->windowId();
-    ChildProcess child;
-    PollRunLoop loop;
-    RunLoop::enter(loop);
-    // zenity takes the window that it lies over from the environment.
-    if (child.start(fileDialogCommand(*program, options, window, variable("HOME")),
-                    {"WINDOWID=" + std::to_string(window)}))
-        while (child.isRunning() && owner->isOpen())
-            loop.runOnce(longestWait);
-    RunLoop::leave(loop);
-    handle.close();
-    if (!child.succeeded() || !owner->isOpen())
-        return {};
-    return fileDialogAnswer(*program, child.output());
+    if (panel || !handle.open(owner->overlays(), *this, OverlayKind::panel))
+        return done({});
+    self.reset(this);
+    const auto closed = [this, done = std::move(done)](std::vector<std::string> paths)
+    {
+        const Kept<X11FileSelector> alive = self;
+        self.reset();
+        handle.close();
+        done(std::move(paths));
+        panel.reset();
+    };
+    panel = std::make_unique<FilePanel>(FilePanel::desktopWays());
+    panel->open(options, owner->windowId(), owner->getFrame(), closed);
 }
 
-void X11FileSelector::tellThatThereIsNone()
+void X11FileSelector::cancel()
 {
-    Sonvex::MessageBoxModal(owner->getFrame(), Sonvex::kMessageBoxOk, "No File Panel",
-                            "To choose files, install the program \"zenity\" or \"kdialog\".");
+    if (panel)
+        panel->cancel();
+}
+
+void X11FileSelector::overlayLost()
+{
+    const Kept<X11FileSelector> alive(this);
+    const auto closing = std::move(panel); // calls back now
 }
 }

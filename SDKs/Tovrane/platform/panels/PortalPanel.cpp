@@ -26,7 +26,7 @@ std::string senderOf(DBusMessage& message)
 
 PortalPanel::~PortalPanel()
 {
-    if (whenEnded && !handle.empty())
+    if (whenEnded && isShown())
         bus.send(portalCloseCall(handle));
 }
 
@@ -104,7 +104,7 @@ bool PortalPanel::tellsThatThePortalHasGone(DBusMessage& signal) const
 
 void PortalPanel::lost()
 {
-    end(handle.empty() ? End::unavailable : End::cancelled);
+    end(isShown() ? End::cancelled : End::unavailable);
 }
 
 void PortalPanel::end(End how, const std::vector<std::string>& paths)

@@ -20,6 +20,8 @@ public:
     ~PortalPanel() override;
     void open(const FileSelectorOptions& asked, std::uint32_t overWindow, Ended ended) override;
 
+    bool isShown() const { return !handle.empty(); }
+
     static constexpr int longestWait = 5000; // milliseconds, until the panel is shown
 
 private:

@@ -4,6 +4,7 @@
 #include "Tovrane/base/PollRunLoop.h"
 #include "Tovrane/platform/x11/frame/X11Frame.h"
 #include "Tovrane/platform/x11/frame/X11TopLevel.h"
+#include "Tovrane/views/controls/MessagePresenter.h"
 #include "Tovrane/views/controls/WindowScale.h"
 #include "tools/gallery/GalleryPage.h"
 
@@ -48,6 +49,7 @@ bool showWindow(std::size_t firstPage, double fixedScale)
     Tovra::PollRunLoop loop;
     Tovra::RunLoop::enter(loop);
     Tovra::useX11Frames();
+    Tovra::useMessageViews();
     const auto window = Tovra::X11TopLevel::open("Gallery", int(pageWidth), int(pageHeight));
     if (window == nullptr)
         return false;

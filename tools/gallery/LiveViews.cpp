@@ -96,4 +96,27 @@ void FieldButton::convertPluginToWorld(CRect& rect) const
 {
     getFrame()->convertPluginToWorld(rect);
 }
+
+AskButton::AskButton(const CRect& rect, std::string shown, Ask asked)
+    : CView(rect), text(std::move(shown)), ask(std::move(asked))
+{
+}
+
+void AskButton::show(const std::string& answer)
+{
+    text = answer;
+    setDirty(true);
+}
+
+void AskButton::draw(CDrawContext* context)
+{
+    drawButton(*context, size, text);
+    setDirty(false);
+}
+
+MouseEventResult AskButton::onMouseDown(CPoint&, const long&)
+{
+    ask(*this);
+    return kMouseHandledNoMoves;
+}
 }

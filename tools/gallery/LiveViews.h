@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Views of the gallery that react in a window: one opens a menu, the other one a text field.
+// Views of the gallery that react in a window: they open a menu, a text field, a message or a file panel.
 #pragma once
 
 #include "Tovrane/views/tree/CView.h"
@@ -7,6 +7,7 @@
 #include "Tovrane/window/IOSTextEdit.h"
 #include "Tovrane/window/ITextEditCallback.h"
 
+#include <functional>
 #include <memory>
 #include <string>
 
@@ -55,5 +56,23 @@ private:
 
     std::string text;
     std::unique_ptr<Tovra::IOSTextEdit> field; // while the user types
+};
+
+// [window thread]  A click asks the user something; the answer is shown when it comes.
+class AskButton : public Tovra::CView
+{
+public:
+    using Ask = std::function<void(AskButton&)>;
+
+    AskButton(const Tovra::CRect& rect, std::string text, Ask asked);
+
+    void show(const std::string& answer);
+    void draw(Tovra::CDrawContext* context) override;
+    Tovra::MouseEventResult onMouseDown(Tovra::CPoint& where, const long& buttons) override;
+    CView* newCopy() const override { return new AskButton(*this); }
+
+private:
+    std::string text;
+    Ask ask;
 };
 }

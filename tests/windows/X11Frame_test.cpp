@@ -1,8 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "Tovrane/draw/CDrawContext.h"
+#include "Tovrane/draw/IOSBitmap.h"
 #include "windows/FieldOwner.h"
 #include "windows/OtherProgram.h"
 #include "windows/WindowTest.h"
 
+#include <algorithm>
+#include <cstring>
 #include <xcb/xcb.h>
 
 using namespace Tovra;
@@ -18,6 +22,23 @@ struct : X11EventSink
     void handleEvent(std::uint8_t, const xcb_generic_event_t&) override {}
 } nobody;
 
+// One colour all over.
+class Ground : public CView
+{
+public:
+    using CView::CView;
+
+    void draw(CDrawContext* context) override
+    {
+        const auto byte = [this](int shift) { return static_cast<unsigned char>(color >> shift); };
+        context->setFillColor({byte(16), byte(8), byte(0), 255});
+        context->drawRect(getViewSize(), kFilled);
+        setDirty(false);
+    }
+
+    std::uint32_t color = 0; // 0xRRGGBB
+};
+
 class X11FrameTest : public WindowTest
 {
 protected:
@@ -30,6 +51,20 @@ protected:
         user(words);
         EXPECT_TRUE(until([&] { return saw(last); })) << words;
         return taken(log);
+    }
+    // What is seen of the frame, row by row: 0xRRGGBB.
+    std::vector<std::uint32_t> screen()
+    {
+        xcb_connection_t* c = observer->xcb();
+        const auto asked = xcb_get_image(c, XCB_IMAGE_FORMAT_Z_PIXMAP, observer->screen().root, left, top,
+                                         width, height, ~0u);
+        const X11Reply<xcb_get_image_reply_t> image{xcb_get_image_reply(c, asked, nullptr)};
+        std::vector<std::uint32_t> words(width * height);
+        if (image != nullptr && size_t(xcb_get_image_data_length(image.get())) == words.size() * 4)
+            std::memcpy(words.data(), xcb_get_image_data(image.get()), words.size() * 4);
+        for (std::uint32_t& word : words)
+            word &= 0xffffff;
+        return words;
     }
     X11Place placeOnScreen()
     {
@@ -53,6 +88,59 @@ TEST_F(X11FrameTest, ShowsItsPictureWhereverItIsUncovered)
         EXPECT_TRUE(until([this] { return pixel(120, 70) == 0; }));
     }
     EXPECT_TRUE(until([this] { return pixel(120, 70) == 0xff0000 && pixel(180, 70) == 0x0000ff; }));
+}
+
+TEST_F(X11FrameTest, ShowsWhatWasDrawnAndNothingElse)
+{
+    constexpr std::uint32_t former = 0x102030, stain = 0x405060, drawn = 0x8090a0;
+    idle.stop();
+    const auto cover = new Ground({0, 0, width, height});
+    frame->addView(cover);
+    for (const double scale : {1.0, 1.5})
+    {
+        SCOPED_TRACE(scale);
+        cover->color = former;
+        frame->setScale(scale);
+        frame->setDirty(true);
+        frame->idle();
+        ASSERT_TRUE(until([&] { return screen() == std::vector<std::uint32_t>(width * height, former); }));
+
+        // What nobody has drawn is in the picture, but must not be seen.
+        IOSBitmap& picture = *frame->getFrameBitmap();
+        picture.beginDrawing();
+        auto* const pixels = reinterpret_cast<std::uint32_t*>(picture.getPixelPtr());
+        std::fill_n(pixels, picture.getWidth() * picture.getHeight(), stain);
+        cover->color = drawn;
+        for (const CRect& part : {CRect(20, 30, 41, 52), CRect(90.5, 40.25, 120, 70), CRect(-5, 110, 7, 119)})
+            frame->addDirtyRect(part);
+        frame->idle();
+        std::vector<std::uint32_t> expected;
+        for (int y = 0; y < height; ++y)
+            for (int x = 0; x < width; ++x)
+                expected.push_back(
+                    (pixels[unsigned(y) * picture.getWidth() + unsigned(x)] & 0xffffff) == stain ? former
+                                                                                                 : drawn);
+        EXPECT_GT(std::count(expected.begin(), expected.end(), drawn), 1000);
+        EXPECT_TRUE(until([&] { return screen() == expected; }));
+    }
+}
+
+TEST_F(X11FrameTest, DrawsOnIntoItsPictureWhenTheServerIsLost)
+{
+    idle.stop();
+    xcb_kill_client(observer->xcb(), window().windowId());
+    observer->flush();
+    EXPECT_TRUE(until([this] { return !window().isOpen(); }));
+    for (const double scale : {1.0, 2.0}) // and in new memory
+    {
+        frame->setScale(scale);
+        frame->setDirty(true);
+        frame->idle();
+        const IOSBitmap& picture = *frame->getFrameBitmap();
+        EXPECT_EQ(picture.getWidth(), unsigned(width * scale));
+        const unsigned char* const pixel = frame->getFrameBitmap()->getPixelPtr();
+        EXPECT_EQ(std::vector<int>(pixel, pixel + 3), std::vector<int>({0, 0, 255}));
+    }
 }
 
 TEST_F(X11FrameTest, HandsOnWhatTheMouseDoes)
@@ -336,14 +424,14 @@ TEST_F(X11FrameTest, IsFittedWhenItsPlaceIsOfAnotherSize)
     const std::uint32_t pixels[] = {0xff0000, 0x00ff00, 0x0000ff, 0xffffff};
     const BlitPicture picture{reinterpret_cast<const unsigned char*>(pixels), 2, 2, 8, false};
     idle.stop();
-    for (const auto transport : {X11Surface::sharedIfPossible, X11Surface::sent})
+    for (const auto transport : {X11Picture::sharedIfPossible, X11Picture::sent})
     {
         X11Surface surface(window().sharedConnection(), transport);
         X11Window over(window().sharedConnection(), nobody, X11Window::child, window().windowId(),
                        {0, 0, 300, 200});
         over.show();
         surface.show(over, picture, {10, 20, 280, 160});
-        EXPECT_EQ(surface.isShared(), transport == X11Surface::sharedIfPossible);
+        EXPECT_EQ(surface.isShared(), transport == X11Picture::sharedIfPossible);
         EXPECT_TRUE(until([&] { return pixel(11, 21) == 0xff0000; }));
         EXPECT_EQ(pixel(288, 21), 0x00ff00u);
         EXPECT_EQ(pixel(11, 178), 0x0000ffu);

@@ -24,6 +24,9 @@ public:
     // picture of 0 x 0, if there is not enough memory, or if it would take more than 64 MiB.
     virtual bool setSize(unsigned int w, unsigned int h) = 0;
     virtual void destroy() = 0;
+    // [window thread]  To be called before pixels of a frame's picture are changed: waits until the window
+    // system has read what it was asked to show. Most pictures are read by nobody else.
+    virtual void beginDrawing() {}
     // [window thread]  Shows the whole picture in target, or, if that is null, at (0, 0) in its own size.
     // context is an IBlitTarget*. Nothing happens without pixels or context. source is not used.
     virtual void drawToContext(void* context, const CRect* target, const CRect* source) = 0;

@@ -3,6 +3,7 @@
 #include "Tovrane/draw/PelmoText.h"
 
 #include <cstdlib>
+#include <utility>
 
 namespace Tovra
 {
@@ -116,8 +117,14 @@ void PelmoAGG::clearAll(unsigned int r, unsigned int g, unsigned int b, unsigned
 {
     const agg::rgba8 color = pipelines->scaledByMaster(agg::rgba8(r, g, b, a));
     const Image& picture = pipelines->picture;
+    pipelines->wasUnclipped = true;
     for (unsigned y = 0; y < picture.getHeight(); ++y)
         pipelines->plain.pixels.copy_hline(0, int(y), picture.getWidth(), color);
+}
+
+bool PelmoAGG::takeUnclipped()
+{
+    return std::exchange(pipelines->wasUnclipped, false);
 }
 
 void PelmoAGG::alignPoint(double& x, double& y) const

@@ -272,6 +272,9 @@ public:
     // Blurs in place and ignores the clip. Radii are rounded to whole pixels, at most 254; with 0 an axis is
     // not blurred.
     void blurRect(double x1, double y1, double x2, double y2, double radiusX, double radiusY);
+    // Whether clearAll or blurRect, which no clip limits, have changed the picture since the last call of
+    // this.
+    bool takeUnclipped();
 
     struct Pipelines; // in PelmoAGGPipelines.h, for the implementation
 

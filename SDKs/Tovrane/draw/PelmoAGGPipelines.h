@@ -114,6 +114,7 @@ struct PelmoAGG::Pipelines
     agg::rect_i clipPixels; // all four edges are inside
     agg::rect_i scissor;    // likewise
     bool clipClosed = true;
+    bool wasUnclipped = false; // something was drawn without a clip
 
     double masterAlpha = 1.0;
     BlendMode blendMode = kBlendAlpha;

@@ -113,6 +113,7 @@ void PelmoAGG::blurRect(double x1, double y1, double x2, double y2, double radiu
 {
     const Image& picture = pipelines->picture;
     const PixelGrid& grid = pipelines->grid;
+    pipelines->wasUnclipped = true;
     if (!picture.getPixels() || !areNumbers(x1, y1, x2, y2, radiusX, radiusY))
         return;
     const int left = std::max(wholePixels(grid.toPixels(x1)), 0);

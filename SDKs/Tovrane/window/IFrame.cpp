@@ -2,6 +2,7 @@
 #include "Tovrane/window/IFrame.h"
 
 #include "Tovrane/base/CTimerObject.h"
+#include "Tovrane/draw/CMACBitmap.h"
 
 namespace Tovra
 {
@@ -31,6 +32,11 @@ public:
 }
 
 const char* const IFrame::desktopScaleChanged = "desktopScaleChanged";
+
+std::unique_ptr<IOSBitmap> IFrame::createPicture()
+{
+    return std::make_unique<CMACBitmap>();
+}
 
 void IFrame::setPlatformFactory(Factory factory)
 {

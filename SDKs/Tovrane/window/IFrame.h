@@ -13,12 +13,15 @@
 #include "Tovrane/base/CRect.h"
 #include "Tovrane/window/CCursorType.h"
 
+#include <memory>
+
 namespace Tovra
 {
 class CFrame;
 class CView;
 class IFileSelector;
 class IOptionMenu;
+class IOSBitmap;
 class IOSTextEdit;
 class ITextEditCallback;
 
@@ -39,6 +42,9 @@ public:
     virtual bool setMouseCursor(CCursorType type) = 0;
     // Shows this part of the frame's picture soon.
     virtual bool invalidRect(const CRect& rect) = 0;
+    // Makes the frame's picture, without pixels yet: in memory that the window system shows without a copy,
+    // if it has such. The frame owns it and draws into it; it may outlive this object.
+    virtual std::unique_ptr<IOSBitmap> createPicture();
     // The caller deletes it. Null if there is none.
     virtual IOSTextEdit* createPlatformTextEdit(CFrame* forFrame, ITextEditCallback* callback,
                                                 CView* view) = 0;

@@ -3,7 +3,7 @@
 
 #include "CORE/Truncate.h"
 #include "Tovrane/draw/CDrawContext.h"
-#include "Tovrane/draw/CMACBitmap.h"
+#include "Tovrane/draw/IOSBitmap.h"
 #include "Tovrane/draw/PelmoAGG.h"
 #include "Tovrane/views/tree/IFrameEditor.h"
 #include "Tovrane/window/IFileSelector.h"
@@ -25,16 +25,13 @@ static double editorScale(const IFrameEditor* editor)
 }
 
 CFrame::CFrame(const CRect& rect, void* window, IFrameEditor* owner)
-    : CViewContainer(rect),
-      systemWindow(window),
-      editor(owner),
-      frameBitmap(std::make_unique<CMACBitmap>()),
-      renderer(std::make_unique<PelmoAGG>())
+    : CViewContainer(rect), systemWindow(window), editor(owner), renderer(std::make_unique<PelmoAGG>())
 {
     setAttachedFlag(true);
     CView::setFrame(this);
     renderer->scale(editorScale(owner));
     platformFrame = Kept<IFrame>::adopt(IFrame::createPlatformFrame(this, windowSize(size), systemWindow));
+    frameBitmap = platformFrame->createPicture();
     fitPicture();
     setDirtyFlag(true);
 }

@@ -60,7 +60,7 @@ public:
     virtual void idle();
     // Does the tasks alone.
     void doTasks();
-    // Draws what is dirty into the frame's picture and asks the window to show it.
+    // Draws what is dirty into the frame's picture and asks the window to show that.
     void paint();
     virtual void doIdleStuff() {}
     // Milliseconds.
@@ -184,7 +184,8 @@ private:
     bool advanceFromChild(CView* child, bool reverse);
     bool advanceFromDepth(CView* old, bool reverse);
     void noteMouse(const CPoint& where, long buttons);
-    bool drawDirty(CDrawContext* context);
+    void drawDirty(CDrawContext* context);
+    void showDrawn();
     bool drawPart(CDrawContext* given, const CRect& rect);
 
     void* systemWindow;
@@ -196,6 +197,7 @@ private:
     std::unique_ptr<PelmoAGG> renderer;
     CDirtyRectHelper dirtyRects; // to be drawn at the next paint
     CDirtyRectHelper drawRects;  // being drawn now
+    CDirtyRectHelper drawnRects; // by the last drawing
     Kept<IFrame> platformFrame;
     CPoint lastMousePosition{-1.0, -1.0};
     long lastMouseButtons = 0;

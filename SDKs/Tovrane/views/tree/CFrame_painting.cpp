@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // How a frame collects what is dirty, and draws it.
 #include "Tovrane/draw/CDrawContext.h"
+#include "Tovrane/draw/IOSBitmap.h"
 #include "Tovrane/draw/PelmoAGG.h"
 #include "Tovrane/views/tree/CFrame.h"
 #include "Tovrane/window/IFrame.h"
@@ -55,11 +56,11 @@ void CFrame::addDirtyRect(const CRect& part, CView*)
 void CFrame::draw(CDrawContext* context)
 {
     const Kept<CFrame> self(this);
-    if (drawDirty(context))
-        invalidRect(size);
+    drawDirty(context);
+    showDrawn();
 }
 
-bool CFrame::drawDirty(CDrawContext* context)
+void CFrame::drawDirty(CDrawContext* context)
 {
     const Core::Threads::SectionGuard guard(drawLock);
     PelmoAGG* const shared = context != nullptr ? context->getAGGRenderer() : renderer.get();
@@ -77,13 +78,25 @@ bool CFrame::drawDirty(CDrawContext* context)
         drawRects.copyFrom(dirtyRects);
     dirtyRects.clear();
 
-    bool drawn = isAll;
+    drawnRects.clear();
     const CPoint origin = isAll ? CPoint() : contentOrigin(); // what is dirty is part of the content
     for (std::int32_t i = 0; i < drawRects.size(); ++i)
-        drawn |= drawPart(context, CRect(drawRects[i]).offset(origin));
+    {
+        const CRect part = CRect(drawRects[i]).offset(origin);
+        if (drawPart(context, part) || isAll)
+            drawnRects.push_back(part);
+    }
     if (context != nullptr)
         context->resetClipRect();
-    return drawn;
+}
+
+// Nothing but what was drawn is put to the screen.
+void CFrame::showDrawn()
+{
+    if (drawnRects.size() > 0 && renderer->takeUnclipped())
+        return invalidRect(size);
+    for (std::int32_t i = 0; i < drawnRects.size(); ++i)
+        platformFrame->invalidRect(drawnRects[i]);
 }
 
 bool CFrame::drawPart(CDrawContext* given, const CRect& rect)
@@ -92,6 +105,7 @@ bool CFrame::drawPart(CDrawContext* given, const CRect& rect)
         return false;
     const Kept<CDrawContext> context =
         given != nullptr ? Kept<CDrawContext>(given) : Kept<CDrawContext>::adopt(createDrawContext());
+    frameBitmap->beginDrawing();
     const CDrawContext::ClipState saved = context->saveClip();
     context->enterView(wholePicture());
     CViewContainer::drawRect(context.get(), rect);

@@ -48,7 +48,7 @@ X11Frame::X11Frame(CFrame* owner, std::shared_ptr<X11Connection> connection, con
       events(owner),
       window(server, *this, X11Window::child, host,
              X11Window::bounded(0.0, 0.0, size.right - size.left, size.bottom - size.top)),
-      surface(server),
+      foreign(server),
       dropTarget(*this, window, events),
       keys(window, host, events, open),
       mouse(window, events, open, keys)
@@ -72,6 +72,7 @@ void X11Frame::clearFrame()
     events.disconnect();
     windowGone();
     window.destroy();
+    picture = nullptr;
     IFrame::clearFrame();
 }
 
@@ -87,7 +88,9 @@ void X11Frame::handleEvent(std::uint8_t type, const xcb_generic_event_t& event)
     case XCB_EXPOSE:
     {
         const auto& part = as<xcb_expose_event_t>(event);
-        return surface.showAgain(window, {part.x, part.y, part.width, part.height});
+        if (picture != nullptr)
+            picture->showAgain(window, {part.x, part.y, part.width, part.height});
+        return;
     }
     case XCB_KEY_PRESS:
     case XCB_KEY_RELEASE:
@@ -221,20 +224,32 @@ void* X11Frame::getSystemWindow() const
     return static_cast<IBlitTarget*>(const_cast<X11Frame*>(this));
 }
 
-bool X11Frame::invalidRect(const CRect&)
+std::unique_ptr<IOSBitmap> X11Frame::createPicture()
 {
-    if (!isOpen() || events.getFrame()->getFrameBitmap() == nullptr)
+    auto made = std::make_unique<X11Picture>(server);
+    picture = made.get();
+    return made;
+}
+
+bool X11Frame::invalidRect(const CRect& rect)
+{
+    if (!isOpen() || picture == nullptr)
         return false;
-    IOSBitmap& picture = *events.getFrame()->getFrameBitmap();
-    picture.drawToContext(getSystemWindow(), nullptr, nullptr);
+    const double pixels = events.getFrame()->getScale();
+    CRect part(rect.left * pixels, rect.top * pixels, rect.right * pixels, rect.bottom * pixels);
+    part.roundOut();
+    picture->show(window, X11Window::bounded(part.left, part.top, part.getWidth(), part.getHeight()));
     return true;
 }
 
-void X11Frame::blit(const BlitPicture& picture, const CRect& target)
+void X11Frame::blit(const BlitPicture& shown, const CRect& target)
 {
-    surface.show(
-        window, picture,
-        X11Window::bounded(target.left, target.top, target.right - target.left, target.bottom - target.top));
+    const X11Place place =
+        X11Window::bounded(target.left, target.top, target.right - target.left, target.bottom - target.top);
+    if (picture != nullptr && shown.pixels == picture->getPixelPtr())
+        picture->show(window, picture->whole());
+    else
+        foreign.show(window, shown, place);
 }
 
 IOSTextEdit* X11Frame::createPlatformTextEdit(CFrame*, ITextEditCallback* callback, CView*)

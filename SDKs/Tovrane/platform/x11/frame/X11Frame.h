@@ -36,6 +36,7 @@ public:
     bool getCurrentMouseButtons(long& buttons) const override;
     bool setMouseCursor(CCursorType type) override;
     bool invalidRect(const CRect& rect) override;
+    std::unique_ptr<IOSBitmap> createPicture() override;
     IOSTextEdit* createPlatformTextEdit(CFrame* forFrame, ITextEditCallback* callback, CView* view) override;
     IOptionMenu* createOptionMenu(CFrame* forFrame) override;
     void* getSystemWindow() const override;
@@ -79,7 +80,8 @@ private:
     const std::shared_ptr<X11Connection> server;
     WindowEvents events;
     X11Window window;
-    X11Surface surface;
+    X11Picture* picture = nullptr; // the frame's, until that is gone
+    X11Surface foreign;            // for what is no picture of the frame's
     X11Drop dropTarget;
     std::unique_ptr<X11Clipboard> shared; // made when first needed
     FrameOverlays open;

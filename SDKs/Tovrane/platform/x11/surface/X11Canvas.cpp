@@ -4,7 +4,7 @@
 namespace Tovra
 {
 X11Canvas::X11Canvas(std::shared_ptr<X11Connection> server)
-    : drawing(new CDrawContext()), surface(std::move(server))
+    : picture(std::move(server)), drawing(new CDrawContext())
 {
 }
 
@@ -15,17 +15,16 @@ X11Canvas::~X11Canvas()
 
 void X11Canvas::setSize(int width, int height)
 {
-    bitmap.setSize(unsigned(width), unsigned(height));
-    renderer.attach(bitmap.getPixelPtr(), bitmap.getWidth(), bitmap.getHeight(), bitmap.getRowBytes());
+    picture.setSize(unsigned(width), unsigned(height));
+    renderer.attach(picture.getPixelPtr(), picture.getWidth(), picture.getHeight(), picture.getRowBytes());
     drawing->setAGGRenderer(&renderer);
-    drawing->setTargetBitmap(&bitmap);
+    drawing->setTargetBitmap(&picture);
     drawing->setClipRect(CRect(0.0, 0.0, width, height));
 }
 
-void X11Canvas::show(const X11Window& window)
+CDrawContext& X11Canvas::context()
 {
-    const BlitPicture picture{bitmap.getPixelPtr(), bitmap.getWidth(), bitmap.getHeight(),
-                              bitmap.getRowBytes(), bitmap.isFlipped()};
-    surface.show(window, picture, {0, 0, int(picture.width), int(picture.height)});
+    picture.beginDrawing();
+    return *drawing;
 }
 }

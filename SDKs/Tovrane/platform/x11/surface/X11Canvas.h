@@ -3,9 +3,8 @@
 #pragma once
 
 #include "Tovrane/draw/CDrawContext.h"
-#include "Tovrane/draw/CMACBitmap.h"
 #include "Tovrane/draw/PelmoAGG.h"
-#include "Tovrane/platform/x11/surface/X11Surface.h"
+#include "Tovrane/platform/x11/surface/X11Picture.h"
 
 namespace Tovra
 {
@@ -20,14 +19,14 @@ public:
 
     // Empties it. Without memory for it nothing is drawn or shown.
     void setSize(int width, int height);
-    CDrawContext& context() { return *drawing; }
-    void show(const X11Window& window);
-    void showAgain(const X11Window& window, const X11Place& part) { surface.showAgain(window, part); }
+    // To draw from here until show.
+    CDrawContext& context();
+    void show(const X11Window& window) { picture.show(window, picture.whole()); }
+    void showAgain(const X11Window& window, const X11Place& part) { picture.showAgain(window, part); }
 
 private:
-    CMACBitmap bitmap;
+    X11Picture picture;
     PelmoAGG renderer;
     CDrawContext* const drawing;
-    X11Surface surface;
 };
 }

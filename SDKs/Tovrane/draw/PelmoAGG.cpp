@@ -74,6 +74,11 @@ void PelmoAGG::attach(Image& image)
     attach(image.getPixels(), image.getWidth(), image.getHeight(), image.getStride());
 }
 
+bool PelmoAGG::drawsInto(const unsigned char* pixels) const
+{
+    return pixels != nullptr && pipelines->picture.getPixels() == pixels;
+}
+
 void PelmoAGG::clipBox(double x1, double y1, double x2, double y2)
 {
     Pipelines& p = *pipelines;

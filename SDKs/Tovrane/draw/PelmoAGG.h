@@ -156,6 +156,8 @@ public:
     // bilinearly, blending is plain with a master alpha of 1.
     void attach(unsigned char* pixels, unsigned int width, unsigned int height, int stride);
     void attach(Image& image);
+    // Whether that is the picture's first pixel in memory.
+    bool drawsInto(const unsigned char* pixels) const;
 
     // Limits drawing, except for clearAll and blurRect. Pictures and text reach the pixels from x1 to x2,
     // both included; shapes end at the coordinate x2. With an empty box, one outside of the picture, or one

@@ -134,6 +134,8 @@ public:
     IOSBitmap* getFrameBitmap() const { return frameBitmap.get(); }
     void* getSystemWindow() const { return systemWindow; }
     const CDirtyRectHelper& getDirtyRects() const { return dirtyRects; }
+    // How often all of the frame has been painted; wraps around.
+    unsigned countFullPaints() const { return fullPaints; }
 
     void draw(CDrawContext* context) override;
     void drawRect(CDrawContext* context, const CRect& update) override;
@@ -202,6 +204,7 @@ private:
     CPoint lastMousePosition{-1.0, -1.0};
     long lastMouseButtons = 0;
     CView* topView = nullptr;
+    unsigned fullPaints = 0;
     unsigned appliedMarks = 0; // countMarks() when marks were last collected
     Core::Threads::CriticalSection drawLock;
     FrameTasks tasks{*this};

@@ -71,6 +71,7 @@ void CFrame::drawDirty(CDrawContext* context)
     if (isAll)
     {
         setDirty(false);
+        ++fullPaints;
         drawRects.clear();
         drawRects.push_back(size);
     }

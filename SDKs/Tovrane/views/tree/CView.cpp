@@ -84,8 +84,13 @@ void CView::setDirty(bool flag)
     }
 }
 
+void CView::childChanged(CView*) {}
+
 void CView::addDirtyRect()
 {
+    childChanged(nullptr);
+    for (CView* view = this; view->parentView != nullptr; view = view->parentView)
+        view->parentView->childChanged(view);
     if (frame == nullptr)
         return;
     CRect rect = getVisibleSize();

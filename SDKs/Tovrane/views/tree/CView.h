@@ -118,6 +118,10 @@ public:
     virtual void setBackground(CBitmap* bitmap);
     virtual CBitmap* getBackground() const { return background.get(); }
     // Whether the background is drawn with drawTransparent instead of draw.
+    // Promises that what the view draws stays the same until it is marked as dirty, so that its container may
+    // keep the pixels (CViewContainer::keepGround).
+    void setStatic(bool flag) { isStaticFlag = flag; }
+    bool isStatic() const { return isStaticFlag; }
     virtual void setTransparency(bool flag) { transparent = flag; }
     virtual bool getTransparency() const { return transparent; }
 
@@ -139,6 +143,10 @@ public:
     virtual const char* getClassName() const { return "CView"; }
     // In hertz; 44100 without a frame or an editor.
     virtual double getSampleRate() const;
+
+    // A view inside, at any depth, has been marked as dirty; child is the one that it is or lies in.
+    // Null stands for the view itself.
+    virtual void childChanged(CView* child);
 
     // Does the rest of setDirty for calls on other threads, in this view and those inside it. The frame calls
     // it.
@@ -165,6 +173,7 @@ private:
     Core::Relaxed<std::thread::id> ownThread; // written by the window thread
     bool mouseEnabled = true;
     bool transparent = false;
+    bool isStaticFlag = false;
     bool focusWanted = false;
     bool attachedFlag = false;
     bool wheelActive = true;

@@ -4,6 +4,7 @@
 #include "Tovrane/draw/CBitmap.h"
 #include "Tovrane/views/tree/CFrame.h"
 #include "Tovrane/views/tree/ChildWalk.h"
+#include "Tovrane/views/tree/KeptGround.h"
 
 #include <algorithm>
 #include <cstring>
@@ -19,7 +20,8 @@ CViewContainer::CViewContainer(const CViewContainer& other)
     : CView(other),
       backgroundColor(other.backgroundColor),
       backgroundOffset(other.backgroundOffset),
-      offscreen(other.offscreen)
+      offscreen(other.offscreen),
+      ground(other.ground ? std::make_unique<KeptGround>() : nullptr)
 {
     for (const CView* child : other.children)
         if (CView* copy = child->newCopy())

@@ -11,10 +11,13 @@
 #include "Tovrane/draw/CColor.h"
 #include "Tovrane/views/tree/CView.h"
 
+#include <memory>
 #include <vector>
 
 namespace Tovra
 {
+class KeptGround;
+
 class CViewContainer : public CView
 {
 public:
@@ -50,9 +53,12 @@ public:
     virtual void setBackgroundColor(CColor color);
     virtual CColor getBackgroundColor() const { return backgroundColor; }
     // The point of the background bitmap that is drawn at the container's top left.
-    virtual void setBackgroundOffset(const CPoint& offset) { backgroundOffset = offset; }
+    virtual void setBackgroundOffset(const CPoint& offset);
     virtual const CPoint& getBackgroundOffset() const { return backgroundOffset; }
     virtual void drawBackgroundRect(CDrawContext* context, CRect& update);
+    // Keeps a flattened picture of the background and of the lowest children that are static, for a container
+    // with an opaque background (KeptGround.h). It costs the memory of the frame's picture once more.
+    void keepGround(bool flag);
     // The flag is kept and copied, but not used.
     virtual void useOffscreen(bool flag) { offscreen = flag; }
     // Gives the focus to the next view after old that wants it, or, with reverse, to the one before; null for
@@ -99,6 +105,7 @@ public:
     bool isTypeOf(const char* name) const override;
     CView* newCopy() const override { return new CViewContainer(*this); }
     const char* getClassName() const override { return "CViewContainer"; }
+    void childChanged(CView* child) override;
     void applyMarks() override;
 
     // Casts the view; null if it is not a container.
@@ -129,7 +136,16 @@ private:
     void dropPointersTo(CView* view);
     void removeChild(CView* view, bool withForget);
     void drawInside(CDrawContext* context);
-    void drawChildren(CDrawContext* context);
+    bool drawGround(CDrawContext* context);
+    void drawBackground(CDrawContext* context);
+    // Those that belong to the ground, or those above it.
+    enum Layer
+    {
+        everyChild,
+        groundChildren,
+        childrenAbove
+    };
+    void drawChildren(CDrawContext* context, Layer layer);
     static bool isClickTakenByListener(CView* child, const long& buttons);
     bool moveToChildren(const CPoint& local, const long& buttons);
     void leaveDragTarget(CDragContainer* drag, const CPoint& local);
@@ -143,5 +159,6 @@ private:
     CColor backgroundColor = kBlackCColor;
     CPoint backgroundOffset;
     bool offscreen = false;
+    std::unique_ptr<KeptGround> ground; // null if none is to be kept
 };
 }

@@ -5,6 +5,7 @@
 #include "Tovrane/views/tree/CFrame.h"
 #include "Tovrane/views/tree/CViewContainer.h"
 #include "Tovrane/views/tree/ChildWalk.h"
+#include "Tovrane/views/tree/KeptGround.h"
 
 #include <algorithm>
 #include <cmath>
@@ -27,6 +28,24 @@ void CViewContainer::setSubViewsVisible(bool flag)
 void CViewContainer::setBackgroundColor(CColor color)
 {
     backgroundColor = color;
+    childChanged(nullptr);
+}
+
+void CViewContainer::setBackgroundOffset(const CPoint& offset)
+{
+    backgroundOffset = offset;
+    childChanged(nullptr);
+}
+
+void CViewContainer::keepGround(bool flag)
+{
+    ground = flag ? std::make_unique<KeptGround>() : nullptr;
+}
+
+void CViewContainer::childChanged(CView* child)
+{
+    if (ground != nullptr && (child == nullptr || child->isStatic()))
+        ground->drop();
 }
 
 bool CViewContainer::isDirty() const
@@ -135,17 +154,46 @@ void CViewContainer::drawRect(CDrawContext* context, const CRect& update)
 
 void CViewContainer::drawInside(CDrawContext* context)
 {
-    CRect backgroundPart = context->getClipRect();
-    drawBackgroundRect(context, backgroundPart);
-    drawChildren(context);
+    if (drawGround(context))
+        return drawChildren(context, childrenAbove);
+    drawBackground(context);
+    drawChildren(context, everyChild);
 }
 
-void CViewContainer::drawChildren(CDrawContext* context)
+// False if there is none.
+bool CViewContainer::drawGround(CDrawContext* context)
+{
+    if (ground == nullptr || getFrame() == nullptr)
+        return false;
+    KeptGround::Content content;
+    content.isTransparent = getTransparency();
+    for (const CView* child : children)
+    {
+        if (!child->isStatic())
+            break;
+        content.children.push_back({child, child->getViewSize(), child->isVisible()});
+    }
+    return ground->paint(
+        *getFrame(), *context, std::move(content), [&] { drawBackground(context); },
+        [&] { drawChildren(context, groundChildren); });
+}
+
+void CViewContainer::drawBackground(CDrawContext* context)
+{
+    CRect part = context->getClipRect();
+    drawBackgroundRect(context, part);
+}
+
+void CViewContainer::drawChildren(CDrawContext* context, Layer layer)
 {
     const CRect update = context->getClipRect();
+    bool isAbove = false;
     ChildWalk walk(*this, ChildWalk::fromBelow);
     while (CView* child = walk.next())
     {
+        isAbove = isAbove || !child->isStatic();
+        if (layer != everyChild && isAbove != (layer == childrenAbove))
+            continue;
         if (!checkUpdateRect(child, update) || !child->isVisible())
             continue;
         CRect part = child->getViewSize();

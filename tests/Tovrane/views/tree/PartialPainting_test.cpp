@@ -51,6 +51,7 @@ public:
 
     void draw(CDrawContext* context) override
     {
+        ++drawn;
         const CRect& all = getViewSize();
         context->setFillColor(ink);
         context->setFrameColor(ink);
@@ -69,6 +70,8 @@ public:
             drawGradient(*context, all);
         setDirty(false);
     }
+
+    static inline long drawn = 0; // of all of them
 
 private:
     void drawText(CDrawContext& context, const CRect& all) const
@@ -119,6 +122,18 @@ public:
     }
     ~Tree() { frame->close(); }
 
+    // Three of four views are static from here on, and all containers keep their grounds.
+    void keepGrounds()
+    {
+        Dice picks{std::mt19937(7)};
+        for (CView* view : views)
+            view->setStatic(picks.upTo(3) > 0);
+        frame->keepGround(true);
+        for (CView* view : views)
+            if (CViewContainer* container = CViewContainer::of(view))
+                container->keepGround(true);
+    }
+
     void changeAView()
     {
         CView* const view = views[size_t(dice.upTo(int(views.size()) - 1))];
@@ -156,7 +171,9 @@ private:
     CView* inner(int reach, int depth)
     {
         auto* const made = new CViewContainer(dice.rect(reach), dice.upTo(3) == 0 ? picture.get() : nullptr);
-        made->setBackgroundColor(dice.color());
+        CColor color = dice.color();
+        color.alpha = dice.upTo(1) == 0 ? 255 : color.alpha;
+        made->setBackgroundColor(color);
         made->setTransparency(dice.upTo(3) == 0);
         fill(*made, depth);
         return made;
@@ -183,4 +200,56 @@ TEST(PartialPainting, LooksAsIfAllHadBeenPainted)
             ASSERT_TRUE(inParts == tree.painted()) << "seed " << seed << ", step " << step;
         }
     }
+}
+
+TEST(PartialPainting, LooksTheSameOnKeptGrounds)
+{
+    for (unsigned seed = 1; seed <= 90; ++seed)
+    {
+        constexpr double scales[] = {1.0, 1.25, 1.0, 1.5, 2.0};
+        const double scale = scales[seed % std::size(scales)];
+        Tree through(seed, scale), onGrounds(seed, scale);
+        onGrounds.keepGrounds();
+        for (int step = 0; step < 12; ++step)
+        {
+            through.changeAView();
+            onGrounds.changeAView();
+            ASSERT_TRUE(onGrounds.painted() == through.painted()) << "seed " << seed << ", step " << step;
+        }
+    }
+}
+
+TEST(PartialPainting, DrawsWhatIsStaticOnce)
+{
+    Dice dice{std::mt19937(1)};
+    const auto picture = Kept<CBitmap>::adopt(new CBitmap(nullptr, true));
+    const auto frame = Kept<CFrame>::adopt(new CFrame({0, 0, 100, 60}, nullptr, nullptr));
+    frame->keepGround(true);
+    const auto below = new Scribble(dice, 0, *picture.get()), above = new Scribble(dice, 0, *picture.get());
+    for (Scribble* view : {below, above})
+    {
+        view->setViewSize({10, 10, 90, 50});
+        frame->addView(view);
+    }
+    below->setStatic(true);
+    const auto drawnAfter = [&](CView& changed)
+    {
+        const long before = Scribble::drawn;
+        changed.setDirty(true);
+        frame->idle();
+        return Scribble::drawn - before;
+    };
+    EXPECT_EQ(drawnAfter(*frame.get()), 2);
+    EXPECT_EQ(drawnAfter(*above), 1);
+    EXPECT_EQ(drawnAfter(*above), 1);
+    EXPECT_EQ(drawnAfter(*below), 2);
+    EXPECT_EQ(drawnAfter(*above), 1);
+    above->setStatic(true);
+    EXPECT_EQ(drawnAfter(*above), 2);
+    frame->setScale(2.0);
+    EXPECT_EQ(drawnAfter(*above), 2);
+    frame->setBackgroundColor({0, 0, 0, 128}); // no ground that hides what is beneath
+    EXPECT_EQ(drawnAfter(*above), 2);
+    EXPECT_EQ(drawnAfter(*above), 2);
+    frame->close();
 }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Tovrane/draw/CDrawContext.h"
 #include "Tovrane/draw/IOSBitmap.h"
+#include "Tovrane/draw/PelmoAGG.h"
 #include "windows/FieldOwner.h"
 #include "windows/OtherProgram.h"
 #include "windows/WindowTest.h"
@@ -438,4 +439,28 @@ TEST_F(X11FrameTest, IsFittedWhenItsPlaceIsOfAnotherSize)
         EXPECT_EQ(pixel(288, 178), 0xffffffu);
         EXPECT_EQ(pixel(5, 5), 0u) << "around it";
     }
+}
+
+// Another program, such as the desktop's settings, writes the resources while the window is open.
+TEST_F(X11FrameTest, FollowsTheDesktopsScaleAndSubpixels)
+{
+    int told = 0;
+    frame->onDesktopScale = [&] { ++told; };
+    const auto write = [this](const std::string& text)
+    {
+        xcb_change_property(observer->xcb(), XCB_PROP_MODE_REPLACE, observer->screen().root,
+                            XCB_ATOM_RESOURCE_MANAGER, XCB_ATOM_STRING, 8, std::uint32_t(text.size()),
+                            text.data());
+        observer->flush();
+    };
+    EXPECT_EQ(window().getDesktopScale(), 1.0);
+    write("Xft.dpi:\t192\nXft.rgba:\tbgr\n");
+    EXPECT_TRUE(until([&] { return told == 1; }));
+    EXPECT_EQ(window().getDesktopScale(), 2.0);
+    EXPECT_EQ(frame->getRenderer()->subpixelOrder(), kSubpixelBGR);
+    frame->onDesktopScale = [this] { closeFrame(); };
+    write("");
+    EXPECT_TRUE(until([this] { return frame == nullptr; }));
+    openFrame();
+    EXPECT_EQ(window().getDesktopScale(), 1.0);
 }

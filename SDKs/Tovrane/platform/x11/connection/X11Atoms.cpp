@@ -19,6 +19,7 @@ constexpr std::array<std::string_view, std::size_t(X11Atom::count)> names = {
     "text/plain;charset=utf-8",
     "text/plain",
     "text/uri-list",
+    "_NET_ACTIVE_WINDOW",
     "CLIPBOARD",
     "TARGETS",
     "TIMESTAMP",

@@ -19,6 +19,7 @@ enum class X11Atom : std::size_t
     textUtf8,
     textPlain,
     uriList,
+    activeWindow,
     clipboard,
     targets,
     timestamp,

@@ -88,6 +88,7 @@ X11Connection::X11Connection(xcb_connection_t* opened, xcb_screen_t* screen)
 
 X11Connection::~X11Connection()
 {
+    root.reset();
     cursors.reset();
     keys.reset();
     if (colours != 0)
@@ -205,6 +206,13 @@ void X11Connection::deliver(const xcb_generic_event_t& event)
     const auto sink = sinks.find(windowOfEvent(type, event));
     if (sink != sinks.end())
         sink->second->handleEvent(type, event);
+}
+
+X11Desktop& X11Connection::desktop()
+{
+    if (root == nullptr)
+        root = std::make_unique<X11Desktop>(*this);
+    return *root;
 }
 
 void X11Connection::sync()

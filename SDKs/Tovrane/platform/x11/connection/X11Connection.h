@@ -15,6 +15,7 @@
 #include "Tovrane/base/RunLoop.h"
 #include "Tovrane/platform/x11/connection/X11Atoms.h"
 #include "Tovrane/platform/x11/connection/X11Cursors.h"
+#include "Tovrane/platform/x11/connection/X11Desktop.h"
 #include "Tovrane/platform/x11/connection/X11Event.h"
 #include "Tovrane/platform/x11/connection/X11Keyboard.h"
 #include "Tovrane/platform/x11/connection/X11PipeGuard.h"
@@ -46,6 +47,8 @@ public:
     // The number of any other name; it stays in the server for ever.
     xcb_atom_t atomOfName(const std::string& name);
     X11Keyboard& keyboard() { return *keys; }
+    // Made when it is first asked for.
+    X11Desktop& desktop();
     xcb_cursor_t cursor(int type) { return cursors->get(type); }
     // Of the last event that had one: what focus and selections are asked for with.
     xcb_timestamp_t lastTime() const { return time; }
@@ -101,6 +104,7 @@ private:
     std::unique_ptr<X11Keyboard> keys;
     std::unique_ptr<X11Cursors> cursors;
     std::map<xcb_window_t, X11EventSink*> sinks;
+    std::unique_ptr<X11Desktop> root;
     X11Reply<xcb_generic_event_t> lookedAhead;
     xcb_timestamp_t time = XCB_CURRENT_TIME;
     DescriptorWatch watch;

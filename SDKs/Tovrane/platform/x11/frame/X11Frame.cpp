@@ -2,6 +2,7 @@
 #include "Tovrane/platform/x11/frame/X11Frame.h"
 
 #include "Tovrane/draw/IOSBitmap.h"
+#include "Tovrane/draw/PelmoAGG.h"
 #include "Tovrane/platform/x11/connection/X11Keys.h"
 #include "Tovrane/platform/x11/overlays/X11FileSelector.h"
 #include "Tovrane/platform/x11/overlays/X11OptionMenu.h"
@@ -59,7 +60,43 @@ X11Frame::X11Frame(CFrame* owner, std::shared_ptr<X11Connection> connection, con
     const xcb_atom_t info = server->atom(X11Atom::xembedInfo);
     window.setProperty(info, info, versionAndMapped, 2);
     dropTarget.announce();
+    followDesktop();
     window.show();
+}
+
+// The desktop is the connection's, which a callback may outlive the frame with.
+void X11Frame::followDesktop()
+{
+    X11Desktop& desktop = server->desktop();
+    useDesktopsSubpixels();
+    desktop.onSettings = [this]
+    {
+        const Kept<X11Frame> alive(this);
+        useDesktopsSubpixels();
+        if (events.isConnected())
+            Kept<CFrame>(events.getFrame())->notify(this, desktopScaleChanged);
+    };
+    desktop.onActiveWindow = [this]
+    {
+        const Kept<X11Frame> alive(this);
+        if (open.has(OverlayKind::menu) && !server->desktop().isActive(window.id()))
+            open.lose(OverlayKind::menu);
+    };
+}
+
+void X11Frame::useDesktopsSubpixels()
+{
+    PelmoAGG* const renderer = events.isConnected() ? events.getFrame()->getRenderer() : nullptr;
+    const SubpixelOrder order = server->desktop().settings().order;
+    if (renderer == nullptr || renderer->subpixelOrder() == order)
+        return;
+    renderer->subpixelOrder(order);
+    events.getFrame()->setDirty(true);
+}
+
+double X11Frame::getDesktopScale() const
+{
+    return server->desktop().settings().scale;
 }
 
 X11Frame::~X11Frame()
@@ -69,6 +106,8 @@ X11Frame::~X11Frame()
 
 void X11Frame::clearFrame()
 {
+    server->desktop().onSettings = nullptr;
+    server->desktop().onActiveWindow = nullptr;
     events.disconnect();
     windowGone();
     window.destroy();

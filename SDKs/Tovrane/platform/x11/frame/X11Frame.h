@@ -41,6 +41,7 @@ public:
     IOptionMenu* createOptionMenu(CFrame* forFrame) override;
     void* getSystemWindow() const override;
     IFileSelector* createFileSelector(CFrame* forFrame) override;
+    double getDesktopScale() const override;
     void releaseMouse() override;
     void clearFrame() override;
 
@@ -74,6 +75,8 @@ private:
 
     void handleEvent(std::uint8_t type, const xcb_generic_event_t& event) override;
     void mouseEvent(std::uint8_t type, const xcb_generic_event_t& event);
+    void followDesktop();
+    void useDesktopsSubpixels();
     void hidden();
     void windowGone();
 

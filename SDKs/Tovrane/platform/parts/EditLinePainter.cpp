@@ -85,6 +85,7 @@ void EditLinePainter::draw(CDrawContext& context, const EditLine& line)
     context.drawString(line.text().c_str(), CRect(start, -top, start + edges.back() + fontSize, bottom + 1.0),
                        true, kTextLeft);
     const double caret = start + std::floor(edges[line.caret()] + 0.5);
+    caretLeft = caret;
     if (isFocused && isCaretOn && !line.hasSelection())
         fill(context, CRect(caret, 2.0 - top, caret + 1.0, bottom - 2.0), ink);
 }

@@ -30,6 +30,9 @@ public:
     // The place between two characters that is nearest to x, in bytes.
     std::size_t positionAt(CDrawContext& context, const EditLine& line, double x) const;
 
+    // Where the caret was drawn, from the left of what is seen, in pixels.
+    double caretX() const { return caretLeft; }
+
 private:
     std::vector<double> measure(CDrawContext& context, const EditLine& line) const;
     void keepCaretInSight(const std::vector<double>& edges, std::size_t caret);
@@ -40,5 +43,6 @@ private:
     double fieldWidth = 1.0;
     double fieldHeight = 1.0;
     double scrolled = 0.0;
+    double caretLeft = 0.0;
 };
 }

@@ -34,6 +34,8 @@ public:
     virtual void overlayLost() = 0;
     // A key of the frame's window, and the text that it types. After kKeyConsumed nobody else gets it.
     virtual long overlayKeyDown(const TovraKeyCode& code, const std::string& typed) = 0;
+    // For a field: a text that an input method made, in UTF-8, not checked.
+    virtual void overlayText(const std::string&) {}
     // For a field: whether it gets the keys that the user types now.
     virtual void overlayFocused(bool) {}
 

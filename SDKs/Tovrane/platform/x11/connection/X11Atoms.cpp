@@ -24,6 +24,7 @@ constexpr std::array<std::string_view, std::size_t(X11Atom::count)> names = {
     "TARGETS",
     "TIMESTAMP",
     "INCR",
+    "_XIM_PROTOCOL",
     "_XEMBED",
     "_XEMBED_INFO",
     "XdndAware",

@@ -24,6 +24,7 @@ enum class X11Atom : std::size_t
     targets,
     timestamp,
     incremental,
+    ximProtocol,
     xembed,
     xembedInfo,
     dndAware,

@@ -201,6 +201,8 @@ void X11Connection::deliver(const xcb_generic_event_t& event)
         return;
     if (type == keys->eventType())
         return keys->handleEvent(event);
+    if (const auto isFiltered = eventFilter; isFiltered && isFiltered(event))
+        return;
     if (const auto stamp = timeOfEvent(type, event))
         time = stamp;
     const auto sink = sinks.find(windowOfEvent(type, event));

@@ -60,6 +60,9 @@ public:
     void watchWindow(xcb_window_t window, X11EventSink& sink) { sinks[window] = &sink; }
     void forgetWindow(xcb_window_t window) { sinks.erase(window); }
 
+    // Gets each event before the windows do, and answers true for one that is its own. It may replace itself.
+    std::function<bool(const xcb_generic_event_t&)> eventFilter;
+
     // Hands out all events that have arrived, and sends what is waiting to be sent.
     void dispatch();
     // The same, in the next round of the run loop: what came along with a reply does not wait for the timer.

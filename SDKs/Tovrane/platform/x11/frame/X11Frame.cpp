@@ -133,7 +133,7 @@ void X11Frame::handleEvent(std::uint8_t type, const xcb_generic_event_t& event)
     }
     case XCB_KEY_PRESS:
     case XCB_KEY_RELEASE:
-        return keys.handleKey(type, event);
+        return handleKey(type, event);
     case XCB_FOCUS_IN:
     case XCB_FOCUS_OUT:
         return keys.focusMoved(type == XCB_FOCUS_IN, as<xcb_focus_in_event_t>(event));
@@ -184,6 +184,8 @@ void X11Frame::windowGone()
 {
     hidden();
     dropTarget.leave();
+    if (method != nullptr)
+        method->stop();
     open.shut();
 }
 
@@ -306,6 +308,53 @@ IOptionMenu* X11Frame::createOptionMenu(CFrame*)
 IFileSelector* X11Frame::createFileSelector(CFrame*)
 {
     return new X11FileSelector(*this);
+}
+
+// An input method that has died is looked for again when the next field opens.
+void X11Frame::typeAt(int x, int y)
+{
+    if (!isTyping && (method == nullptr || method->isGone()))
+        method = openMethod();
+    if (method != nullptr)
+        method->setSpot(x, y);
+    if (method != nullptr && !isTyping)
+        method->setFocused(true);
+    isTyping = true;
+}
+
+std::shared_ptr<X11InputMethod> X11Frame::openMethod()
+{
+    if (!isOpen())
+        return nullptr;
+    const auto key = [this](std::uint8_t type, const xcb_generic_event_t& event)
+    {
+        const Kept<X11Frame> alive(this);
+        keys.handleKey(type, event);
+    };
+    const auto text = [this](const std::string& made)
+    {
+        const Kept<X11Frame> alive(this);
+        if (FrameOverlay* const field = open.top(OverlayKind::field))
+            field->overlayText(made);
+    };
+    return X11InputMethod::open(server, window.id(),
+                                {key, text, [this](std::uint8_t keycode) { keys.swallow(keycode); }});
+}
+
+void X11Frame::typingEnded()
+{
+    isTyping = false;
+    if (method != nullptr)
+        method->setFocused(false);
+}
+
+void X11Frame::handleKey(std::uint8_t type, const xcb_generic_event_t& event)
+{
+    const auto asked = method; // a key may be the end of it
+    const bool isForField = open.has(OverlayKind::field) && !open.takeInput();
+    if (asked != nullptr && (isForField || asked->isBusy()) && asked->take(event))
+        return;
+    keys.handleKey(type, event);
 }
 
 X11Clipboard& X11Frame::clipboard()

@@ -13,6 +13,7 @@
 #include "Tovrane/platform/x11/exchange/X11Drop.h"
 #include "Tovrane/platform/x11/frame/X11FrameKeys.h"
 #include "Tovrane/platform/x11/frame/X11FrameMouse.h"
+#include "Tovrane/platform/x11/overlays/X11InputMethod.h"
 #include "Tovrane/platform/x11/overlays/X11OverlayHost.h"
 #include "Tovrane/platform/x11/surface/X11Surface.h"
 #include "Tovrane/window/IFrame.h"
@@ -59,10 +60,9 @@ public:
     double scale() const override;
     CPoint toScreen(CPoint point) const override;
     void takeFocus() override { keys.takeFocus(); }
-    void handleKey(std::uint8_t type, const xcb_generic_event_t& event) override
-    {
-        keys.handleKey(type, event);
-    }
+    void typeAt(int x, int y) override;
+    void typingEnded() override;
+    void handleKey(std::uint8_t type, const xcb_generic_event_t& event) override;
     void swallowKey(std::uint8_t key) override { keys.swallow(key); }
     void mouseTaken() override { mouse.taken(); }
     void mouseGivenBack() override { mouse.givenBack(); }
@@ -77,6 +77,7 @@ private:
     void mouseEvent(std::uint8_t type, const xcb_generic_event_t& event);
     void followDesktop();
     void useDesktopsSubpixels();
+    std::shared_ptr<X11InputMethod> openMethod();
     void hidden();
     void windowGone();
 
@@ -90,6 +91,8 @@ private:
     FrameOverlays open;
     X11FrameKeys keys;
     X11FrameMouse mouse;
+    std::shared_ptr<X11InputMethod> method; // null until a field has the keyboard, and if the user has none
+    bool isTyping = false;                  // a field has it
 };
 
 // [window thread]  From here on frames with a parent window are made on X, where there is a display.

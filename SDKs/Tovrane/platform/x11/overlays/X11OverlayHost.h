@@ -39,6 +39,10 @@ public:
 
     // Asks for the keyboard's focus, for the frame's window.
     virtual void takeFocus() = 0;
+    // A field has the keyboard, with its caret at this place of the frame's window, in pixels.
+    virtual void typeAt(int x, int y) = 0;
+    // No field has it any more.
+    virtual void typingEnded() = 0;
     // A key that came to the window of an overlay instead of the frame's.
     virtual void handleKey(std::uint8_t type, const xcb_generic_event_t& event) = 0;
     // An overlay took the press of this key: its release goes to nobody.

@@ -44,6 +44,8 @@ void X11TextEdit::disconnect()
     pasting.reset();
     callback = nullptr;
     window.destroy();
+    if (painter.isFocused)
+        owner->typingEnded();
     handle.close();
     owner.reset();
 }
@@ -99,6 +101,8 @@ bool X11TextEdit::updateSize()
 void X11TextEdit::overlayFocused(bool focused)
 {
     painter.isFocused = focused;
+    if (!focused)
+        owner->typingEnded();
     changed();
 }
 
@@ -115,6 +119,9 @@ void X11TextEdit::paint()
         return;
     painter.draw(canvas.context(), line);
     canvas.show(window);
+    const X11Place& place = window.place();
+    if (painter.isFocused && handle.isOpen())
+        owner->typeAt(place.x + int(painter.caretX()), place.y + place.height);
 }
 
 std::size_t X11TextEdit::positionAt(int x)

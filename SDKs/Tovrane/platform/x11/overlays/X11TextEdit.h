@@ -37,6 +37,7 @@ public:
 private:
     void overlayLost() override;
     long overlayKeyDown(const TovraKeyCode& code, const std::string& typed) override;
+    void overlayText(const std::string& text) override;
     void overlayFocused(bool isFocused) override;
     // Nothing is shown from here on, and the callback is not called any more.
     void disconnect();

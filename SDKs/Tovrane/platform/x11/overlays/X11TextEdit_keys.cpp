@@ -38,6 +38,12 @@ long X11TextEdit::overlayKeyDown(const TovraKeyCode& code, const std::string& ty
     return kKeyConsumed;
 }
 
+void X11TextEdit::overlayText(const std::string& text)
+{
+    line.insert(text);
+    changed();
+}
+
 // What Control does, and shift with Insert and Delete.
 bool X11TextEdit::command(const TovraKeyCode& code)
 {

@@ -135,6 +135,46 @@ TEST_F(X11FileSelectorTest, EndsWithItsFrameOrWhenItIsCancelled)
     EXPECT_TRUE(hasEnded(second));
 }
 
+// At any moment of the panel's life. Its callback closes the frame, too.
+TEST_F(X11FileSelectorTest, EndsOnceWhateverEndsIt)
+{
+    const auto close = [this]
+    {
+        if (CFrame* const open = std::exchange(frame, nullptr))
+        {
+            idle.stop();
+            open->close();
+            open->forget();
+        }
+    };
+    const std::function<void()> ways[] = {close, [this] { frame->removeAll(true); },
+                                          [this] { xcb_kill_client(observer->xcb(), window().windowId()); },
+                                          [this] { host = std::make_unique<HostWindow>(); },
+                                          [this] { writeProgram("echo /x"); }};
+    close();
+    for (int moments = 0; moments < 12; ++moments)
+        for (const auto& way : ways)
+        {
+            writeProgram("exec /bin/cat /dev/zero >/dev/null");
+            openFrame();
+            const auto panel = Kept<IFileSelector>::adopt(frame->createFileSelector());
+            panel->run({},
+                       [&](const std::vector<std::string>& paths)
+                       {
+                           answers.push_back(paths);
+                           close();
+                       });
+            for (int i = 0; i < moments; ++i)
+                loop.runOnce(1);
+            way();
+            observer->sync();
+            for (int i = 0; i < 3; ++i)
+                loop.runOnce(1);
+            panel->cancel();
+            answer();
+        }
+}
+
 TEST_F(X11FileSelectorTest, TellsInTheWindowWhatIsMissing)
 {
     EXPECT_THAT(choose(), IsEmpty());

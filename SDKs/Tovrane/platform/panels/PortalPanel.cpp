@@ -9,7 +9,7 @@ namespace Tovra
 {
 namespace
 {
-constexpr char token[] = "lodex_panel"; // each panel has a connection of its own, so it need not vary
+constexpr char token[] = "tovrane_panel"; // each panel has a connection of its own, so it need not vary
 
 constexpr char ruleForResponse[] = "type='signal',sender='org.freedesktop.portal.Desktop',"
                                    "interface='org.freedesktop.portal.Request',member='Response'";

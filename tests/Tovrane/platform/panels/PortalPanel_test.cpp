@@ -107,14 +107,14 @@ TEST_F(PortalPanelTest, SaysWhatIsWanted)
         Options options;
         const char* call;
     } cases[] = {
-        {{}, "OpenFile 'x11:2a' '' ['handle_token' 'lodex_panel']\n"},
+        {{}, "OpenFile 'x11:2a' '' ['handle_token' 'tovrane_panel']\n"},
         {{Options::openFiles, "100%s \xC3\xA4\xFF", {{"Presets", "dks"}, {"All", "*"}}, "/a \xFF", "no"},
-         "OpenFile 'x11:2a' '100%s \xC3\xA4\xEF\xBF\xBD' ['handle_token' 'lodex_panel' 'multiple' true "
+         "OpenFile 'x11:2a' '100%s \xC3\xA4\xEF\xBF\xBD' ['handle_token' 'tovrane_panel' 'multiple' true "
          "'filters' [('Presets' [(0 '*.dks')]) ('All' [(0 '*')])] 'current_folder' [/a \xFF\\0]]\n"},
         {{Options::openFolder, "F", {{"ignored", "x"}}, "relative", ""},
-         "OpenFile 'x11:2a' 'F' ['handle_token' 'lodex_panel' 'directory' true]\n"},
+         "OpenFile 'x11:2a' 'F' ['handle_token' 'tovrane_panel' 'directory' true]\n"},
         {{Options::saveFile, "S", {}, "/f", "/elsewhere/name.dks"},
-         "SaveFile 'x11:2a' 'S' ['handle_token' 'lodex_panel' 'current_folder' [/f\\0] "
+         "SaveFile 'x11:2a' 'S' ['handle_token' 'tovrane_panel' 'current_folder' [/f\\0] "
          "'current_name' 'name.dks']\n"},
     };
     for (const auto& c : cases)

@@ -129,7 +129,7 @@ private:
         if (member != std::string("OpenFile") && member != std::string("SaveFile"))
             return;
         caller = dbus_message_get_sender(&message);
-        path = "/org/freedesktop/portal/desktop/request/" + caller.substr(1) + "/lodex_panel";
+        path = "/org/freedesktop/portal/desktop/request/" + caller.substr(1) + "/tovrane_panel";
         std::replace(path.begin(), path.end(), '.', '_');
         for (const std::string& step : steps)
             take(step, message);

@@ -5,8 +5,10 @@
 #include "Orbel/parameters/ParameterProperty.h"
 #include "Orbel/parameters/ParameterText.h"
 #include "Tovrane/draw/CBitmap.h"
+#include "Tovrane/draw/CDrawContext.h"
 #include "Tovrane/views/tree/CControlListener.h"
 #include "Tovrane/views/tree/CFrame.h"
+#include "Tovrane/views/tree/Tovra_ObjectConstructorInfoBase.h"
 
 #include <algorithm>
 #include <cmath>
@@ -32,6 +34,14 @@ CControl::CControl(const CRect& rect, CControlListener* heardBy, long withTag, C
     : CView(rect), listener(heardBy), tag(withTag)
 {
     CView::setBackground(bitmap);
+}
+
+CControl::CControl(const Tovra_ObjectConstructorInfoBase& info)
+    : CControl(info.rect, nullptr, info.tag, info.background)
+{
+    readoutProperty = info.readoutProperty;
+    enabledProperty = info.enabledProperty;
+    listenInsteadOf(visibleProperty, info.visibleProperty);
 }
 
 CControl::CControl(const CControl& other)
@@ -158,6 +168,7 @@ void CControl::setDirty(bool flag)
 void CControl::beginEdit()
 {
     const Kept<CControl> self(this);
+    edited = true;
     if (listener != nullptr)
         listener->controlBeginEdit(this);
     if (getFrame() != nullptr)
@@ -169,6 +180,7 @@ void CControl::beginEdit()
 void CControl::endEdit()
 {
     const Kept<CControl> self(this);
+    edited = false;
     if (getFrame() != nullptr)
         getFrame()->endEdit(attachedProperty);
     if (listener != nullptr)
@@ -200,6 +212,46 @@ void CControl::performEdit(Orbel::ParameterProperty* property)
 {
     if (getFrame() != nullptr)
         getFrame()->performEdit(property);
+}
+
+void CControl::cancelEdit()
+{
+    if (edited)
+        endEdit();
+}
+
+// On another thread the frame's next applyMarks ends the gesture.
+void CControl::setVisible(bool flag)
+{
+    CView::setVisible(flag);
+    if (!flag && isOnOwnThread())
+        cancelEdit();
+}
+
+void CControl::applyMarks()
+{
+    CView::applyMarks();
+    if (edited && !isVisible())
+        cancelEdit();
+}
+
+bool CControl::removed(CView* parent)
+{
+    const Kept<CControl> self(this);
+    cancelEdit();
+    return CView::removed(parent);
+}
+
+void CControl::drawFocus(CDrawContext* context) const
+{
+    const CFrame* const root = getFrame();
+    if (root == nullptr || root->getFocusView() != this || !root->showsFocus())
+        return;
+    constexpr CColor light{200, 250, 240, 150};
+    context->setLineWidth(1.0);
+    context->setFrameColor(light);
+    context->drawRoundRect(CRect(size.left + 0.5, size.top + 0.5, size.right - 0.5, size.bottom - 0.5), 3.0f,
+                           kStroked);
 }
 
 // Parameters

@@ -16,6 +16,7 @@
 namespace Tovra
 {
 class CControlListener;
+struct Tovra_ObjectConstructorInfoBase;
 
 class CControl : public CView, public Orbel::ParameterChangeListener
 {
@@ -23,6 +24,9 @@ public:
     // The caller owns listener, which may be null and has to outlive the control.
     CControl(const CRect& rect, CControlListener* listener = nullptr, long tag = 0,
              CBitmap* background = nullptr);
+    // Takes over rectangle, tag and background, and the properties for read-out, visibility and being
+    // enabled; only the visible property is listened to.
+    explicit CControl(const Tovra_ObjectConstructorInfoBase& info);
     // The copy has the value, range and listener, but is not bound to a parameter.
     CControl(const CControl& other);
     ~CControl() override;
@@ -62,6 +66,12 @@ public:
     virtual void endEdit(Orbel::ParameterProperty* property);
     virtual void performEdit(Orbel::ParameterProperty* property);
 
+    // Whether a gesture of the user is under way: beginEdit was called, and endEdit was not yet.
+    bool isEdited() const { return edited; }
+    // The gesture cannot go on, since the control is hidden, removed or closed: it ends. Controls that keep a
+    // state of their own for it override this.
+    virtual void cancelEdit();
+
     virtual CControlListener* getListener() const { return listener; }
     virtual void setListener(CControlListener* next) { listener = next; }
     // The offset into the background bitmap.
@@ -87,6 +97,9 @@ public:
 
     bool isDirty() const override;
     void setDirty(bool flag) override;
+    void setVisible(bool flag) override;
+    void applyMarks() override;
+    bool removed(CView* parent) override;
     MouseEventResult onMouseMoved(CPoint& where, const long& buttons) override;
     MouseEventResult onMouseEntered(CPoint& where, const long& buttons) override;
     MouseEventResult onMouseExited(CPoint& where, const long& buttons) override;
@@ -97,6 +110,8 @@ public:
     static CControl* of(CView* view);
 
 protected:
+    // A line around the control while it has the keyboard's focus and the user moves it by keys.
+    void drawFocus(CDrawContext* context) const;
     // Registers the control as a listener of a property that enables and disables it.
     void setEnabledProperty(Orbel::ParameterProperty* property);
     // After it has returned nobody calls parameterChanged. Controls that listen to more properties override
@@ -119,6 +134,7 @@ private:
     float maximum = 1.0f;
     float wheelIncrement = 0.1f;
     CPoint backOffset;
+    bool edited = false;
     char readoutText[readoutSize] = {};
     Orbel::ParameterProperty* readoutProperty = nullptr;
     // Written by the window thread, read by any.

@@ -95,6 +95,8 @@ public:
     // During this call the focus cannot be set again, in any frame, so that looseFocus cannot interfere.
     virtual void setFocusView(CView* view);
     virtual CView* getFocusView() const { return focusView.get(); }
+    // Whether the view with the focus shows it: from the moment when Tab moves the focus until a click.
+    bool showsFocus() const { return focusShown; }
     // A view calls this when it is removed from the tree.
     virtual void onViewRemoved(CView* view);
     virtual void invalidate(const CRect&) {}
@@ -178,6 +180,7 @@ private:
     // In units; it may be a part of a pixel larger than the frame.
     CRect wholePicture() const;
     void dropTopView();
+    void showFocus(bool flag);
     void dropFocusOutside(const CPoint& where, const long& buttons);
     MouseEventResult clickModalView(CPoint& where, const long& buttons);
     MouseEventResult clickGround(const CPoint& where, long buttons);
@@ -205,6 +208,7 @@ private:
     long lastMouseButtons = 0;
     CView* topView = nullptr;
     unsigned fullPaints = 0;
+    bool focusShown = false;
     unsigned appliedMarks = 0; // countMarks() when marks were last collected
     Core::Threads::CriticalSection drawLock;
     FrameTasks tasks{*this};

@@ -27,7 +27,10 @@ MouseEventResult CFrame::onMouseDown(CPoint& where, const long& pressed)
     const Kept<CFrame> self(this);
     const long buttons = normalisedButtons(pressed);
     noteMouse(where, buttons);
+    if (holdsMouse())
+        return kMouseHandled;
     setMouseDownChild(nullptr);
+    showFocus(false);
     if (focusView)
         dropFocusOutside(where, buttons);
     if (modalView)
@@ -35,6 +38,15 @@ MouseEventResult CFrame::onMouseDown(CPoint& where, const long& pressed)
     const CPoint clicked = where;
     const MouseEventResult result = CViewContainer::onMouseDown(where, buttons);
     return result == kMouseUnhandled ? clickGround(clicked, buttons) : result;
+}
+
+void CFrame::showFocus(bool flag)
+{
+    if (focusShown == flag)
+        return;
+    focusShown = flag;
+    if (focusView)
+        focusView->setDirty(true);
 }
 
 MouseEventResult CFrame::clickGround(const CPoint& where, long buttons)
@@ -159,7 +171,10 @@ long CFrame::onKeyDown(TovraKeyCode& code)
     if (answer != kKeyNotHandled || code.virtualKey != kVirtualTab)
         return answer;
     const Kept<CView> old = focusView;
-    return advanceNextFocusView(old.get(), (code.modifiers & kKeyShift) != 0) ? kKeyConsumed : kKeyNotHandled;
+    if (!advanceNextFocusView(old.get(), (code.modifiers & kKeyShift) != 0))
+        return kKeyNotHandled;
+    showFocus(true);
+    return kKeyConsumed;
 }
 
 long CFrame::onKeyUp(TovraKeyCode& code)

@@ -70,6 +70,9 @@ public:
     virtual MouseEventResult onMouseMoved(CPoint& where, const long& buttons);
     virtual MouseEventResult onMouseEntered(CPoint& where, const long& buttons);
     virtual MouseEventResult onMouseExited(CPoint& where, const long& buttons);
+    // Whether the mouse belongs to a gesture of this view, or of one inside it, which only the release of its
+    // own button ends: until then presses and releases of other buttons reach no other view.
+    virtual bool holdsMouse() const { return false; }
     // Whether the point is inside the mouseable area, all four edges included. buttons is -1 outside of
     // events.
     virtual bool hitTest(const CPoint& where, long buttons = -1);

@@ -80,6 +80,7 @@ public:
     void drawRect(CDrawContext* context, const CRect& update) override;
     bool isDirty() const override;
     void setVisible(bool flag) override;
+    bool holdsMouse() const override;
     MouseEventResult onMouseDown(CPoint& where, const long& buttons) override;
     MouseEventResult onMouseUp(CPoint& where, const long& buttons) override;
     MouseEventResult onMouseMoved(CPoint& where, const long& buttons) override;

@@ -61,8 +61,14 @@ MouseEventResult CViewContainer::onMouseUp(CPoint& where, const long& buttons)
         return kMouseUnhandled;
     CPoint point = toChildren(where);
     child->onMouseUp(point, buttons);
-    mouseDownChild = nullptr;
+    if (!child->holdsMouse())
+        mouseDownChild = nullptr;
     return kMouseHandled;
+}
+
+bool CViewContainer::holdsMouse() const
+{
+    return mouseDownChild != nullptr && mouseDownChild->holdsMouse();
 }
 
 bool CViewContainer::moveToChildren(const CPoint& local, const long& buttons)

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Orbel/parameters/ParameterProperty.h"
-#include "Tovrane/views/tree/CControlListener.h"
-#include "Tovrane/views/tree/RecordingView.h"
+#include "Tovrane/views/tree/EditLog.h"
 #include "Tovrane/window/MouseEvents.h"
 
 #include <atomic>
@@ -15,36 +14,6 @@ using testing::IsEmpty;
 
 namespace
 {
-// The listener and the editor in one, so that one log has the order of a whole edit.
-class Host final : public CControlListener, public IFrameEditor
-{
-public:
-    void valueChanged(CControl*) override { log.push_back("changed"); }
-    void controlBeginEdit(CControl*) override { log.push_back("listener begins"); }
-    void controlEndEdit(CControl*) override { log.push_back("listener ends"); }
-    void beginEdit(Orbel::ParameterProperty*) override { log.push_back("host begins"); }
-    void endEdit(Orbel::ParameterProperty*) override { log.push_back("host ends"); }
-    void performEdit(Orbel::ParameterProperty* p) override
-    {
-        log.push_back("host performs " + std::to_string(p->getCurrentValue()));
-    }
-    void convertWorldToPlugin(CPoint&) const override {}
-    void convertPluginToWorld(CPoint&) const override {}
-    void convertPluginToWorld(CRect&) const override {}
-    double getEffectTempo() const override { return 120.0; }
-    double getSampleRate() const override { return 44100.0; }
-
-    Log log;
-};
-
-class ReadOutFrame : public CFrame
-{
-public:
-    using CFrame::CFrame;
-    void setDataReadOutText(const char* text) override { texts.push_back(text); }
-    Log texts;
-};
-
 class BoundControl : public PlainControl
 {
 public:

@@ -16,6 +16,7 @@ const std::vector<Page>& pages()
         {"pictures", "Pictures, filters and blur", fillPictures},
         {"views", "Nested and clipped views", fillViews},
         {"menus", "Menus and text fields", fillMenus},
+        {"controls", "Controls", fillControls},
         {"messages", "Messages and questions", fillMessages},
     };
     return all;

@@ -52,5 +52,6 @@ void fillBlends(Tovra::CFrame& frame);
 void fillPictures(Tovra::CFrame& frame);
 void fillViews(Tovra::CFrame& frame);
 void fillMenus(Tovra::CFrame& frame);
+void fillControls(Tovra::CFrame& frame);
 void fillMessages(Tovra::CFrame& frame);
 }

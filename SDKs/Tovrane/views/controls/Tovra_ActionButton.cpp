@@ -173,7 +173,7 @@ void Tovra_ActionButton::draw(CDrawContext* context)
     setDirty(false);
     const bool on = state;
     const double goal = on ? fullLevel : 0.0;
-    if (fades)
+    if (fades && level >= 0.0)
     {
         long last = lastTick;
         const double step = getFPSCoeff(last, 6.0) * fullLevel * speed;

@@ -53,8 +53,8 @@ private:
     bool isInverted = false;
     Core::Relaxed<bool> state = false; // these two are written by any thread that writes the parameter
     Core::Relaxed<long> lastTick = 0;
-    double level = 0.0; // of the picture for on, up to 255
-    long button = 0;    // that opened the gesture
+    double level = -1.0; // of the picture for on, up to 255; below 0 until it is drawn
+    long button = 0;     // that opened the gesture
 };
 
 // [window thread]  The part of so many frames, 60 in a second, that has passed since last, from 0 to 1; sets

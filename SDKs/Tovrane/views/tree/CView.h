@@ -120,11 +120,11 @@ public:
     // The view keeps a reference; null for none.
     virtual void setBackground(CBitmap* bitmap);
     virtual CBitmap* getBackground() const { return background.get(); }
-    // Whether the background is drawn with drawTransparent instead of draw.
     // Promises that what the view draws stays the same until it is marked as dirty, so that its container may
     // keep the pixels (CViewContainer::keepGround).
     void setStatic(bool flag) { isStaticFlag = flag; }
     bool isStatic() const { return isStaticFlag; }
+    // Whether the background is drawn with drawTransparent instead of draw.
     virtual void setTransparency(bool flag) { transparent = flag; }
     virtual bool getTransparency() const { return transparent; }
 
@@ -147,8 +147,8 @@ public:
     // In hertz; 44100 without a frame or an editor.
     virtual double getSampleRate() const;
 
-    // A view inside, at any depth, has been marked as dirty; child is the one that it is or lies in.
-    // Null stands for the view itself.
+    // A view inside, at any depth, has been marked as dirty: child, or one inside it. Null stands for this
+    // view itself.
     virtual void childChanged(CView* child);
 
     // Does the rest of setDirty for calls on other threads, in this view and those inside it. The frame calls

@@ -1,20 +1,15 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Tovrane/platform/x11/overlays/X11InputMethod.h"
 
-#include "CORE/Utf8.h"
-
 #include <cstdlib>
 #include <string_view>
-#include <utility>
 #include <xcb-imdkit/encoding.h>
 #include <xcb-imdkit/imclient.h>
-#include <xkbcommon/xkbcommon.h>
 
 namespace Tovra
 {
 namespace
 {
-constexpr int patienceMilliseconds = 1000;
 constexpr std::uint64_t mostBytes = 1 << 20; // of one message
 constexpr std::size_t mostWaiting = 1024;    // keys; nobody types so many in a second
 const void* const noMore = nullptr;          // ends a list of attributes
@@ -26,11 +21,6 @@ bool isWanted()
     const char* const modifiers = std::getenv("XMODIFIERS");
     const std::string_view name = modifiers != nullptr ? modifiers : "";
     return name.starts_with("@im=") && name != "@im=" && name != "@im=none" && name != "@im=local";
-}
-
-std::uint8_t typeOf(const xcb_key_press_event_t& event)
-{
-    return event.response_type & 0x7f;
 }
 }
 
@@ -220,48 +210,13 @@ void X11InputMethod::setSpot(int x, int y)
     spotX = x;
     spotY = y;
     isSpotNew = true;
-    pump();
+    if (queue.empty()) // else it goes out before the next key
+        pump();
 }
 
-bool X11InputMethod::take(const xcb_generic_event_t& event)
+bool X11InputMethod::showsAtSpot() const
 {
-    if (state == ready && queue.size() >= mostWaiting)
-        giveUp();
-    const auto& key = as<xcb_key_press_event_t>(event);
-    const bool isFirst = typeOf(key) == XCB_KEY_PRESS && isFocused;
-    if (state != ready || (queue.empty() && !isFirst))
-        return false;
-    queue.push_back(key);
-    pump();
-    return true;
-}
-
-// Each key that is handled may stop this: then the queue is empty.
-void X11InputMethod::pump()
-{
-    if (state != ready || isAsked)
-        return;
-    if (isSpotNew && isFocused && style == overTheSpot)
-        return sendSpot();
-    while (state == ready && !isAsked && !queue.empty())
-    {
-        const xcb_key_press_event_t next = queue.front();
-        if (isFocused && typeOf(next) == XCB_KEY_PRESS)
-            return send(next);
-        queue.pop_front();
-        handle(next);
-    }
-}
-
-void X11InputMethod::send(const xcb_key_press_event_t& press)
-{
-    const X11PipeGuard guard(connection);
-    xcb_key_press_event_t sending = press;
-    sending.response_type = XCB_KEY_PRESS; // also of a key that the host sent
-    flight = sent;
-    const bool isSent = xcb_xim_forward_event(method, context, &sending);
-    wait(isSent &&
-         xcb_xim_get_ic_values(method, context, &Callbacks::answered, this, XCB_XIM_XNFilterEvents, noMore));
+    return style == overTheSpot;
 }
 
 void X11InputMethod::sendSpot()
@@ -276,87 +231,9 @@ void X11InputMethod::sendSpot()
     std::free(place.data);
 }
 
-// For the answer to a question, if it could be asked.
-void X11InputMethod::wait(bool couldAsk)
+// Anything that has to be answered.
+bool X11InputMethod::ask()
 {
-    if (!couldAsk)
-        return giveUp();
-    isAsked = true;
-    patience.start(patienceMilliseconds, [this] { giveUp(); });
-}
-
-void X11InputMethod::answered()
-{
-    if (!isAsked || state != ready)
-        return;
-    isAsked = false;
-    patience.stop();
-    const Flight landed = std::exchange(flight, none);
-    if (landed != none)
-    {
-        const std::uint8_t keycode = queue.front().detail;
-        queue.pop_front();
-        if (const auto tell = hooks.kept; tell && landed == sent)
-            tell(keycode);
-    }
-    pump();
-}
-
-// The one that it has, or another one that it makes up.
-void X11InputMethod::gaveBack(const xcb_key_press_event_t& event)
-{
-    const std::uint8_t type = typeOf(event);
-    if (state != ready || (type != XCB_KEY_PRESS && type != XCB_KEY_RELEASE))
-        return;
-    if (flight != sent || type != XCB_KEY_PRESS || event.detail != queue.front().detail)
-        return handle(event);
-    flight = backed;
-    const xcb_key_press_event_t ours = queue.front();
-    handle(ours);
-}
-
-void X11InputMethod::committed(const char* bytes, std::size_t count, std::uint32_t keysym)
-{
-    std::string text;
-    if (bytes == nullptr || count == 0)
-    {
-        if (const std::uint32_t character = xkb_keysym_to_utf32(keysym); character >= 0x20)
-            text = Core::Utf8::encode(character);
-    }
-    else if (xcb_xim_get_encoding(method) == XCB_XIM_UTF8_STRING)
-        text.assign(bytes, count);
-    else
-    {
-        std::size_t length = 0;
-        const std::unique_ptr<char, X11Free> converted(xcb_compound_text_to_utf8(bytes, count, &length));
-        if (converted != nullptr)
-            text.assign(converted.get(), length);
-    }
-    if (const auto tell = hooks.text; tell && state == ready && !text.empty())
-        tell(text);
-}
-
-void X11InputMethod::giveUp()
-{
-    if (state == gone)
-        return;
-    const auto alive = shared_from_this();
-    state = gone;
-    isAsked = false;
-    patience.stop();
-    if (std::exchange(flight, none) == backed)
-        queue.pop_front();
-    while (!queue.empty())
-    {
-        const xcb_key_press_event_t next = queue.front();
-        queue.pop_front();
-        handle(next);
-    }
-}
-
-void X11InputMethod::handle(const xcb_key_press_event_t& event)
-{
-    if (const auto tell = hooks.key)
-        tell(typeOf(event), reinterpret_cast<const xcb_generic_event_t&>(event));
+    return xcb_xim_get_ic_values(method, context, &Callbacks::answered, this, XCB_XIM_XNFilterEvents, noMore);
 }
 }

@@ -81,7 +81,9 @@ private:
     void contextCreated(std::uint16_t made);
     void pump();
     void send(const xcb_key_press_event_t& press);
+    bool showsAtSpot() const;
     void sendSpot();
+    bool ask();
     void wait(bool couldAsk);
     void answered();
     void gaveBack(const xcb_key_press_event_t& event);

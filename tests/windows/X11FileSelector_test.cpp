@@ -29,6 +29,7 @@ protected:
     }
     ~X11FileSelectorTest() override
     {
+        closeFrame(); // which answers what is open
         Sonvex::setMessageBoxPresenter(nullptr);
         setenv("PATH", before.c_str(), 1);
         std::filesystem::remove_all(folder);

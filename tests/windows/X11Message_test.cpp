@@ -16,7 +16,11 @@ protected:
         useMessageViews();
         openFrame();
     }
-    ~X11MessageTest() override { Sonvex::setMessageBoxPresenter(nullptr); }
+    ~X11MessageTest() override
+    {
+        closeFrame(); // which answers what is open
+        Sonvex::setMessageBoxPresenter(nullptr);
+    }
 
     CMessageView* ask()
     {

@@ -28,7 +28,11 @@ protected:
         view = add("view", {0, 0, 400, 300});
         settle();
     }
-    ~MessageTest() override { Sonvex::setMessageBoxPresenter(nullptr); }
+    ~MessageTest() override
+    {
+        close(); // which answers what is open
+        Sonvex::setMessageBoxPresenter(nullptr);
+    }
 
     // Answers go to the list of answers as number * 10 + answer.
     void open(Sonvex::MessageBoxType type, int number = 0, const std::string& body = "body")

@@ -6,6 +6,8 @@
 #include "Tovrane/draw/CDrawPath.h"
 #include "Tovrane/draw/CFontDesc.h"
 #include "Tovrane/draw/CMACBitmap.h"
+#include "Tovrane/draw/PNGStreams.h"
+#include "Tovrane/draw/PNGWriter.h"
 #include "Tovrane/draw/PelmoAGG.h"
 #include "Tovrane/platform/headless/HeadlessFrame.h"
 #include "Tovrane/views/tree/CFrame.h"
@@ -29,29 +31,47 @@ constexpr int textLines = 40;
 constexpr int shapes = 30;
 constexpr int bandPoints = 550;
 
-// An opaque picture with a gradient.
-class Background
+class MemoryStream : public ITovraPNGStream
 {
 public:
-    Background() : bitmap(new CBitmap("", false))
-    {
-        memory.setSize(width, height);
-        PelmoAGG renderer;
-        renderer.attach(memory.getPixelPtr(), width, height, memory.getRowBytes());
-        renderer.fillLinearGradient(0, 0, 0, height, {60, 64, 72, 255}, {28, 30, 34, 255}, 1.0);
-        renderer.rectangle(0, 0, width, height);
-        bitmap->attachImg(&memory);
-    }
-    ~Background() { bitmap->forget(); }
+    explicit MemoryStream(std::vector<unsigned char> contents) : bytes(std::move(contents)) {}
 
-    CMACBitmap memory;
-    CBitmap* bitmap;
+    bool read(unsigned char* target, unsigned long count) override
+    {
+        if (bytes.size() - position < count)
+            return false;
+        std::copy_n(bytes.begin() + std::ptrdiff_t(position), count, target);
+        position += count;
+        return true;
+    }
+
+private:
+    std::vector<unsigned char> bytes;
+    size_t position = 0;
 };
 
-Background& background()
+// An opaque picture with a gradient, for a scale.
+CBitmap* makeBackground(int scale)
 {
-    static Background one;
-    return one;
+    CMACBitmap memory;
+    memory.setSize(unsigned(width * scale), unsigned(height * scale));
+    PelmoAGG renderer;
+    renderer.attach(memory.getPixelPtr(), memory.getWidth(), memory.getHeight(), memory.getRowBytes());
+    renderer.fillLinearGradient(0, 0, 0, height * scale, {60, 64, 72, 255}, {28, 30, 34, 255}, 1.0);
+    renderer.rectangle(0, 0, width * scale, height * scale);
+    MemoryStream stream(writePNG(memory));
+    const auto made = new CBitmap("", false);
+    made->loadScaled(stream, scale);
+    return made;
+}
+
+CBitmap& background(int scale)
+{
+    static std::map<int, CBitmap*> made;
+    CBitmap*& one = made[scale];
+    if (one == nullptr)
+        one = makeBackground(scale);
+    return *one;
 }
 
 void drawTexts(CDrawContext& context)
@@ -101,7 +121,7 @@ void drawBand(CDrawContext& context)
 
 void drawBackground(CDrawContext& context)
 {
-    background().bitmap->draw(&context, {0, 0, width, height}, {0, 0});
+    background(int(context.getScale())).draw(&context, {0, 0, width, height}, {0, 0});
 }
 
 using Part = void (*)(CDrawContext&);
@@ -122,9 +142,10 @@ private:
     std::vector<Part> parts;
 };
 
-void paint(benchmark::State& state, const std::vector<Part>& parts)
+void paint(benchmark::State& state, const std::vector<Part>& parts, double scale)
 {
     const auto frame = new CFrame(CRect(0, 0, width, height), nullptr, nullptr);
+    frame->setScale(scale);
     frame->setTransparency(true); // only the parts are drawn
     frame->addView(new Parts(parts));
     frame->idle();
@@ -164,12 +185,14 @@ private:
     char text[24] = "";
 };
 
-// A label that changes over the full picture, which is painted anew beneath it.
-void paintLabel(benchmark::State& state, const std::vector<Part>& parts)
+// A label that changes over the full picture, which is drawn beneath it again or kept.
+void paintLabel(benchmark::State& state, const std::vector<Part>& parts, bool isKept)
 {
     const auto frame = new CFrame(CRect(0, 0, width, height), nullptr, nullptr);
-    frame->setTransparency(true);
+    frame->setTransparency(!isKept);
+    frame->keepGround(isKept);
     frame->addView(new Parts(parts));
+    frame->getView(0)->setStatic(true);
     const auto label = new Label();
     frame->addView(label);
     frame->idle();
@@ -247,11 +270,19 @@ int main(int argc, char** argv)
     Tovra::useHeadlessFrames();
     benchmark::RegisterBenchmark("ref: fill", fillPlainly);
     benchmark::RegisterBenchmark("ref: copy", copyPlainly);
-    const auto add = [](const char* name, std::vector<Part> parts)
-    { benchmark::RegisterBenchmark(name, [parts](benchmark::State& state) { paint(state, parts); }); };
+    const auto add = [](const char* name, std::vector<Part> parts, double scale = 1.0)
+    {
+        benchmark::RegisterBenchmark(name,
+                                     [parts, scale](benchmark::State& state) { paint(state, parts, scale); });
+    };
     const std::vector<Part> all = {drawBackground, drawTexts, drawShapes, drawBand};
     add("full paint", all);
-    benchmark::RegisterBenchmark("label", [all](benchmark::State& state) { paintLabel(state, all); });
+    add("full paint at 2x", all, 2.0);
+    add("full paint at 3x", all, 3.0);
+    for (const bool isKept : {false, true})
+        benchmark::RegisterBenchmark(isKept ? "label on a kept ground" : "label",
+                                     [all, isKept](benchmark::State& state)
+                                     { paintLabel(state, all, isKept); });
     add("background", {drawBackground});
     add("40 texts", {drawTexts});
     add("30 shapes", {drawShapes});

@@ -88,6 +88,8 @@ WindowTest::WindowTest()
 
 WindowTest::~WindowTest()
 {
+    if (isLayoutSet)
+        run("setxkbmap us");
     closeFrame();
     IFrame::setPlatformFactory(nullptr);
 }
@@ -149,6 +151,12 @@ std::string WindowTest::run(const std::string& words)
     if (!child.start(wordsOf(words), {}) || !until([&] { return !child.isRunning(); }) || !child.succeeded())
         ADD_FAILURE() << words << " failed";
     return child.output();
+}
+
+void WindowTest::setLayout(const std::string& layout)
+{
+    isLayoutSet = true;
+    run("setxkbmap " + layout);
 }
 
 void WindowTest::click(int x, int y, int button)

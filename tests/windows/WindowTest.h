@@ -67,6 +67,9 @@ protected:
         user("mousemove " + std::to_string(left + x) + " " + std::to_string(top + y));
     }
     void click(int x, int y, int button = 1);
+    // The keyboard's layout until the test ends. For keys that it does not have, xdotool changes it and
+    // changes it back at once, which a busy program may see too late.
+    void setLayout(const std::string& layout);
     // The window that gets the keys.
     xcb_window_t focus() const;
     // Clicks the frame and waits until keys go there.
@@ -89,4 +92,5 @@ protected:
     Tovra::CFrame* frame = nullptr;
     UserView* view = nullptr; // the frame's
     Tovra::RepeatingTimer idle;
+    bool isLayoutSet = false;
 };

@@ -40,6 +40,7 @@ protected:
 
 TEST_F(X11TextEditTest, TakesWhatIsTyped)
 {
+    setLayout("de");                        // which has all of these keys
     expectAfter("key a key shift+b", "aB"); // in place of all, which is selected
     expectAfter("key BackSpace key period key KP_7 key Home key Delete", ".7");
     expectAfter("key End key shift+Left key adiaeresis", ".\xc3\xa4");

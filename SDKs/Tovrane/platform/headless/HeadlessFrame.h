@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // A frame without a window: for tests, pictures made on the command line, and editors that were given no
-// parent. The picture stays in the frame's memory; what the frame asks of its window is written down here,
+// parent. The picture stays in the frame's memory; what the frame asks of its window is recorded here,
 // and events come from events(). Text fields, menus and file panels answer what was put down for them.
 //
 // A menu or a file panel answers after the event in which it opened, when the views have returned from it;

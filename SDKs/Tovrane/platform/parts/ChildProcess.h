@@ -30,8 +30,8 @@ public:
                std::function<void()> ended = {});
 
     bool isRunning() const { return process > 0; }
-    // It has ended by itself, without complaint, or nobody knows (a host that collects all of its children)
-    // but it did write something. Then output is complete.
+    // It has ended by itself with the exit code 0. If the exit code is unknown, because the host collects all
+    // child processes itself, it must have written something. Then output is complete.
     bool succeeded() const;
     const std::string& output() const { return written; }
 

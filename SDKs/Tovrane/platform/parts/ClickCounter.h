@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// How many clicks in a row a press makes.
+// Counts clicks that follow each other closely: double and triple clicks.
 #pragma once
 
 #include <cstdint>
@@ -14,7 +14,8 @@ public:
     static constexpr std::uint32_t longestPause = 400; // milliseconds
     static constexpr int farthest = 4;                 // pixels
 
-    // time in milliseconds, as the server has it, which runs over every 49 days. From 1.
+    // The number of this click in its row, from 1. time is the server's, in milliseconds; it starts again at
+    // 0 every 49 days.
     int press(int button, int x, int y, std::uint32_t time)
     {
         const bool goesOn = count > 0 && button == lastButton && time - lastTime <= longestPause &&

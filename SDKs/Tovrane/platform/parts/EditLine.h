@@ -15,7 +15,7 @@ namespace Tovra
 class EditLine
 {
 public:
-    // The most bytes that it holds.
+    // limit: the maximum size of the text, in bytes.
     explicit EditLine(std::size_t limit) : most(limit) {}
 
     const std::string& text() const { return line; }
@@ -28,9 +28,9 @@ public:
     // Replaces all of it and selects it.
     void setText(std::string_view next);
     void selectAll();
-    // The word, or the run of other characters, around a position.
+    // Selects the word, or the run of other characters, around a position.
     void selectWord(std::size_t at);
-    // With extend the other end of the selection stays.
+    // Moves the caret. With extend, the other end of the selection stays where it is.
     void moveTo(std::size_t at, bool extend);
 
     enum Step
@@ -39,11 +39,11 @@ public:
         word,
         wholeLine
     };
-    // Without extend a selection falls together at the end that lies that way.
+    // Moves the caret by one step. Without extend, a selection collapses to its end in that direction.
     void move(Step step, bool forward, bool extend);
-    // The selection, or else what lies one step that way.
+    // Deletes the selection, or, without one, one step in that direction.
     void erase(Step step, bool forward);
-    // In place of the selection. What has no room is left out, from the end.
+    // Replaces the selection. What exceeds the limit is cut off at the end of added.
     void insert(std::string_view added);
 
 private:

@@ -17,17 +17,17 @@ class EditLinePainter
 public:
     CColor back; // both drawn opaque
     CColor font;
-    bool isFocused = true; // else there is no caret, and the selection is paler
+    bool isFocused = true; // if not, there is no caret, and the selection is paler
     bool isCaretOn = true;
 
     // The size of the whole field in pixels, and what of it is clipped away to the left and above.
     void setField(double width, double height, double clippedLeft = 0.0, double clippedTop = 0.0);
-    // From the text's start on.
+    // Shows the text from its start again.
     void scrollBack() { scrolled = 0.0; }
 
     // Moves the text so that the caret is seen. (0, 0) of the context is the top left of what is seen.
     void draw(CDrawContext& context, const EditLine& line);
-    // The place between two characters that is nearest to x, in bytes.
+    // The position in the text, in bytes, that is nearest to x.
     std::size_t positionAt(CDrawContext& context, const EditLine& line, double x) const;
 
     // Where the caret was drawn, from the left of what is seen, in pixels.

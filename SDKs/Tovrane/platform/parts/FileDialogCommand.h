@@ -21,8 +21,8 @@ enum class FileDialogProgram
 // one's own comes first.
 std::vector<FileDialogProgram> fileDialogPrograms(const std::string& desktop);
 
-// [any thread]  The program's name and its arguments. The panel lies over the window of that number, 0 for
-// none. home is the folder for a start without one.
+// [any thread]  The program's name and its arguments. window: the number of the window that the panel lies
+// over, 0 for none. home: the folder to start in if the options name none.
 std::vector<std::string> fileDialogCommand(FileDialogProgram program, const FileSelectorOptions& options,
                                            std::uint32_t window, const std::string& home);
 

@@ -22,7 +22,7 @@ enum class KeyTaker : std::uint8_t
 class HeldKeys
 {
 public:
-    // Once for each repetition, too. A host that got one of them is told of the release.
+    // Called for each repetition of the key, too. If the host got one of them, it gets the release.
     void press(std::uint8_t key, KeyTaker taker)
     {
         if (takers[key] != KeyTaker::host)

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// How an open menu looks: a quiet dark panel with a hair line around it.
+// How an open menu looks: a quiet dark panel with a hairline around it.
 #pragma once
 
 #include "Tovrane/platform/parts/MenuRows.h"
@@ -22,12 +22,12 @@ public:
     {
         int width = 0;
         int height = 0;
-        int scrolled = 0; // rows are moved up by so many pixels
+        int scrolled = 0; // how far the rows are moved up, in pixels
         int marked = -1;  // the row under the mouse
     };
     void draw(CDrawContext& context, const MenuRows& rows, const View& view) const;
 
-    // The strip at either end of a menu that doesn't fit, over which it moves.
+    // The strip at either end of a menu that does not fit: it scrolls while the mouse is over the strip.
     int stripHeight() const { return int(16 * scale); }
 
 private:

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The rows of one open menu: what stands where, and where keys lead. It copies what it shows, so that a menu
-// that changes while it is open does no harm.
+// The rows of one open menu: their places, and which row a key goes to. It copies what it shows, so that a
+// menu that changes while it is open does no harm.
 #pragma once
 
 #include "Tovrane/base/CBaseObject.h"
@@ -57,7 +57,7 @@ public:
 
     // Both -1 for none. y from the top of the first row's margin.
     int rowAt(int y) const;
-    // The next row that can be reached, round the ends; from -1 the first or last.
+    // The next row that can be reached; after the last one comes the first. From -1, the first or last one.
     int step(int from, bool forward) const;
     // The next reachable row whose title begins with the character, upper or lower case.
     int beginningWith(char first, int from) const;

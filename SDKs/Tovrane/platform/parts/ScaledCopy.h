@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// A picture into the pixels of a window: as it is, or fitted to another size.
+// Copies a picture into the pixels of a window, as it is or fitted to another size.
 #pragma once
 
 #include "Tovrane/draw/IBlitTarget.h"
@@ -8,9 +8,9 @@
 
 namespace Tovra
 {
-// [any thread]  Both write whole rows without a gap, the highest first, words of 0xffRRGGBB. The picture has
-// pixels.
+// [any thread]  Both write rows from top to bottom, without gaps, as words of 0xffRRGGBB. The picture must
+// not be empty.
 void copyPicture(const BlitPicture& picture, std::uint32_t* target);
-// Between the four nearest pixels.
+// Interpolates between the four nearest pixels.
 void scalePicture(const BlitPicture& picture, std::uint32_t* target, int width, int height);
 }

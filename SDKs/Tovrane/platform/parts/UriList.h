@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// What a drag calls its files: one address a line.
+// The files of a drag and drop as a list of addresses (text/uri-list), one a line.
 #pragma once
 
 #include <string>

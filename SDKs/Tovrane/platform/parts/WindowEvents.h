@@ -41,14 +41,14 @@ public:
     bool press(CPoint where, long buttons, int clicks = 1);
     bool release(CPoint where, long buttons);
     bool move(CPoint where, long buttons);
-    // The window no longer hears of the mouse (its grab was lost, it is hidden, or it is about to close):
-    // whatever is held is released where the mouse was last.
+    // The window gets no more mouse events (its grab was lost, it is hidden, or it is about to close):
+    // everything that is held is released where the mouse was last.
     void releaseAll() { releaseAllBut(0); }
     // As releaseAll, for those buttons that are not in the mouse word.
     void releaseAllBut(long stillHeld);
-    // The mouse is over the window no more. It may still be held.
+    // The mouse has left the window. Its buttons may still be held.
     bool leave(CPoint where, long modifiers);
-    // Both of these, where the mouse was last: the window is not to be seen any more.
+    // The window is not visible any more: releaseAll and leave, where the mouse was last.
     void vanish();
     // The buttons whose release is still to come.
     long heldButtons() const { return held; }

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The names that X clients agree on, as the numbers that one server gave to them.
+// Atoms: a server's numbers for the names that X clients agree on.
 #pragma once
 
 #include <array>
@@ -43,7 +43,7 @@ enum class X11Atom : std::size_t
 class X11Atoms
 {
 public:
-    // [window thread]  Asks for all of them in one round.
+    // [window thread]  Asks the server for all of them in one round trip.
     void load(xcb_connection_t* connection);
     xcb_atom_t operator[](X11Atom name) const { return atoms[std::size_t(name)]; }
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// One connection of our own to the X server. Every frame opens one and closes it again, and with it goes
-// whatever the frame may have left on the server. No other connection in the process is touched, and there is
-// no process-wide error handler: XCB returns errors to whoever asked, and the others are dropped here.
+// One connection of our own to the X server. Every frame opens one; closing it frees everything that the
+// frame has on the server. No other connection in the process is touched, and there is no process-wide error
+// handler: XCB returns errors to whoever asked, and the others are dropped here.
 //
 // The current run loop watches its descriptor. Events that arrived while a reply was waited for do not make
 // the descriptor readable, so a slow timer looks for them, too.
@@ -29,8 +29,8 @@ namespace Tovra
 class X11Connection : public std::enable_shared_from_this<X11Connection>
 {
 public:
-    // To the display that DISPLAY names. Null if there is none; also if its screen has no visual for our
-    // pictures, which is said once on standard error.
+    // Connects to the display that DISPLAY names. Null if there is none, or if its screen has no visual for
+    // our pictures, which is reported once on standard error.
     static std::shared_ptr<X11Connection> open();
     ~X11Connection();
     X11Connection(const X11Connection&) = delete;
@@ -50,7 +50,7 @@ public:
     // Made when it is first asked for.
     X11Desktop& desktop();
     xcb_cursor_t cursor(int type) { return cursors->get(type); }
-    // Of the last event that had one: what focus and selections are asked for with.
+    // The time of the last event that had one. Requests for the focus and for selections carry it.
     xcb_timestamp_t lastTime() const { return time; }
 
     // False once the server has gone. Requests then do nothing.
@@ -60,12 +60,14 @@ public:
     void watchWindow(xcb_window_t window, X11EventSink& sink) { sinks[window] = &sink; }
     void forgetWindow(xcb_window_t window) { sinks.erase(window); }
 
-    // Gets each event before the windows do, and answers true for one that is its own. It may replace itself.
+    // Gets each event before the windows do, and returns true if the event was meant for it alone. It may be
+    // replaced during the call.
     std::function<bool(const xcb_generic_event_t&)> eventFilter;
 
     // Hands out all events that have arrived, and sends what is waiting to be sent.
     void dispatch();
-    // The same, in the next round of the run loop: what came along with a reply does not wait for the timer.
+    // The same, in the next round of the run loop, for events that came along with a reply: they do not wait
+    // for the slow timer.
     void dispatchSoon();
     void flush();
     // Waits for the reply to a request; null if the request failed or the server has gone.

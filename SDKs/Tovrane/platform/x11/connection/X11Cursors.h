@@ -20,9 +20,9 @@ public:
     X11Cursors(const X11Cursors&) = delete;
     X11Cursors& operator=(const X11Cursors&) = delete;
 
-    // The bar over a text, which views don't ask for.
+    // The I-beam over a text field; views do not ask for it.
     static constexpr int text = -1;
-    // A CCursorType or text. 0, the parent's cursor, if the server has none at all.
+    // type: a CCursorType, or text. 0, which stands for the parent's cursor, if the server has none at all.
     xcb_cursor_t get(int type);
 
 private:

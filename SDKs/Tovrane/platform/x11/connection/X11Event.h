@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// What the server sends, as values: replies, and events with who gets them, their window and their time.
+// The server's replies and events: who frees them, who gets an event, and its window and time.
 #pragma once
 
 #include <cstdint>
@@ -28,7 +28,7 @@ public:
     virtual void handleEvent(std::uint8_t type, const xcb_generic_event_t& event) = 0;
 };
 
-// The event as what its type says that it is.
+// The event as the structure that belongs to its type.
 template <class T>
 const T& as(const xcb_generic_event_t& event)
 {

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // What a key of the server's keyboard types, with the user's layout, dead keys and compose sequences.
 //
-// Input methods that show a window of their own are not asked.
+// An input method (X11InputMethod) sees the keys of text fields before this class does.
 #pragma once
 
 #include "Tovrane/window/TovraKeyCode.h"
@@ -31,7 +31,7 @@ public:
     {
         TovraKeyCode code;
         std::string text;     // what it types, UTF-8; nothing for a key that does not print
-        bool pending = false; // a part of a sequence that goes on: nobody else gets the key
+        bool pending = false; // part of an unfinished sequence: nobody else gets the key
     };
     // keycode and state as an event has them.
     Stroke press(std::uint8_t keycode, std::uint16_t state);
@@ -63,6 +63,6 @@ private:
     std::unique_ptr<xkb_context, Release> context;
     std::unique_ptr<xkb_keymap, Release> keymap;
     std::unique_ptr<xkb_state, Release> state;
-    std::unique_ptr<xkb_compose_state, Release> sequence; // null where the country has none
+    std::unique_ptr<xkb_compose_state, Release> sequence; // null if the locale has none
 };
 }

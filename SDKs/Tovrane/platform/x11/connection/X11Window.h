@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// One window of our own on the server: gone with this object, or earlier when the server says that it, or the
-// parent it lies in, was destroyed. Then it has no number any more and nothing that is asked of it happens.
+// One window of our own on the server. It is destroyed with this object, or earlier, when the server reports
+// that the window or its parent was destroyed. From then on its number is 0, and calls do nothing.
 #pragma once
 
 #include "Tovrane/platform/x11/connection/X11Connection.h"
@@ -25,12 +25,12 @@ public:
     enum Kind
     {
         child,
-        popUp, // no window manager touches it
+        popUp, // on the screen, without a window manager
         hidden // never shown, draws nothing: for selections
     };
 
-    // Made, but not shown. All of its events go on to the sink, after the window has taken note of them.
-    // parent 0 is the root. Its own number is 0 if the server refused it.
+    // Makes the window but does not show it. All of its events go on to the sink, after the window has taken
+    // note of them. parent 0 is the root. If the server refuses the window, its number is 0.
     X11Window(std::shared_ptr<X11Connection> server, X11EventSink& events, Kind kind, xcb_window_t parent,
               const X11Place& place);
     ~X11Window() override;
@@ -39,19 +39,20 @@ public:
 
     xcb_window_t id() const { return window; }
     bool isGone() const { return window == 0; }
-    // Where it was put, and the size that it has.
+    // The position that was asked for last, and the present size.
     const X11Place& place() const { return where; }
 
     void show();
     void hide();
     void setPlace(const X11Place& next);
     void setCursor(xcb_cursor_t cursor);
-    // Takes keys from here on, as far as the time of the last event allows it.
+    // Asks for the keyboard's focus with the time of the last event. The server ignores it if somebody has
+    // asked with a later time.
     void takeFocus();
     void setProperty(xcb_atom_t name, xcb_atom_t type, const std::uint32_t* values, std::uint32_t count);
     void destroy();
 
-    // The place with sizes that X can bear: 1 to 32767.
+    // The nearest place that X allows: whole pixels, sizes of 1 to 32767.
     static X11Place bounded(double x, double y, double width, double height);
 
     X11Connection& connection() const { return *server; }
@@ -64,6 +65,6 @@ private:
     X11EventSink& sink;
     xcb_window_t window = 0;
     X11Place where;
-    unsigned int lastConfigured = 0; // the request: what the server told before that is old news
+    unsigned int lastConfigured = 0; // number of the request; reports from before it are out of date
 };
 }

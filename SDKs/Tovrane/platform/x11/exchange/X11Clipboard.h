@@ -2,8 +2,7 @@
 // What our text fields offer to other X clients: the text that was copied, and the one that was selected
 // last.
 //
-// X has no place to leave a text: ours is there as long as the frame is, and no longer. X11Paste fetches
-// texts.
+// X stores no texts: other clients can fetch ours as long as the frame exists. X11Paste fetches theirs.
 #pragma once
 
 #include "Tovrane/platform/x11/connection/X11Window.h"
@@ -25,7 +24,7 @@ public:
 
     explicit X11Clipboard(std::shared_ptr<X11Connection> server);
 
-    // In place of what anybody offered before. An empty text, or more than 64 KiB, offers nothing new.
+    // Replaces what anybody offered before. An empty text, or one of more than 64 KiB, changes nothing.
     void offer(Which which, std::string text);
 
     static xcb_atom_t nameOf(const X11Connection& server, Which which);

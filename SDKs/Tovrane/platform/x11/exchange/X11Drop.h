@@ -2,7 +2,7 @@
 // What other programs drag over a frame's window: a text or files.
 //
 // The content is fetched when the drag first moves over the window, so that views can look at it before the
-// drop. A source that answers slowly, or dies, holds nobody up.
+// drop. Nothing waits for a source that answers slowly or dies.
 #pragma once
 
 #include "Tovrane/base/Kept.h"
@@ -26,7 +26,7 @@ public:
     void announce();
     // False if the message is no part of a drag.
     bool handleMessage(const xcb_client_message_event_t& message);
-    // A drag that is over the window leaves it: the window has gone.
+    // The window has gone: the views are told that a drag over it has left.
     void leave();
 
 private:

@@ -16,8 +16,8 @@ class X11Paste
 public:
     explicit X11Paste(std::shared_ptr<X11Connection> server);
 
-    // The callback gets the text in UTF-8, not checked, or is never called if there is none. A later question
-    // takes the place of one that is still open; with this object the question ends.
+    // The callback gets the text in UTF-8, not checked, or is never called if there is none. A new request
+    // cancels one that is still open, and so does the end of this object.
     void ask(X11Clipboard::Which which, std::function<void(const std::string&)> callback);
 
 private:

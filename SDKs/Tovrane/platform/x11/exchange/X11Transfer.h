@@ -26,7 +26,7 @@ public:
 
     static constexpr std::size_t mostBytes = std::size_t(4) << 20;
 
-    // In place of a transfer that is under way, whose callback is then not called.
+    // Cancels a transfer that is under way; its callback is not called any more.
     void start(xcb_atom_t selection, xcb_atom_t form, xcb_timestamp_t time, Done callback);
 
 private:

@@ -4,10 +4,10 @@
 //
 // It is asked where XMODIFIERS names one ("@im=NAME"). While a field has the keyboard, each press goes to the
 // method first, one at a time and in the order of typing; releases wait for their turn behind the presses.
-// What the method gives back goes the usual way, with dead keys and compose sequences; what it keeps becomes
-// a text later. A question behind each key tells that the method still works: if that is not answered within
-// a second, or the method dies, all keys that it has not taken are handled as if there were none. So no key
-// is lost and none overtakes another, whatever the method does.
+// What the method gives back goes the usual way, with dead keys and compose sequences; what it keeps, it
+// turns into a text later. A question behind each key tells that the method still works: if that is not
+// answered within a second, or the method dies, all keys that it has not taken are handled as if there were
+// none. So no key is lost and none overtakes another, whatever the method does.
 //
 // Keys that are typed before the method has introduced itself go the usual way at once.
 #pragma once

@@ -32,14 +32,14 @@ public:
     // Where the submenu of a row begins, on the screen.
     int topOf(int row) const;
 
-    // Moves the rows up by so many pixels, as far as there are more of them.
+    // Scrolls the rows up by that many pixels, at most to the end.
     void scroll(int distance);
     // Which way a mouse that rests there scrolls: -1 up, 1 down, 0 not at all.
     int scrollsAt(int x, int y) const;
 
-    // Another window covers all of it.
+    // Whether other windows cover all of it.
     bool isObscured() const { return obscured; }
-    // Of the events of its window those of its looks.
+    // Handles those events of its window that concern painting and visibility.
     void handleEvent(std::uint8_t type, const xcb_generic_event_t& event);
 
 private:

@@ -70,8 +70,8 @@ private:
     bool hasMoved = false;
     int openedX = 0, openedY = 0;
     int mouseX = 0, mouseY = 0;
-    // After these ticks the submenu of this level's marked row opens, and another row's closes. 0: nothing
-    // waits.
+    // The ticks until the submenu of the marked row on waitingLevel opens, and that of another row closes; 0
+    // if nothing is waiting.
     int waitingTicks = 0;
     std::size_t waitingLevel = 0;
 };

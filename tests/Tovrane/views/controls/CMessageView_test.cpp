@@ -189,6 +189,7 @@ TEST_F(MessageTest, AFrameThatGoesAnswersNoOnce)
         }};
     for (const auto& way : ways)
     {
+        close();
         frame = Kept<CFrame>::adopt(new CFrame(CRect(0, 0, 400, 300), nullptr, nullptr));
         open(kMessageBoxYesNo, 1);
         open(kMessageBoxYesNo, 2);

@@ -85,16 +85,15 @@ void PelmoAGG::clipBox(double x1, double y1, double x2, double y2)
     const double right = p.picture.getWidth();
     const double bottom = p.picture.getHeight();
     p.clip = {x1, y1, x2, y2};
-    p.closeClip();
     const agg::rect_d edges(p.grid.edge(x1), p.grid.edge(y1), p.grid.edge(x2), p.grid.edge(y2));
     if (right < 1.0 || !areNumbers(x1, y1, x2, y2) || edges.x1 == edges.x2 || edges.y1 == edges.y2)
-        return;
+        return p.closeClip();
 
     agg::rect_i box(wholePixels(edges.x1), wholePixels(edges.y1), wholePixels(edges.x2),
                     wholePixels(edges.y2));
     box.normalize();
     if (!box.clip({0, 0, int(right) - 1, int(bottom) - 1}) || !box.clip(p.scissor))
-        return;
+        return p.closeClip();
     p.clipClosed = false;
     p.openClip(box);
     p.rasterizer.clip_box(std::clamp(edges.x1, 0.0, right), std::clamp(edges.y1, 0.0, bottom),
@@ -113,8 +112,14 @@ void PelmoAGG::clipBox(double& x1, double& y1, double& x2, double& y2) const
 void PelmoAGG::scissor(double left, double top, double right, double bottom)
 {
     Pipelines& p = *pipelines;
-    if (areNumbers(left, top, right, bottom))
-        p.scissor = {wholePixels(left), wholePixels(top), wholePixels(right) - 1, wholePixels(bottom) - 1};
+    if (!areNumbers(left, top, right, bottom))
+        return;
+    const agg::rect_i next(wholePixels(left), wholePixels(top), wholePixels(right) - 1,
+                           wholePixels(bottom) - 1);
+    if (next.x1 == p.scissor.x1 && next.y1 == p.scissor.y1 && next.x2 == p.scissor.x2 &&
+        next.y2 == p.scissor.y2)
+        return;
+    p.scissor = next;
     clipBox(p.clip.x1, p.clip.y1, p.clip.x2, p.clip.y2);
 }
 

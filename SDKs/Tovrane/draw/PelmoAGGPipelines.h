@@ -110,9 +110,9 @@ struct PelmoAGG::Pipelines
     agg::conv_curve<RendererPath, agg::curve3, agg::curve4> curves{path};
     agg::conv_stroke<decltype(curves), agg::null_markers> stroke{curves};
 
-    agg::rect_d clip;       // in units
-    agg::rect_i clipPixels; // all four edges are inside
-    agg::rect_i scissor;    // likewise
+    agg::rect_d clip;                                      // in units
+    agg::rect_i clipPixels;                                // all four edges are inside
+    agg::rect_i scissor{0, 0, int(maxSide), int(maxSide)}; // likewise
     bool clipClosed = true;
     bool wasUnclipped = false; // something was drawn without a clip
 

@@ -55,12 +55,11 @@ agg::rgba8 ink8(CColor color)
 constexpr int dialSide = 56;
 constexpr int dialPictures = 61;
 
-// An arc that grows with the value, and a pointer. Its colours are opaque, so that they mix as pictures do.
+// An arc that grows with the value, and a pointer.
 void drawDial(PelmoAGG& to, int number)
 {
     constexpr double middle = dialSide / 2.0, start = 0.75 * std::numbers::pi, whole = 1.5 * std::numbers::pi;
     const double way = whole * number / (dialPictures - 1);
-    to.clearAll(ground.red, ground.green, ground.blue, 255);
     to.noFill();
     to.lineWidth(4.0);
     to.lineColor(ink8(edge));
@@ -83,7 +82,6 @@ constexpr int buttonSide = 32;
 void drawPower(PelmoAGG& to, int isOn)
 {
     constexpr double middle = buttonSide / 2.0;
-    to.clearAll(ground.red, ground.green, ground.blue, 255);
     to.noFill();
     to.lineColor(ink8(isOn ? accent : edge));
     to.lineWidth(3.0);

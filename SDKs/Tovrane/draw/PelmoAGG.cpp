@@ -92,7 +92,10 @@ void PelmoAGG::clipBox(double x1, double y1, double x2, double y2)
     agg::rect_i box(wholePixels(edges.x1), wholePixels(edges.y1), wholePixels(edges.x2),
                     wholePixels(edges.y2));
     box.normalize();
-    if (!box.clip({0, 0, int(right) - 1, int(bottom) - 1}) || !box.clip(p.scissor))
+    if (!box.clip({0, 0, int(right) - 1, int(bottom) - 1}))
+        return p.closeClip();
+    p.wholeClip = box;
+    if (!box.clip(p.scissor))
         return p.closeClip();
     p.clipClosed = false;
     p.openClip(box);

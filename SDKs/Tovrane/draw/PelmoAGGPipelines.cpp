@@ -53,9 +53,13 @@ void PelmoAGG::Pipelines::openClip(const agg::rect_i& box)
     pre.base.clip_box_naked(box.x1, box.y1, box.x2, box.y2);
 }
 
-void PelmoAGG::Pipelines::beginGenerated()
+void PelmoAGG::Pipelines::beginShape(Colors colors)
 {
-    rasterizer.window({0, clipPixels.y1, int(picture.getWidth()) - 1, clipPixels.y2});
+    covered = nullptr;
+    if (colors == oneColor)
+        rasterizer.window(clipPixels);
+    else
+        rasterizer.window({0, clipPixels.y1, int(picture.getWidth()) - 1, clipPixels.y2});
 }
 
 namespace
@@ -107,12 +111,26 @@ struct GeneratedSink
 };
 }
 
+// What is kept of a shape is what it covers of the whole clip.
+template <class Sink>
+static void sweep(PelmoAGG::Pipelines& agg, Sink sink)
+{
+    const agg::coverage_record::frame frame{agg.rasterizer.clip(), agg.wholeClip};
+    const agg::coverage_record::frame present{agg.rasterizer.clip(), agg.clipPixels};
+    if (agg.covered != nullptr && agg.covered->is_complete(frame))
+        agg.covered->replay(agg.clipPixels, sink);
+    else if (agg.covered != nullptr && present == frame && agg.covered->begin(frame))
+        agg.rasterizer.sweep(agg::recording_sink<Sink>(sink, *agg.covered));
+    else
+        agg.rasterizer.sweep(sink);
+}
+
 void PelmoAGGRenderer::render(PelmoAGG::Pipelines& agg, const agg::rgba8& color)
 {
     if (agg.blendMode == kBlendAlpha)
-        agg.rasterizer.sweep(agg::pixfmt_bgra::ink(agg.plain.pixels, color));
+        sweep(agg, agg::pixfmt_bgra::ink(agg.plain.pixels, color));
     else
-        agg.rasterizer.sweep(SolidSink<decltype(agg.comp.base)>{agg.comp.base, color});
+        sweep(agg, SolidSink<decltype(agg.comp.base)>{agg.comp.base, color});
 }
 
 using Interpolator = agg::span_interpolator_linear<>;

@@ -82,16 +82,23 @@ struct PelmoAGG::Pipelines
     void resetState();
     void closeClip();
     void openClip(const agg::rect_i& box);
-    // Begins a shape of one colour, or one whose colours are generated. These depend on where a span begins,
-    // so that all of each row is rasterised.
-    void beginSolid() { rasterizer.window(clipPixels); }
-    void beginGenerated();
     void setGradient(double x1, double y1, double x2, double y2);
     // Makes it the path. The corners follow the sides, which are on the grid already.
     void makeRoundedRect(const agg::rect_d& sides, double radius);
-    // Give the path, which is in pixels, to the rasteriser.
-    void rasterizeFill();
+    // A shape of one colour, or one whose colours are generated: these depend on where a span begins, so that
+    // all of each row is rasterised.
+    enum Colors
+    {
+        oneColor,
+        generatedColors
+    };
+    void beginShape(Colors colors);
+    // Begin a shape and give the path, which is in pixels, to the rasteriser, or, if it has one colour, find
+    // what it covers.
+    void rasterizeFill(Colors colors);
     void rasterizeStroke();
+    template <size_t count, class Outline>
+    void rasterize(Colors colors, const double (&settings)[count], Outline outline);
 
     PixelGrid grid; // what follows is in pixels where it is not said to be in units
     Image picture;
@@ -104,6 +111,7 @@ struct PelmoAGG::Pipelines
 
     agg::cell_rasterizer rasterizer;
     agg::outline_cache outlines;
+    agg::coverage_record* covered = nullptr; // of the shape that was rasterised last; null if it is not kept
     agg::span_allocator<agg::rgba8> spans;
     RendererPath path;
     RendererPath fittedPath; // to the grid
@@ -112,6 +120,7 @@ struct PelmoAGG::Pipelines
 
     agg::rect_d clip;                                      // in units
     agg::rect_i clipPixels;                                // all four edges are inside
+    agg::rect_i wholeClip;                                 // likewise; without the scissor
     agg::rect_i scissor{0, 0, int(maxSide), int(maxSide)}; // likewise
     bool clipClosed = true;
     bool wasUnclipped = false; // something was drawn without a clip

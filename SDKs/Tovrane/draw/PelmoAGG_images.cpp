@@ -281,7 +281,7 @@ void PelmoAGG::transformImage(const Image& image, int imgX1, int imgY1, int imgX
     p.path.line_to(right, bottom);
     p.path.line_to(left, bottom);
     p.path.close_polygon();
-    p.beginGenerated();
+    p.beginShape(Pipelines::generatedColors);
     p.rasterizer.add_path(p.path);
     PelmoAGGRenderer::renderImage(p, image, toSource);
 }

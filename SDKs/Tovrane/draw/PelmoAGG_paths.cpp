@@ -70,7 +70,21 @@ void PelmoAGG::closePolygon()
     pipelines->path.close_polygon();
 }
 
-void PelmoAGG::Pipelines::rasterizeFill()
+template <size_t count, class Outline>
+void PelmoAGG::Pipelines::rasterize(Colors colors, const double (&settings)[count], Outline outline)
+{
+    beginShape(colors);
+    agg::outline_cache::shape* const known = outlines.find(path, settings, outline);
+    if (known == nullptr)
+        rasterizer.add_path(outline());
+    else if (colors == generatedColors || !known->coverage.is_complete({rasterizer.clip(), wholeClip}))
+        known->add_to(rasterizer);
+    if (known != nullptr && colors == oneColor)
+        covered = &known->coverage;
+    curves.attach(path);
+}
+
+void PelmoAGG::Pipelines::rasterizeFill(Colors colors)
 {
     const auto outline = [this]() -> auto&
     {
@@ -82,8 +96,7 @@ void PelmoAGG::Pipelines::rasterizeFill()
         }
         return curves;
     };
-    outlines.add_outline(path, {grid.scale()}, outline, rasterizer);
-    curves.attach(path);
+    rasterize(colors, {grid.scale()}, outline);
 }
 
 void PelmoAGG::Pipelines::rasterizeStroke()
@@ -100,8 +113,7 @@ void PelmoAGG::Pipelines::rasterizeStroke()
         }
         return stroke;
     };
-    outlines.add_outline(path, {grid.scale(), width}, outline, rasterizer);
-    curves.attach(path);
+    rasterize(oneColor, {grid.scale(), width}, outline);
 }
 
 void PelmoAGG::drawPath(DrawPathFlag flag)
@@ -119,8 +131,7 @@ void PelmoAGG::drawPath(DrawPathFlag flag)
     if ((fills && (p.fillIsGradient || p.fillColor.a > 0)) || flag == kFillWithLineColor)
     {
         const bool isGradient = fills && p.fillIsGradient;
-        isGradient ? p.beginGenerated() : p.beginSolid();
-        p.rasterizeFill();
+        p.rasterizeFill(isGradient ? Pipelines::generatedColors : Pipelines::oneColor);
         if (isGradient)
             PelmoAGGRenderer::renderWithFillType(p);
         else
@@ -128,7 +139,6 @@ void PelmoAGG::drawPath(DrawPathFlag flag)
     }
     if (strokes && p.lineColor.a > 0 && p.lineWidth > 0.0)
     {
-        p.beginSolid();
         p.rasterizeStroke();
         PelmoAGGRenderer::render(p, p.lineColor);
     }

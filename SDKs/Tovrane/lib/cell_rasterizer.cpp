@@ -51,7 +51,8 @@ void cell_rasterizer::clip_box(double x1, double y1, double x2, double y2)
 {
     reset();
     const auto near = [](double v) { return ras_conv_int::upscale(std::clamp(v, -farthest, farthest)); };
-    m_clipper.clip_box(near(x1), near(y1), near(x2), near(y2));
+    m_clip = {near(x1), near(y1), near(x2), near(y2)};
+    m_clipper.clip_box(m_clip.x1, m_clip.y1, m_clip.x2, m_clip.y2);
 }
 
 void cell_rasterizer::window(const rect_i& pixels)

@@ -30,6 +30,8 @@ public:
     // -farthest and farthest, so that the products of two coordinates fit their numbers.
     static constexpr double farthest = 8192.0;
     void clip_box(double x1, double y1, double x2, double y2);
+    // That box, in 1/256 of a pixel.
+    const rect_i& clip() const { return m_clip; }
     // The pixels that are wanted; all four edges are inside. It is empty at first.
     void window(const rect_i& pixels);
 
@@ -202,6 +204,7 @@ private:
     }
 
     rasterizer_sl_clip<ras_conv_int> m_clipper;
+    rect_i m_clip{0, 0, 0, 0};
     rect_i m_window{0, 0, -1, -1};
     int m_start_x = 0;
     int m_start_y = 0;

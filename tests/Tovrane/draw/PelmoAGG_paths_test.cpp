@@ -86,7 +86,8 @@ private:
         made.line = color();
         made.other = color();
         made.width = number(80) / 8.0;
-        made.clip = {coordinate(), coordinate(), coordinate(), coordinate()};
+        made.clip = number(2) ? agg::rect_d(0, 0, side, side)
+                              : agg::rect_d(coordinate(), coordinate(), coordinate(), coordinate());
         const int x = number(side), y = number(side);
         made.scissor = number(2) ? agg::rect_i(0, 0, side, side)
                                  : agg::rect_i(x, y, x + 1 + number(30), y + 1 + number(30));

@@ -47,15 +47,19 @@ public:
             m_key.push_back(x);
             m_key.push_back(y);
         }
+        if (m_large != nullptr)
+            *m_large = shape();
         shape& place = place_of_key();
         if (!is_of_key(place))
             fill(place, outline());
+        m_large = place.points.size() > longest_outline ? &place : nullptr;
         return &place;
     }
 
 private:
     // What is longer is not kept.
     static constexpr unsigned longest_path = 64;
+    static constexpr size_t longest_outline = 1024;
     static constexpr size_t places = 128;
 
     shape& place_of_key();
@@ -75,6 +79,7 @@ private:
     }
 
     std::vector<shape> m_shapes; // empty until the first shape is drawn
+    shape* m_large = nullptr; // is dropped with the next call
     std::vector<double> m_key;
 };
 }

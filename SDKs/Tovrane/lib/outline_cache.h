@@ -79,7 +79,7 @@ private:
     }
 
     std::vector<shape> m_shapes; // empty until the first shape is drawn
-    shape* m_large = nullptr; // is dropped with the next call
+    shape* m_large = nullptr;    // is dropped with the next call
     std::vector<double> m_key;
 };
 }

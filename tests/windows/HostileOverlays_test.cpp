@@ -198,14 +198,11 @@ protected:
 
     void holdMouse()
     {
-        xcb_connection_t* c = observer->xcb();
-        const auto asked = xcb_grab_pointer(c, 0, observer->screen().root, 0, XCB_GRAB_MODE_ASYNC,
-                                            XCB_GRAB_MODE_ASYNC, XCB_NONE, XCB_NONE, XCB_CURRENT_TIME);
-        const X11Reply<xcb_grab_pointer_reply_t> grabbed{xcb_grab_pointer_reply(c, asked, nullptr)};
+        const bool isHeld = takeMouse();
         openMenu();
-        if (grabbed->status == XCB_GRAB_STATUS_SUCCESS && any(2) == 0)
+        if (isHeld && any(2) == 0)
             awaitMenus();
-        xcb_ungrab_pointer(c, XCB_CURRENT_TIME);
+        giveMouseBack();
     }
 
     void destroyHost()

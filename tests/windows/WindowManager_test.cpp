@@ -27,9 +27,8 @@ protected:
 
     bool has(xcb_window_t window, xcb_atom_t property) const
     {
-        xcb_connection_t* c = observer->xcb();
-        const X11Reply<xcb_get_property_reply_t> reply{
-            xcb_get_property_reply(c, xcb_get_property(c, 0, window, property, XCB_ATOM_ANY, 0, 1), nullptr)};
+        const auto asked = xcb_get_property(observer->xcb(), 0, window, property, XCB_ATOM_ANY, 0, 1);
+        const auto reply = observer->reply(xcb_get_property_reply, asked);
         return reply != nullptr && reply->type != XCB_ATOM_NONE;
     }
     static xcb_window_t numberOf(const X11TopLevel& window)

@@ -174,8 +174,7 @@ void WindowTest::takeKeyboard()
 xcb_window_t WindowTest::focus() const
 {
     xcb_connection_t* c = observer->xcb();
-    const X11Reply<xcb_get_input_focus_reply_t> reply{
-        xcb_get_input_focus_reply(c, xcb_get_input_focus(c), nullptr)};
+    const auto reply = observer->reply(xcb_get_input_focus_reply, xcb_get_input_focus(c));
     return reply ? reply->focus : 0;
 }
 
@@ -214,7 +213,7 @@ std::uint32_t WindowTest::pixel(int x, int y) const
 std::vector<xcb_window_t> WindowTest::childrenOf(xcb_window_t parent) const
 {
     xcb_connection_t* c = observer->xcb();
-    const X11Reply<xcb_query_tree_reply_t> tree{xcb_query_tree_reply(c, xcb_query_tree(c, parent), nullptr)};
+    const auto tree = observer->reply(xcb_query_tree_reply, xcb_query_tree(c, parent));
     if (tree == nullptr)
         return {};
     const xcb_window_t* const first = xcb_query_tree_children(tree.get());
@@ -227,19 +226,33 @@ std::vector<xcb_window_t> WindowTest::panels() const
     std::vector<xcb_window_t> found;
     for (const xcb_window_t child : childrenOf(observer->screen().root))
     {
-        const X11Reply<xcb_get_window_attributes_reply_t> about{
-            xcb_get_window_attributes_reply(c, xcb_get_window_attributes(c, child), nullptr)};
+        const auto about =
+            observer->reply(xcb_get_window_attributes_reply, xcb_get_window_attributes(c, child));
         if (child != host->window() && about && about->map_state == XCB_MAP_STATE_VIEWABLE)
             found.push_back(child);
     }
     return found;
 }
 
+bool WindowTest::takeMouse()
+{
+    xcb_connection_t* c = observer->xcb();
+    const auto asked = xcb_grab_pointer(c, 0, observer->screen().root, 0, XCB_GRAB_MODE_ASYNC,
+                                        XCB_GRAB_MODE_ASYNC, XCB_NONE, XCB_NONE, XCB_CURRENT_TIME);
+    const auto grabbed = observer->reply(xcb_grab_pointer_reply, asked);
+    return grabbed != nullptr && grabbed->status == XCB_GRAB_STATUS_SUCCESS;
+}
+
+void WindowTest::giveMouseBack()
+{
+    xcb_ungrab_pointer(observer->xcb(), XCB_CURRENT_TIME);
+    observer->flush();
+}
+
 std::size_t WindowTest::serverResources() const
 {
     xcb_connection_t* c = observer->xcb();
-    const X11Reply<xcb_res_query_clients_reply_t> clients{
-        xcb_res_query_clients_reply(c, xcb_res_query_clients(c), nullptr)};
+    const auto clients = observer->reply(xcb_res_query_clients_reply, xcb_res_query_clients(c));
     std::size_t total = std::size_t(xcb_res_query_clients_clients_length(clients.get()));
     for (auto client = xcb_res_query_clients_clients_iterator(clients.get()); client.rem > 0;
          xcb_res_client_next(&client))

@@ -82,6 +82,9 @@ protected:
     std::vector<xcb_window_t> childrenOf(xcb_window_t parent) const; // from below
     // Windows that are seen on the screen and are not the host's, from below.
     std::vector<xcb_window_t> panels() const;
+    // Another client's grab; false if somebody else has it.
+    bool takeMouse();
+    void giveMouseBack();
     // All that all clients have on the server.
     std::size_t serverResources() const;
 

@@ -102,20 +102,6 @@ protected:
     }
     bool isOpen() const { return openMenus() > 0; }
     int openMenus() const { return int(panels().size()); }
-    // False if somebody else has it.
-    bool takeMouse()
-    {
-        xcb_connection_t* c = observer->xcb();
-        const auto asked = xcb_grab_pointer(c, 0, observer->screen().root, 0, XCB_GRAB_MODE_ASYNC,
-                                            XCB_GRAB_MODE_ASYNC, XCB_NONE, XCB_NONE, XCB_CURRENT_TIME);
-        const X11Reply<xcb_grab_pointer_reply_t> grabbed{xcb_grab_pointer_reply(c, asked, nullptr)};
-        return grabbed->status == XCB_GRAB_STATUS_SUCCESS;
-    }
-    void giveMouseBack()
-    {
-        xcb_ungrab_pointer(observer->xcb(), XCB_CURRENT_TIME);
-        observer->flush();
-    }
 
     PlainMenu menu;
     PlainMenu* below = nullptr;
@@ -244,23 +230,6 @@ TEST_F(X11OptionMenuTest, ScrollsWhenItIsHigherThanTheScreen)
             open(high);
     };
     EXPECT_EQ(choose({at(5, 5) + press, "key Up key Up key Return"}), 98);
-}
-
-TEST_F(X11OptionMenuTest, IsOneAtATime)
-{
-    MenuChoice inner{nullptr, -7};
-    RepeatingTimer second;
-    second.start(50,
-                 [&]
-                 {
-                     const auto popUp = Kept<IOptionMenu>::adopt(window().createOptionMenu(frame));
-                     if (isOpen() && inner.index == -7)
-                         popUp->openMenu(menu, [&](const MenuChoice& chosen) { inner = chosen; });
-                 });
-    EXPECT_EQ(choose({at(5, 5) + press, "mousemove_relative 1 1", "mousemove_relative 1 1", "key Escape"}),
-              -1);
-    second.stop();
-    EXPECT_EQ(inner.index, -1);
 }
 
 // As a window manager has it for a moment, or another program for long.

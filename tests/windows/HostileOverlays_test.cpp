@@ -74,6 +74,7 @@ protected:
                             asked.wasClosed = frame == nullptr;
                             actInCallback();
                         });
+        EXPECT_TRUE(asked.answers == 1 || menu.countedObject()->getReferenceCount() > 1);
     }
 
     void openField()
@@ -255,6 +256,7 @@ protected:
             EXPECT_EQ(asked.answers, 1);
             EXPECT_TRUE(!asked.wasClosed || asked.index == -1);
         }
+        EXPECT_EQ(menu.countedObject()->getReferenceCount(), 1) << "nobody keeps it after the answer";
         for (const Edited& edited : fields)
         {
             EXPECT_LE(edited.ends, 1);

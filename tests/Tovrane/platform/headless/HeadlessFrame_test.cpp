@@ -98,6 +98,7 @@ TEST_F(HeadlessWindow, AMenuAnswersOnlyWhatCanBeChosen)
     const auto keep = [&](const MenuChoice& chosen) { choice = chosen; };
     popUp->openMenu(menu, keep);
     EXPECT_EQ(choice.index, -7) << "it answers later";
+    EXPECT_EQ(menu.countedObject()->getReferenceCount(), 2) << "and keeps the menu until then";
     window().answerMenus();
     EXPECT_EQ(choice.index, -1) << "nobody is there";
     const struct

@@ -85,14 +85,14 @@ void drawTexts(CDrawContext& context)
     }
 }
 
-void drawShapes(CDrawContext& context)
+void drawShapesAt(CDrawContext& context, double shift)
 {
     context.setFrameColor({245, 166, 66, 255});
     context.setFillColor({84, 176, 214, 160});
     context.setLineWidth(1.5);
     for (int i = 0; i < shapes; ++i)
     {
-        const double x = 10 + i % 10 * 58, y = 20 + i / 10 * 110;
+        const double x = 10 + i % 10 * 58 + shift, y = 20 + i / 10 * 110;
         const CRect rect(x, y, x + 50, y + 60);
         const auto style = CDrawStyle(i % 3);
         if (i % 4 == 0)
@@ -104,6 +104,18 @@ void drawShapes(CDrawContext& context)
         else
             context.drawArc(rect, 135.0f, 270.0f, style);
     }
+}
+
+void drawShapes(CDrawContext& context)
+{
+    drawShapesAt(context, 0.0);
+}
+
+// A little farther each time, as what moves is.
+void drawMovingShapes(CDrawContext& context)
+{
+    static int turn = 0;
+    drawShapesAt(context, (turn++ % 9973) / 9973.0);
 }
 
 void drawBand(CDrawContext& context)
@@ -286,6 +298,7 @@ int main(int argc, char** argv)
     add("background", {drawBackground});
     add("40 texts", {drawTexts});
     add("30 shapes", {drawShapes});
+    add("30 moving shapes", {drawMovingShapes});
     add("gradient band", {drawBand});
     add("nothing", {});
     benchmark::RegisterBenchmark("idle tick", idleTick);

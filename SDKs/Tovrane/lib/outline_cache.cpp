@@ -5,7 +5,7 @@
 
 namespace agg
 {
-outline_cache::shape& outline_cache::place_of_key()
+std::uint64_t outline_cache::hash_of_key() const
 {
     constexpr std::uint64_t prime = 0x100000001B3;
     std::uint64_t hash = 0xCBF29CE484222325;
@@ -14,6 +14,11 @@ outline_cache::shape& outline_cache::place_of_key()
         hash = (hash ^ std::bit_cast<std::uint64_t>(number)) * prime;
         hash ^= hash >> 32;
     }
+    return hash;
+}
+
+outline_cache::shape& outline_cache::place_of(std::uint64_t hash)
+{
     if (m_shapes.empty())
         m_shapes.resize(places);
     return m_shapes[hash % places];

@@ -57,6 +57,7 @@ public:
         {
             made.isEllipse = known.isEllipse;
             made.path = known.path;
+            made.width = known.width;
             made.left = known.left;
             made.top = known.top;
             made.right = known.right;
@@ -95,7 +96,7 @@ private:
     }
 
     std::mt19937 engine{1};
-    std::array<Shape, 5> former;
+    std::array<Shape, 4> former;
 };
 
 void drawQuickly(DrawnPicture& picture, const Shape& shape)

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Sonvex/MessageBox.h"
 
-#include "CORE/AnswerOnce.h"
 #include "CORE/Format.h"
 #include "CORE/Utf8.h"
+#include "Sonvex/AnswerOnce.h"
 
 #include <atomic>
 #include <condition_variable>
@@ -62,7 +62,7 @@ void setMessageBoxPresenter(IMessageBoxPresenter* newPresenter)
 void openMessageBox(Tovra::CFrame* frame, MessageBoxType type, const char* title, const std::string& body,
                     MessageBoxDone done)
 {
-    const auto answer = std::make_shared<Core::AnswerOnce<int>>(std::move(done), 0);
+    const auto answer = std::make_shared<AnswerOnce<int>>(std::move(done), 0);
     if (IMessageBoxPresenter* const by = presenter.load())
         by->open(frame, type, title ? title : "", std::string(Core::Utf8::cut(body, longestBody)),
                  [answer](int given) { answer->give(given); });

@@ -26,7 +26,7 @@ void FilePanel::open(const FileSelectorOptions& shown, std::uint32_t overWindow,
     options = shown;
     window = overWindow;
     frame = overFrame;
-    answer = std::make_unique<Core::AnswerOnce<Paths>>(std::move(done), Paths());
+    answer = std::make_unique<Sonvex::AnswerOnce<Paths>>(std::move(done), Paths());
     later(&FilePanel::tryNextWay);
 }
 

@@ -5,7 +5,7 @@
 // Nothing waits: each step follows from the run loop.
 #pragma once
 
-#include "CORE/AnswerOnce.h"
+#include "Sonvex/AnswerOnce.h"
 #include "Tovrane/base/RunLoop.h"
 #include "Tovrane/platform/panels/PanelWay.h"
 
@@ -52,7 +52,7 @@ private:
     std::uint32_t window = 0;
     CFrame* frame = nullptr;
     Paths chosen;
-    std::unique_ptr<Core::AnswerOnce<Paths>> answer; // outlives the ways
+    std::unique_ptr<Sonvex::AnswerOnce<Paths>> answer; // outlives the ways
     Ways ways;
     std::unique_ptr<PanelWay> way; // that is being tried
     bool hasWayEnded = false;

@@ -9,7 +9,7 @@
 // All of it is [window thread].
 #pragma once
 
-#include "CORE/AnswerOnce.h"
+#include "Sonvex/AnswerOnce.h"
 #include "Sonvex/MessageBox.h"
 #include "Tovrane/views/tree/CView.h"
 
@@ -84,7 +84,7 @@ private:
     void drawButton(CDrawContext& context, int button) const;
 
     const Message message;
-    Core::AnswerOnce<int> answerOnce;
+    Sonvex::AnswerOnce<int> answerOnce;
     std::array<Button, 2> buttons; // of a message only the first
     CRect box;
     std::string title; // as it fits

@@ -3,7 +3,7 @@
 // itself.
 //
 // A task that was not done when its frame closes is destroyed. Whoever waits for it learns that from what the
-// task owns, such as a Core::AnswerOnce.
+// task owns, such as a Sonvex::AnswerOnce.
 #pragma once
 
 #include <functional>

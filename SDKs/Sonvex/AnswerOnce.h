@@ -9,7 +9,7 @@
 #include <functional>
 #include <utility>
 
-namespace Core
+namespace Sonvex
 {
 // One thread at a time.
 template <typename Answer>

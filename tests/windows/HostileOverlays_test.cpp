@@ -170,8 +170,7 @@ protected:
         for (std::uint32_t& word : words)
             word = any(3) == 0 ? to : std::uint32_t(random());
         words[1 + any(2)] = to;
-        auto& event = reinterpret_cast<xcb_generic_event_t&>(words);
-        event.response_type = std::uint8_t(2 + any(33));
+        reinterpret_cast<std::uint8_t*>(words.data())[0] = std::uint8_t(2 + any(33)); // the kind of event
         stranger.send(to, words);
     }
 

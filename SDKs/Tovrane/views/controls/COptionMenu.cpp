@@ -169,7 +169,7 @@ bool COptionMenu::isCheckEntry(long row) const
 COptionMenu* COptionMenu::getLastItemMenu(long& number) const
 {
     number = lastNumber;
-    return lastMenu.get();
+    return lastMenu;
 }
 
 COptionMenu* COptionMenu::getItemMenu(long number, long& numberInMenu, long& counted)
@@ -208,7 +208,8 @@ bool COptionMenu::popUp()
     if (getFrame() == nullptr || isOpen)
         return false;
     followValue();
-    lastMenu.reset();
+    lastMenu = nullptr;
+    lastSubmenu.reset();
     lastNumber = -1;
     isOpen = true;
     setDirty(true);
@@ -233,7 +234,8 @@ void COptionMenu::chosen(COptionMenu& menu, long number)
     if (number < 0)
         return;
     beginEdit();
-    lastMenu.reset(&menu);
+    lastMenu = &menu;
+    lastSubmenu.reset(&menu != this ? &menu : nullptr);
     lastNumber = number;
     menu.setCurrent(number);
     value = float(number);

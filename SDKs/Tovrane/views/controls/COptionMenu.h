@@ -95,7 +95,8 @@ private:
     long prefixDigits = 0;
     Core::Relaxed<bool> hasNewValue = false; // set by any thread
     bool isOpen = false;
-    Kept<COptionMenu> lastMenu;
+    COptionMenu* lastMenu = nullptr; // this one, or the submenu that is kept
+    Kept<COptionMenu> lastSubmenu;
     long lastNumber = -1;
 };
 

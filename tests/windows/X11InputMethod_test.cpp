@@ -10,7 +10,7 @@ using namespace Tovra;
 using testing::ElementsAre;
 
 // The library forgets the memory of each key that it sends, 80 bytes.
-extern "C" const char* __lsan_default_suppressions()
+extern "C" __attribute__((visibility("default"))) const char* __lsan_default_suppressions()
 {
     return "leak:xcb_xim_forward_event\n";
 }

@@ -213,7 +213,6 @@ private:
     std::vector<unsigned> m_heads; // the first cell of each row of the window; none between shapes
     std::vector<cell> m_cells;
     unsigned m_count = 0; // of those in use
-    int m_row = 0;        // the next one to be swept
     int m_first_row = 0;
     int m_last_row = -1; // with cells
 

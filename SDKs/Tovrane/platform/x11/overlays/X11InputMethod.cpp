@@ -11,7 +11,6 @@ namespace Tovra
 namespace
 {
 constexpr std::uint64_t mostBytes = 1 << 20; // of one message
-constexpr std::size_t mostWaiting = 1024;    // keys; nobody types so many in a second
 const void* const noMore = nullptr;          // ends a list of attributes
 constexpr std::uint32_t overTheSpot = XCB_IM_PreeditPosition | XCB_IM_StatusNothing;
 constexpr std::uint32_t atTheRoot = XCB_IM_PreeditNothing | XCB_IM_StatusNothing;

@@ -143,8 +143,8 @@ bool PelmoAGG::takeUnclipped()
 void PelmoAGG::alignPoint(double& x, double& y) const
 {
     const PixelGrid& grid = pipelines->grid;
-    x = grid.toUnits(std::floor(grid.toPixels(x)) + 0.5);
-    y = grid.toUnits(std::floor(grid.toPixels(y)) + 0.5);
+    x = grid.toUnits(std::floor(grid.edge(x)) + 0.5);
+    y = grid.toUnits(std::floor(grid.edge(y)) + 0.5);
 }
 
 void PelmoAGG::masterAlpha(double alpha)

@@ -171,7 +171,8 @@ public:
     void scissor(double left, double top, double right, double bottom);
     // Sets every pixel, without blending. The master alpha takes effect.
     void clearAll(unsigned int r, unsigned int g, unsigned int b, unsigned int a);
-    // Moves the point to the centre of its pixel, for crisp lines of one pixel.
+    // Moves the point to the centre of its pixel, for crisp lines of one pixel; at a fractional scale, of the
+    // pixel at the edge that is nearest to it, as for shapes.
     void alignPoint(double& x, double& y) const;
 
     // 0 to 1. Does not change colours and gradients that are already set.

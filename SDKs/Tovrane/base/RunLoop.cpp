@@ -9,10 +9,10 @@ namespace Tovra
 {
 namespace
 {
-// All loops that are entered, the last one being the current one, and all users of loops.
 struct Registry
 {
-    std::vector<RunLoop*> loops;
+    std::vector<RunLoop*> loops; // that are entered, the latest at the end
+    std::vector<RunLoop*> turns; // the innermost at the end; null where the loop has been left
     std::vector<RepeatingTimer*> timers;
     std::vector<DescriptorWatch*> watches;
 };
@@ -50,28 +50,54 @@ RunLoop::~RunLoop()
 
 RunLoop* RunLoop::current()
 {
-    const auto& loops = registry().loops;
-    return loops.empty() ? nullptr : loops.back();
+    const Registry& all = registry();
+    if (!all.turns.empty() && all.turns.back() != nullptr)
+        return all.turns.back();
+    return all.loops.empty() ? nullptr : all.loops.back();
 }
 
 void RunLoop::enter(RunLoop& loop)
 {
-    auto& loops = registry().loops;
-    take(loops, &loop);
-    loops.push_back(&loop);
+    take(registry().loops, &loop);
+    registry().loops.push_back(&loop);
     for (RepeatingTimer* timer : registry().timers)
-        timer->moveTo(&loop);
+        if (timer->isStarted() && !timer->isRunning())
+            timer->moveTo(&loop);
     for (DescriptorWatch* watch : registry().watches)
-        watch->moveTo(&loop);
+        if (watch->descriptor >= 0 && watch->watched == 0)
+            watch->moveTo(&loop);
 }
 
 void RunLoop::leave(RunLoop& loop)
 {
     take(registry().loops, &loop);
+    std::replace(registry().turns.begin(), registry().turns.end(), &loop, static_cast<RunLoop*>(nullptr));
     for (RepeatingTimer* timer : registry().timers)
-        timer->moveTo(current());
+        if (timer->loop == &loop)
+            timer->moveTo(current());
     for (DescriptorWatch* watch : registry().watches)
-        watch->moveTo(current());
+        if (watch->loop == &loop)
+            watch->moveTo(current());
+}
+
+RunLoop::Turn::Turn(RunLoop& loop)
+{
+    registry().turns.push_back(&loop);
+}
+
+RunLoop::Turn::~Turn()
+{
+    registry().turns.pop_back();
+}
+
+// The callback as loop calls it.
+static RunLoop::Callback inTurnOf(RunLoop& loop, const RunLoop::Callback& action)
+{
+    return [&loop, action]
+    {
+        const RunLoop::Turn turn(loop);
+        action();
+    };
 }
 
 RepeatingTimer::RepeatingTimer()
@@ -106,7 +132,7 @@ void RepeatingTimer::moveTo(RunLoop* next)
     if (timer != 0)
         loop->stopTimer(timer);
     loop = next;
-    timer = next && period != 0 ? next->startTimer(period, action) : 0;
+    timer = next && period != 0 ? next->startTimer(period, inTurnOf(*next, action)) : 0;
 }
 
 DescriptorWatch::DescriptorWatch()
@@ -141,6 +167,6 @@ void DescriptorWatch::moveTo(RunLoop* next)
     if (watched != 0)
         loop->unwatch(watched);
     loop = next;
-    watched = next && descriptor >= 0 ? next->watch(descriptor, action) : 0;
+    watched = next && descriptor >= 0 ? next->watch(descriptor, inTurnOf(*next, action)) : 0;
 }
 }

@@ -1,10 +1,14 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The interface to the window thread's event loop: repeating timers and watched file descriptors.
 //
-// The loop is the host's own, or driven by the host's idle call, or a PollRunLoop in tools and tests. Its
-// owner enters it; the current loop is the last one entered that has not been left. There may be none.
+// The loop is the host's own, or driven by the host's idle call, or a PollRunLoop in tools and tests. There
+// may be several at the same time, one for each host that shows a window. The owner of a loop enters it, and
+// leaves it when the host no longer runs it. The current loop is the one whose turn it is (Turn), or else the
+// last one entered; there may be none.
 //
-// Use RepeatingTimer and DescriptorWatch, which move to the new loop when the current loop changes.
+// Use RepeatingTimer and DescriptorWatch: they stay on the loop that was current when they were started, so
+// that what belongs to a window is driven by that window's own host. When that loop is left they go on in
+// another one.
 // [window thread]
 #pragma once
 
@@ -40,13 +44,25 @@ public:
 
     // May be null.
     static RunLoop* current();
-    // Makes loop the current one, also if it was entered before.
+    // Makes loop the current one, also if it was entered before. What waits for a loop starts on it.
     static void enter(RunLoop& loop);
-    // The loop entered before it becomes the current one again.
+    // The loop entered before it becomes the current one again, also for what still runs on this one.
     static void leave(RunLoop& loop);
+
+    // While it exists, its loop is the current one. Callbacks of timers and watches run inside of one;
+    // whoever passes a host's call on to a window puts one around it. The loop may be left or destroyed
+    // meanwhile.
+    class Turn
+    {
+    public:
+        explicit Turn(RunLoop& loop);
+        ~Turn();
+        Turn(const Turn&) = delete;
+        Turn& operator=(const Turn&) = delete;
+    };
 };
 
-// A repeating timer on the current loop, whichever that is.
+// A repeating timer on the loop that is current when it is started.
 class RepeatingTimer
 {
 public:
@@ -56,7 +72,7 @@ public:
     RepeatingTimer& operator=(const RepeatingTimer&) = delete;
 
     // Replaces what was started before; a callback may do so, too. Without a loop, the timer starts when
-    // there is one.
+    // one is entered.
     void start(int milliseconds, RunLoop::Callback callback);
     void stop();
 
@@ -75,7 +91,7 @@ private:
     RunLoop::TimerId timer = 0; // on loop
 };
 
-// A watched descriptor on the current loop, whichever that is.
+// A watched descriptor on the loop that is current when it is started.
 class DescriptorWatch
 {
 public:
@@ -84,8 +100,8 @@ public:
     DescriptorWatch(const DescriptorWatch&) = delete;
     DescriptorWatch& operator=(const DescriptorWatch&) = delete;
 
-    // Replaces what was started before. Without a loop, it starts to watch when there is one. The caller owns
-    // the descriptor and keeps it open until stop.
+    // Replaces what was started before. Without a loop, it starts to watch when one is entered. The caller
+    // owns the descriptor and keeps it open until stop.
     void start(int watchedDescriptor, RunLoop::Callback callback);
     void stop();
 

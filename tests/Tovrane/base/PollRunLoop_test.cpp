@@ -134,40 +134,56 @@ TEST_F(PollRunLoopTest, GivesUpAClosedDescriptor)
     EXPECT_EQ(calls, "");
 }
 
-TEST_F(PollRunLoopTest, CarriesTimersThatFollowTheCurrentLoop)
+TEST_F(PollRunLoopTest, KeepsTimersOnTheLoopOnWhichTheyWereStarted)
 {
-    RepeatingTimer timer;
-    timer.start(10, [this] { calls += 't'; });
-    EXPECT_FALSE(timer.isRunning());
+    RepeatingTimer first, second, late;
+    first.start(10, [this] { calls += '1'; });
+    EXPECT_FALSE(first.isRunning());
     EXPECT_EQ(RunLoop::current(), nullptr);
+    RunLoop::enter(loop); // takes what was waiting
     {
-        PollRunLoop inner;
-        RunLoop::enter(loop);
-        RunLoop::enter(inner);
-        loop.runFor(10);
-        EXPECT_EQ(calls, "");
-        inner.runFor(5);
-        EXPECT_EQ(calls, "t");
-        RunLoop::enter(loop); // to the front again
+        PollRunLoop other;
+        RunLoop::enter(other);
+        second.start(10,
+                     [&]
+                     {
+                         calls += '2';
+                         RunLoop::enter(loop);
+                         if (late.isStarted())
+                             return;
+                         EXPECT_EQ(RunLoop::current(), &other) << "it is still its turn";
+                         late.start(10, [this] { calls += '3'; });
+                     });
+        other.runFor(15);
+        EXPECT_EQ(calls, "2");
         EXPECT_EQ(RunLoop::current(), &loop);
-        inner.runFor(10);
-        EXPECT_EQ(calls, "t");
-        RunLoop::enter(inner);
+        loop.runFor(10);
+        EXPECT_EQ(calls, "211") << "neither of the other loop's";
+        other.runFor(5);
+        EXPECT_EQ(calls, "2112323") << "the timer that was started in that loop's turn is its own";
+        {
+            const RunLoop::Turn turn(other);
+            RunLoop::leave(other);
+            EXPECT_EQ(RunLoop::current(), &loop) << "a loop that was left has no turn";
+        }
     }
-    EXPECT_EQ(RunLoop::current(), &loop);
+    calls.clear();
     loop.runFor(10);
-    EXPECT_EQ(calls, "tt");
-    timer.start(5,
-                [&]
-                {
-                    timer.start(20, [this] { calls += 'n'; }); // while it runs itself
-                    calls += 'o';
-                });
+    EXPECT_EQ(calls, "1123") << "all of them are on the loop that is left";
+    first.stop();
+    late.stop();
+    calls.clear();
+    second.start(5,
+                 [&]
+                 {
+                     second.start(20, [this] { calls += 'n'; }); // while it runs itself
+                     calls += 'o';
+                 });
     loop.runFor(25);
-    EXPECT_EQ(calls, "tton");
-    timer.stop();
+    EXPECT_EQ(calls, "on");
+    second.stop();
     loop.runFor(100);
-    EXPECT_EQ(calls, "tton");
+    EXPECT_EQ(calls, "on");
 }
 
 // A loop that is destroyed while it is entered stops its timers, and is not called any more.
@@ -192,8 +208,8 @@ TEST_F(PollRunLoopTest, ForgetsALoopThatHasGone)
     EXPECT_TRUE(timer.isStarted());
 }
 
-// A watch moves from loop to loop like a timer, and survives them.
-TEST_F(PollRunLoopTest, CarriesWatchesThatFollowTheCurrentLoop)
+// Like a timer, a watch stays on its loop and survives it.
+TEST_F(PollRunLoopTest, KeepsWatchesOnTheLoopOnWhichTheyWereStarted)
 {
     Pipe ready;
     ready.put('x');
@@ -212,6 +228,9 @@ TEST_F(PollRunLoopTest, CarriesWatchesThatFollowTheCurrentLoop)
     {
         PollRunLoop inner;
         RunLoop::enter(inner);
+        EXPECT_EQ(callsOf(inner), 0);
+        EXPECT_EQ(callsOf(loop), 1);
+        watch.start(ready.ends[0], [&] { ++count; });
         EXPECT_EQ(callsOf(inner), 1);
         EXPECT_EQ(callsOf(loop), 0);
     }

@@ -22,7 +22,7 @@ class CRect;
 
 class CQDT_DKS_Single;
 
-class IEffectEditor : public Orbel::IEditor
+class IEffectEditor : public virtual Orbel::IEditor
 {
 public:
     // [window thread] The effect's parameters, which it keeps.

@@ -52,7 +52,10 @@ lodex_layer(tovra_tree OWN Tovrane/views/tree/CFrame.h
   NOT Tovrane/views/controls/CMenuItem.h Tovrane/platform/headless/HeadlessFrame.h
       Orbel/contract/OrbelOS.h)
 lodex_layer(tovra_controls OWN Tovrane/views/controls/CMenuItem.h
-  NOT Tovrane/platform/parts/MenuRows.h Orbel/contract/OrbelOS.h)
+  NOT Tovrane/shell/CTovraneEditor.h Tovrane/platform/parts/MenuRows.h Orbel/contract/OrbelOS.h)
+lodex_layer(tovra_shell OWN Tovrane/shell/CTovraneEditor.h
+  NOT Tovrane/platform/headless/HeadlessFrame.h Orbel/Wrapper/VST3/Orbel_VST3.h
+      effect/instance/CQDT_DKS_Single.h)
 lodex_layer(tovra_parts OWN Tovrane/platform/parts/MenuRows.h
   NOT Tovrane/platform/headless/HeadlessFrame.h Tovrane/platform/x11/frame/X11Frame.h)
 lodex_layer(tovra_panels OWN Tovrane/platform/panels/FilePanel.h

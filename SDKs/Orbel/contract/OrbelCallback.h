@@ -43,6 +43,9 @@ public:
     virtual bool CB_beginEdit(int) { return false; }
     virtual bool CB_endEdit(int) { return false; }
     virtual void CB_performEdit(int, float) {}
+    // [window thread] The user changed something that no host automates, so that the project is not what was
+    // saved.
+    virtual void CB_stateChanged() {}
 
     // The host's tempo in beats a minute.
     virtual float CB_getHostTempo() { return 10.0f; }

@@ -43,8 +43,12 @@ void OrbelOS::beginEdit(ParameterProperty* property)
 
 void OrbelOS::endEdit(ParameterProperty* property)
 {
-    if (callback && property && property->isAutomateable())
+    if (!callback || !property)
+        return;
+    if (property->isAutomateable())
         callback->CB_endEdit(getAutomationIndex(property));
+    else
+        callback->CB_stateChanged();
 }
 
 void OrbelOS::performEdit(ParameterProperty* property)

@@ -105,7 +105,8 @@ public:
         resume();
     }
 
-    // Gestures of the editor, by automation index, or by property where it is automatable.
+    // Gestures of the editor, by automation index, or by property. One that is not automatable reaches no
+    // host as a gesture; at its end the host hears that the state has changed.
     virtual void beginEdit(int index)
     {
         if (callback)

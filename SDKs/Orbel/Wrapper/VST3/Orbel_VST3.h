@@ -139,6 +139,7 @@ public:
     bool CB_beginEdit(int index) override;
     bool CB_endEdit(int index) override;
     void CB_performEdit(int index, float position) override;
+    void CB_stateChanged() override;
     float CB_getHostTempo() override { return currentTempo; }
     int CB_getHostedPluginType() const override { return 2; }
     void CB_parameterInfoChanged(const char*) override;

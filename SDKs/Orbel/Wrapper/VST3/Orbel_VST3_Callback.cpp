@@ -60,6 +60,11 @@ void Orbel_VST3::CB_performEdit(int index, float position)
         performEdit(ParamID(index), position);
 }
 
+void Orbel_VST3::CB_stateChanged()
+{
+    setDirty(true);
+}
+
 void Orbel_VST3::CB_parameterInfoChanged(const char*)
 {
     restart(kParamValuesChanged | kParamTitlesChanged);

@@ -23,6 +23,7 @@ struct Shared
 {
     UserScale::Storage storage;
     std::optional<int> percent; // once it was loaded or chosen
+    double desktopScale = 1.0;  // as the last window saw it
     std::vector<WindowScale*> windows;
 };
 
@@ -100,8 +101,8 @@ void UserScale::choose(int percent)
             window->renew();
 }
 
-WindowScale::WindowScale(CFrame& of, std::function<void(double)> applied)
-    : frame(of), apply(std::move(applied))
+WindowScale::WindowScale(CFrame& of, std::function<void(double)> applied, double ofHost)
+    : frame(of), apply(std::move(applied)), hostScale(ofHost)
 {
     shared().windows.push_back(this);
     frame.onDesktopScale = [this] { renew(); };
@@ -116,16 +117,23 @@ WindowScale::~WindowScale()
     frame.onGroundMenu = nullptr;
 }
 
+double WindowScale::expected(double hostScale)
+{
+    const bool isTold = std::isfinite(hostScale) && hostScale > 0.0;
+    const double outside = isTold ? hostScale : shared().desktopScale;
+    return std::clamp(outside * UserScale::percent() / 100.0, smallest, largest);
+}
+
 void WindowScale::setHostScale(double pixelsPerUnit)
 {
-    hostScale = std::isfinite(pixelsPerUnit) && pixelsPerUnit > 0.0 ? pixelsPerUnit : 0.0;
+    hostScale = pixelsPerUnit;
     renew();
 }
 
 void WindowScale::renew()
 {
-    const double outside = hostScale > 0.0 ? hostScale : frame.getOSFrame()->getDesktopScale();
-    const double wanted = std::clamp(outside * UserScale::percent() / 100.0, smallest, largest);
+    shared().desktopScale = frame.getOSFrame()->getDesktopScale();
+    const double wanted = expected(hostScale);
     if (wanted == current)
         return;
     current = wanted;

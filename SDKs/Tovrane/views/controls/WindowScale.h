@@ -40,10 +40,13 @@ public:
     static constexpr double largest = 4.0;
 
     // Calls apply with the scale, now and whenever it changes. The frame has to outlive this object.
-    WindowScale(CFrame& frame, std::function<void(double)> apply);
+    WindowScale(CFrame& frame, std::function<void(double)> apply, double hostScale = 0.0);
     ~WindowScale();
     WindowScale(const WindowScale&) = delete;
     WindowScale& operator=(const WindowScale&) = delete;
+
+    // The scale that a window would have, before there is one: with the desktop's scale of the last window.
+    static double expected(double hostScale);
 
     // What a host tells for its part of the screen; it counts in place of the desktop's scale, never with it.
     // 0 (or any number that is no scale) if the host tells nothing.

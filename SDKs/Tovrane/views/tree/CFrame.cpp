@@ -99,19 +99,18 @@ void CFrame::setViewSize(const CRect& rect, bool invalidate)
     fitPicture();
 }
 
-// A length in pixels, rounded up; the product of a length and a scale may lie a little above a whole number.
-static double pixelsOf(double length, double scale)
+double CFrame::wholePixels(double units, double scale)
 {
     constexpr double roundingError = 1e-6;
-    return scale == 1.0 ? length : std::ceil(length * scale - roundingError);
+    return scale == 1.0 ? units : std::ceil(units * scale - roundingError);
 }
 
 // The top left stays what it is: no window system uses it.
 CRect CFrame::windowSize(const CRect& rect) const
 {
     const double scale = getScale();
-    return {rect.left, rect.top, rect.left + pixelsOf(rect.getWidth(), scale),
-            rect.top + pixelsOf(rect.getHeight(), scale)};
+    return {rect.left, rect.top, rect.left + wholePixels(rect.getWidth(), scale),
+            rect.top + wholePixels(rect.getHeight(), scale)};
 }
 
 void CFrame::setScale(double pixelsPerUnit)
@@ -136,7 +135,8 @@ double CFrame::getScale() const
 
 static unsigned pictureSide(double length, double scale)
 {
-    return Core::truncate<unsigned>(std::min(std::max(pixelsOf(length, scale), 1.0), CFrame::maxPictureSide));
+    return Core::truncate<unsigned>(
+        std::min(std::max(CFrame::wholePixels(length, scale), 1.0), CFrame::maxPictureSide));
 }
 
 // Replaces the picture if it should have another size.

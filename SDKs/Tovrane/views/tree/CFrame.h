@@ -47,6 +47,10 @@ public:
 
     static constexpr double maxPictureSide = 4096.0;
 
+    // A length in pixels, rounded up. A product that lies a rounding error above a whole number is that
+    // number.
+    static double wholePixels(double units, double scale);
+
     // Pixels to a unit; without an editor 1 at first. Renews the picture and the size of the window. An
     // editor calls it when its own scale has changed, to the same value. From 1/4 to 8; others are ignored.
     void setScale(double pixelsPerUnit);

@@ -7,6 +7,7 @@
 #include "Orbel/contract/OrbelFactory.h"
 #include "Orbel/parameters/ParameterProperty.h"
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <utility>
@@ -22,10 +23,22 @@ struct HostBlock
 
 struct RecordingEditor : Orbel::IEditor
 {
-    void getSize(double& width, double& height) const override { width = 600.9, height = 350.2; }
+    void getSize(double& width, double& height) const override
+    {
+        width = 600.9 * scale, height = 350.2 * scale;
+    }
+    void setWindow(Orbel::IEditorWindow* shownIn) override { window = shownIn; }
+    void setContentScale(double pixels) override
+    {
+        scale = pixels;
+        if (window)
+            window->resize(600.0 * scale, 350.0 * scale);
+    }
     bool open(void* parent, const char* type) override
     {
         log += std::string("open ") + type + ";";
+        if (onOpen)
+            onOpen();
         return parent != nullptr;
     }
     void close() override { log += "close;"; }
@@ -40,6 +53,9 @@ struct RecordingEditor : Orbel::IEditor
     }
 
     std::string log;
+    double scale = 1.0;
+    Orbel::IEditorWindow* window = nullptr;
+    std::function<void()> onOpen;
 };
 
 // How the next effect will be.

@@ -54,7 +54,7 @@ IPtr<Linux::IRunLoop> HostRunLoop::find(FUnknown* host)
     return FUnknownPtr<Linux::IRunLoop>(host);
 }
 
-RunLoop::TimerId HostRunLoop::startTimer(int milliseconds, Callback callback)
+HostRunLoop::TimerId HostRunLoop::startTimer(int milliseconds, Callback callback)
 {
     const auto handler = owned(new Handler(std::move(callback)));
     if (host->registerTimer(handler, Linux::TimerInterval(std::max(milliseconds, 1))) != kResultTrue)
@@ -72,7 +72,7 @@ void HostRunLoop::stopTimer(TimerId timer)
     host->unregisterTimer(found.mapped());
 }
 
-RunLoop::WatchId HostRunLoop::watch(int descriptor, Callback callback)
+HostRunLoop::WatchId HostRunLoop::watch(int descriptor, Callback callback)
 {
     const auto handler = owned(new Handler(std::move(callback)));
     if (descriptor < 0 || host->registerEventHandler(handler, descriptor) != kResultTrue)

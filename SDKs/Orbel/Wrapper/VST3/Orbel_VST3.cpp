@@ -258,6 +258,6 @@ void Orbel_VST3::forgetView(Orbel_VST3_EditorView* view)
 
 bool Orbel_VST3::isEditorOpen() const
 {
-    return std::any_of(views.begin(), views.end(), [](const auto* view) { return view->isAttached(); });
+    return std::any_of(views.begin(), views.end(), [](const auto* view) { return view->isShown(); });
 }
 }

@@ -4,10 +4,12 @@
 #include "CORE/ThreadCheck.h"
 #include "CORE/Truncate.h"
 #include "Orbel/Wrapper/VST3/Orbel_VST3.h"
-#include "Orbel/contract/IEditor.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstring>
+#include <optional>
+#include <utility>
 
 namespace Orbel
 {
@@ -20,12 +22,11 @@ static const FIDString platformTypes[] = {kPlatformTypeNSView};
 static const FIDString platformTypes[] = {kPlatformTypeX11EmbedWindowID};
 #endif
 
+// rect is the size that the host knows.
 Orbel_VST3_EditorView::Orbel_VST3_EditorView(Orbel_VST3& adapter, IEditor& shown)
     : owner(&adapter), editor(&shown)
 {
-    double width = 0.0, height = 0.0;
-    editor->getSize(width, height);
-    rect = ViewRect(0, 0, Core::truncate<int32>(width), Core::truncate<int32>(height));
+    rect = editorSize();
 }
 
 Orbel_VST3_EditorView::~Orbel_VST3_EditorView()
@@ -34,11 +35,35 @@ Orbel_VST3_EditorView::~Orbel_VST3_EditorView()
     owner->forgetView(this);
 }
 
+// Calls with the host's loop as the current one. The call may end with this view removed.
+template <typename Call>
+auto Orbel_VST3_EditorView::inTurn(Call call)
+{
+    std::optional<Tovra::RunLoop::Turn> turn;
+    if (loop)
+        turn.emplace(*loop);
+    return call();
+}
+
+void Orbel_VST3_EditorView::joinLoop()
+{
+    if (loop)
+        return;
+    IPtr<Linux::IRunLoop> ofHost = HostRunLoop::find(plugFrame);
+    if (!ofHost)
+        ofHost = HostRunLoop::find(owner->getHostContext());
+    if (ofHost)
+        loop = std::make_unique<HostRunLoop>(ofHost);
+}
+
 void Orbel_VST3_EditorView::close()
 {
-    if (frame)
-        frame->close();
-    frame = nullptr;
+    if (IEditor* const shown = std::exchange(frame, nullptr))
+    {
+        inTurn([shown] { shown->close(); });
+        shown->setWindow(nullptr);
+    }
+    loop.reset();
 }
 
 void Orbel_VST3_EditorView::forgetEditor()
@@ -57,11 +82,21 @@ tresult PLUGIN_API Orbel_VST3_EditorView::isPlatformTypeSupported(FIDString type
 tresult PLUGIN_API Orbel_VST3_EditorView::attached(void* parent, FIDString type)
 {
     Core::checkWindowThread("IPlugView::attached");
-    if (!editor || owner->isEditorOpen() || isPlatformTypeSupported(type) != kResultTrue ||
-        !editor->open(parent, type))
+    if (!editor || owner->isEditorOpen() || isPlatformTypeSupported(type) != kResultTrue)
         return kResultFalse;
+    joinLoop();
+    editor->setWindow(this);
+    if (!inTurn([&] { return editor->open(parent, type); }))
+    {
+        editor->setWindow(nullptr);
+        loop.reset();
+        return kResultFalse;
+    }
     frame = editor;
-    return CPluginView::attached(parent, type);
+    const tresult result = CPluginView::attached(parent, type);
+    const ViewRect size = editorSize(); // the window may stand on a screen with another scale
+    resize(size.getWidth(), size.getHeight());
+    return result;
 }
 
 tresult PLUGIN_API Orbel_VST3_EditorView::removed()
@@ -71,9 +106,79 @@ tresult PLUGIN_API Orbel_VST3_EditorView::removed()
     return CPluginView::removed();
 }
 
+tresult PLUGIN_API Orbel_VST3_EditorView::setFrame(IPlugFrame* frameOfHost)
+{
+    const tresult result = CPluginView::setFrame(frameOfHost);
+    if (frame)
+        joinLoop();
+    return result;
+}
+
+// The size
+
+ViewRect Orbel_VST3_EditorView::editorSize() const
+{
+    if (!editor)
+        return rect;
+    double width = 0.0, height = 0.0;
+    editor->getSize(width, height);
+    return {0, 0, Core::truncate<int32>(width), Core::truncate<int32>(height)};
+}
+
+tresult PLUGIN_API Orbel_VST3_EditorView::getSize(ViewRect* size)
+{
+    if (!size)
+        return kInvalidArgument;
+    *size = rect = editorSize();
+    return kResultTrue;
+}
+
+tresult PLUGIN_API Orbel_VST3_EditorView::onSize(ViewRect* size)
+{
+    if (!size)
+        return kInvalidArgument;
+    rect = *size;
+    return kResultTrue;
+}
+
+tresult PLUGIN_API Orbel_VST3_EditorView::checkSizeConstraint(ViewRect* size)
+{
+    if (!size)
+        return kInvalidArgument;
+    const ViewRect only = editorSize();
+    size->right = size->left + only.getWidth();
+    size->bottom = size->top + only.getHeight();
+    return kResultTrue;
+}
+
+// A host that does not answer with onSize has heard of it all the same.
+bool Orbel_VST3_EditorView::resize(double width, double height)
+{
+    ViewRect wanted(0, 0, Core::truncate<int32>(width), Core::truncate<int32>(height));
+    const bool isKnown = wanted.getWidth() == rect.getWidth() && wanted.getHeight() == rect.getHeight();
+    if (!frame || isKnown)
+        return true;
+    if (!plugFrame || plugFrame->resizeView(this, &wanted) != kResultTrue)
+        return false;
+    rect = wanted;
+    return true;
+}
+
+tresult PLUGIN_API Orbel_VST3_EditorView::setContentScaleFactor(ScaleFactor factor)
+{
+    Core::checkWindowThread("IPlugViewContentScaleSupport::setContentScaleFactor");
+    if (!editor || !std::isfinite(factor) || factor <= 0.0f)
+        return kResultFalse;
+    inTurn([&] { editor->setContentScale(double(factor)); });
+    return kResultTrue;
+}
+
+// Input
+
 tresult PLUGIN_API Orbel_VST3_EditorView::onWheel(float distance)
 {
-    return frame && frame->onWheel(distance) ? kResultTrue : kResultFalse;
+    const bool taken = frame && inTurn([&] { return frame->onWheel(distance); });
+    return taken ? kResultTrue : kResultFalse;
 }
 
 // Keys that print come as key, all others as keyCode, whose numbers from 128 on are ASCII codes plus 80.
@@ -94,11 +199,15 @@ static Core::KeyCode keyOf(char16 key, int16 keyCode, int16 modifiers)
 
 tresult PLUGIN_API Orbel_VST3_EditorView::onKeyDown(char16 key, int16 keyCode, int16 modifiers)
 {
-    return frame && frame->onKeyDown(keyOf(key, keyCode, modifiers)) ? kResultTrue : kResultFalse;
+    const Core::KeyCode code = keyOf(key, keyCode, modifiers);
+    const bool taken = frame && inTurn([&] { return frame->onKeyDown(code); });
+    return taken ? kResultTrue : kResultFalse;
 }
 
 tresult PLUGIN_API Orbel_VST3_EditorView::onKeyUp(char16 key, int16 keyCode, int16 modifiers)
 {
-    return frame && frame->onKeyUp(keyOf(key, keyCode, modifiers)) ? kResultTrue : kResultFalse;
+    const Core::KeyCode code = keyOf(key, keyCode, modifiers);
+    const bool taken = frame && inTurn([&] { return frame->onKeyUp(code); });
+    return taken ? kResultTrue : kResultFalse;
 }
 }

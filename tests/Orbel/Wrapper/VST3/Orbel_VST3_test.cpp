@@ -430,3 +430,125 @@ TEST_F(Orbel_VST3Test, ShowsTheEditorOfAnEffectThatHasOne)
     EXPECT_EQ(other->onWheel(1.0f), kResultFalse);
     EXPECT_EQ(view->attached(this, kPlatformTypeX11EmbedWindowID), kResultFalse);
 }
+
+namespace
+{
+// The window of a host, which has a run loop, and answers a new size as hosts do.
+struct HostFrame : IPlugFrame, Linux::IRunLoop
+{
+    tresult PLUGIN_API resizeView(IPlugView* view, ViewRect* size) override
+    {
+        log += std::to_string(size->getWidth()) + "x" + std::to_string(size->getHeight()) + ";";
+        return view->onSize(size);
+    }
+    tresult PLUGIN_API registerTimer(Linux::ITimerHandler* handler, Linux::TimerInterval period) override
+    {
+        log += "timer " + std::to_string(period) + ";";
+        timers.push_back(handler);
+        return kResultTrue;
+    }
+    tresult PLUGIN_API unregisterTimer(Linux::ITimerHandler* handler) override
+    {
+        return std::erase(timers, handler) == 1 ? kResultTrue : kResultFalse;
+    }
+    tresult PLUGIN_API registerEventHandler(Linux::IEventHandler* handler, Linux::FileDescriptor fd) override
+    {
+        log += "descriptor " + std::to_string(fd) + ";";
+        descriptors.push_back(handler);
+        return kResultTrue;
+    }
+    tresult PLUGIN_API unregisterEventHandler(Linux::IEventHandler* handler) override
+    {
+        return std::erase(descriptors, handler) == 1 ? kResultTrue : kResultFalse;
+    }
+    tresult PLUGIN_API queryInterface(const TUID interfaceID, void** object) override
+    {
+        QUERY_INTERFACE(interfaceID, object, IPlugFrame::iid, IPlugFrame)
+        QUERY_INTERFACE(interfaceID, object, Linux::IRunLoop::iid, Linux::IRunLoop)
+        return kNoInterface;
+    }
+    uint32 PLUGIN_API addRef() override { return 1000; }
+    uint32 PLUGIN_API release() override { return 1000; }
+
+    std::vector<Linux::ITimerHandler*> timers;
+    std::vector<Linux::IEventHandler*> descriptors;
+    std::string log;
+};
+}
+
+TEST_F(Orbel_VST3Test, RunsTheEditorInTheLoopOfTheHostThatShowsIt)
+{
+    RecordingEffect::plan.hasEditor = true;
+    make();
+    HostFrame hosts[2];
+    auto& editor = dynamic_cast<RecordingEditor&>(*effect().getEditor());
+    const auto view = owned(adapter->createView(ViewType::kEditor));
+    Tovra::RepeatingTimer timer;
+    Tovra::DescriptorWatch watch;
+    std::string calls;
+    editor.onOpen = [&]
+    {
+        timer.start(25, [&] { calls += "timer;"; });
+        watch.start(7,
+                    [&] { calls += "input;", timer.start(40, [&] { view->removed(), calls += "gone;"; }); });
+    };
+    view->setFrame(&hosts[0]);
+    EXPECT_EQ(view->attached(this, kPlatformTypeX11EmbedWindowID), kResultTrue);
+    EXPECT_EQ(std::exchange(hosts[0].log, ""), "timer 25;descriptor 7;");
+    hosts[0].timers[0]->onTimer();
+    const IPtr<Linux::ITimerHandler> late(hosts[0].timers[0]);
+    view->removed();
+    late->onTimer(); // by a host that had it in hand already
+    EXPECT_EQ(std::exchange(calls, ""), "timer;");
+    EXPECT_TRUE(hosts[0].timers.empty() && hosts[0].descriptors.empty());
+
+    // The other window gets its frame too late, and goes while one of its timers is called.
+    view->setFrame(nullptr);
+    timer.stop();
+    watch.stop();
+    EXPECT_EQ(view->attached(this, kPlatformTypeX11EmbedWindowID), kResultTrue);
+    view->setFrame(&hosts[1]);
+    EXPECT_EQ(hosts[1].log, "timer 25;descriptor 7;");
+    hosts[1].descriptors[0]->onFDIsSet(7);
+    const IPtr<Linux::ITimerHandler> last(hosts[1].timers[0]);
+    last->onTimer();
+    EXPECT_EQ(calls, "input;gone;");
+    EXPECT_TRUE(hosts[1].timers.empty() && hosts[1].descriptors.empty());
+    EXPECT_EQ(Tovra::RunLoop::current(), nullptr);
+    EXPECT_EQ(hosts[0].log, "");
+}
+
+TEST_F(Orbel_VST3Test, HasOneSizeAtEachScale)
+{
+    RecordingEffect::plan.hasEditor = true;
+    make();
+    HostFrame frame;
+    const auto view = owned(adapter->createView(ViewType::kEditor));
+    const FUnknownPtr<IPlugViewContentScaleSupport> scaling(view);
+    ASSERT_TRUE(scaling);
+    const auto size = [&view]
+    {
+        ViewRect rect;
+        view->getSize(&rect);
+        return std::to_string(rect.getWidth()) + "x" + std::to_string(rect.getHeight());
+    };
+    view->setFrame(&frame);
+    EXPECT_EQ(size(), "600x350");
+    for (const float factor : {0.0f, -1.0f, std::numeric_limits<float>::infinity(), NAN})
+        EXPECT_EQ(scaling->setContentScaleFactor(factor), kResultFalse);
+    EXPECT_EQ(scaling->setContentScaleFactor(2.0f), kResultTrue);
+    EXPECT_EQ(frame.log, "") << "not attached";
+    view->attached(this, kPlatformTypeX11EmbedWindowID);
+    EXPECT_EQ(std::exchange(frame.log, ""), "1201x700;") << "the host knows another size";
+    EXPECT_EQ(scaling->setContentScaleFactor(1.0f), kResultTrue);
+    EXPECT_EQ(frame.log, "600x350;");
+    EXPECT_EQ(view->canResize(), kResultFalse);
+    ViewRect wish(10, 10, 900, 20);
+    EXPECT_EQ(view->onSize(&wish), kResultTrue);
+    EXPECT_EQ(view->checkSizeConstraint(&wish), kResultTrue);
+    EXPECT_EQ(wish.right, 610);
+    EXPECT_EQ(wish.bottom, 360);
+    EXPECT_EQ(size(), "600x350");
+    EXPECT_EQ(view->getSize(nullptr), kInvalidArgument);
+    EXPECT_EQ(view->onSize(nullptr), kInvalidArgument);
+}

@@ -3,6 +3,7 @@
 #include "Orbel/Wrapper/VST3/Orbel_VST3_EditorView.h"
 #include "Orbel/Wrapper/VST3/VST3Driver.h"
 #include "support/AdapterContract.h"
+#include "support/VST3HostFrame.h"
 
 #include <cmath>
 #include <gmock/gmock.h>
@@ -431,56 +432,11 @@ TEST_F(Orbel_VST3Test, ShowsTheEditorOfAnEffectThatHasOne)
     EXPECT_EQ(view->attached(this, kPlatformTypeX11EmbedWindowID), kResultFalse);
 }
 
-namespace
-{
-// The window of a host, which has a run loop, and answers a new size as hosts do.
-struct HostFrame : IPlugFrame, Linux::IRunLoop
-{
-    tresult PLUGIN_API resizeView(IPlugView* view, ViewRect* size) override
-    {
-        log += std::to_string(size->getWidth()) + "x" + std::to_string(size->getHeight()) + ";";
-        return view->onSize(size);
-    }
-    tresult PLUGIN_API registerTimer(Linux::ITimerHandler* handler, Linux::TimerInterval period) override
-    {
-        log += "timer " + std::to_string(period) + ";";
-        timers.push_back(handler);
-        return kResultTrue;
-    }
-    tresult PLUGIN_API unregisterTimer(Linux::ITimerHandler* handler) override
-    {
-        return std::erase(timers, handler) == 1 ? kResultTrue : kResultFalse;
-    }
-    tresult PLUGIN_API registerEventHandler(Linux::IEventHandler* handler, Linux::FileDescriptor fd) override
-    {
-        log += "descriptor " + std::to_string(fd) + ";";
-        descriptors.push_back(handler);
-        return kResultTrue;
-    }
-    tresult PLUGIN_API unregisterEventHandler(Linux::IEventHandler* handler) override
-    {
-        return std::erase(descriptors, handler) == 1 ? kResultTrue : kResultFalse;
-    }
-    tresult PLUGIN_API queryInterface(const TUID interfaceID, void** object) override
-    {
-        QUERY_INTERFACE(interfaceID, object, IPlugFrame::iid, IPlugFrame)
-        QUERY_INTERFACE(interfaceID, object, Linux::IRunLoop::iid, Linux::IRunLoop)
-        return kNoInterface;
-    }
-    uint32 PLUGIN_API addRef() override { return 1000; }
-    uint32 PLUGIN_API release() override { return 1000; }
-
-    std::vector<Linux::ITimerHandler*> timers;
-    std::vector<Linux::IEventHandler*> descriptors;
-    std::string log;
-};
-}
-
 TEST_F(Orbel_VST3Test, RunsTheEditorInTheLoopOfTheHostThatShowsIt)
 {
     RecordingEffect::plan.hasEditor = true;
     make();
-    HostFrame hosts[2];
+    VST3HostFrame hosts[2];
     auto& editor = dynamic_cast<RecordingEditor&>(*effect().getEditor());
     const auto view = owned(adapter->createView(ViewType::kEditor));
     Tovra::RepeatingTimer timer;
@@ -495,12 +451,12 @@ TEST_F(Orbel_VST3Test, RunsTheEditorInTheLoopOfTheHostThatShowsIt)
     view->setFrame(&hosts[0]);
     EXPECT_EQ(view->attached(this, kPlatformTypeX11EmbedWindowID), kResultTrue);
     EXPECT_EQ(std::exchange(hosts[0].log, ""), "timer 25;descriptor 7;");
-    hosts[0].timers[0]->onTimer();
-    const IPtr<Linux::ITimerHandler> late(hosts[0].timers[0]);
+    hosts[0].timers[0].handler->onTimer();
+    const IPtr<Linux::ITimerHandler> late(hosts[0].timers[0].handler);
     view->removed();
     late->onTimer(); // by a host that had it in hand already
     EXPECT_EQ(std::exchange(calls, ""), "timer;");
-    EXPECT_TRUE(hosts[0].timers.empty() && hosts[0].descriptors.empty());
+    EXPECT_TRUE(hosts[0].isIdle());
 
     // The other window gets its frame too late, and goes while one of its timers is called.
     view->setFrame(nullptr);
@@ -509,11 +465,11 @@ TEST_F(Orbel_VST3Test, RunsTheEditorInTheLoopOfTheHostThatShowsIt)
     EXPECT_EQ(view->attached(this, kPlatformTypeX11EmbedWindowID), kResultTrue);
     view->setFrame(&hosts[1]);
     EXPECT_EQ(hosts[1].log, "timer 25;descriptor 7;");
-    hosts[1].descriptors[0]->onFDIsSet(7);
-    const IPtr<Linux::ITimerHandler> last(hosts[1].timers[0]);
+    hosts[1].inputs[0].handler->onFDIsSet(7);
+    const IPtr<Linux::ITimerHandler> last(hosts[1].timers[0].handler);
     last->onTimer();
     EXPECT_EQ(calls, "input;gone;");
-    EXPECT_TRUE(hosts[1].timers.empty() && hosts[1].descriptors.empty());
+    EXPECT_TRUE(hosts[1].isIdle());
     EXPECT_EQ(Tovra::RunLoop::current(), nullptr);
     EXPECT_EQ(hosts[0].log, "");
 }
@@ -522,7 +478,7 @@ TEST_F(Orbel_VST3Test, HasOneSizeAtEachScale)
 {
     RecordingEffect::plan.hasEditor = true;
     make();
-    HostFrame frame;
+    VST3HostFrame frame;
     const auto view = owned(adapter->createView(ViewType::kEditor));
     const FUnknownPtr<IPlugViewContentScaleSupport> scaling(view);
     ASSERT_TRUE(scaling);

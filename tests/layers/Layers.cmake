@@ -42,6 +42,8 @@ lodex_layer(wrapper_vst3 OWN Orbel/Wrapper/VST3/Orbel_VST3.h
   NOT effect/instance/CQDT_DKS_Single.h presets/IPresetInterface.h Tovrane/views/tree/CFrame.h)
 lodex_layer(tovra_base OWN Tovrane/base/CRect.h
   NOT Tovrane/draw/CColor.h Orbel/parameters/ParameterProperty.h)
+lodex_layer(tovra_scope OWN Tovrane/scope/IScopeDataProvider.h
+  NOT Tovrane/base/CRect.h Tovrane/draw/CColor.h Orbel/contract/OrbelOS.h)
 lodex_layer(tovra_fonts OWN Tovrane/lib/decompose_ft.h
   NOT Tovrane/draw/PelmoText.h Tovrane/base/CRect.h)
 lodex_layer(tovra_draw OWN Tovrane/draw/CDrawContext.h

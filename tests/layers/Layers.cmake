@@ -53,6 +53,8 @@ lodex_layer(tovra_window OWN Tovrane/window/IFrame.h
 lodex_layer(tovra_tree OWN Tovrane/views/tree/CFrame.h
   NOT Tovrane/views/controls/CMenuItem.h Tovrane/platform/headless/HeadlessFrame.h
       Orbel/contract/OrbelOS.h)
+lodex_layer(tovra_scope_view OWN Tovrane/views/scope/CNewScopeRenderer.h
+  NOT Tovrane/views/tree/CFrame.h Orbel/contract/OrbelOS.h)
 lodex_layer(tovra_controls OWN Tovrane/views/controls/CMenuItem.h
   NOT Tovrane/shell/CTovraneEditor.h Tovrane/platform/parts/MenuRows.h Orbel/contract/OrbelOS.h)
 lodex_layer(tovra_shell OWN Tovrane/shell/CTovraneEditor.h

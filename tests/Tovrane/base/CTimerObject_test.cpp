@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Tovrane/base/CTimerObject.h"
 #include "Tovrane/base/RunLoop.h"
-#include "support/ManualClock.h"
+#include "Tovrane/base/VirtualClock.h"
 
 #include <functional>
 #include <gtest/gtest.h>
@@ -11,6 +11,7 @@
 
 using Tovra::RegisterTimerObject;
 using Tovra::RemoveTimerObject;
+using Tovra::VirtualClock;
 
 namespace
 {
@@ -87,7 +88,7 @@ protected:
         }
     }
 
-    ManualClock clock;
+    VirtualClock clock;
     HandLoop loop;
 };
 
@@ -215,7 +216,7 @@ TEST_F(CTimerObjectTest, GivesTimeInSixtiethsOfASecond)
     for (const auto& [microseconds, ticks] :
          {std::pair(16666L, 0L), {16667L, 16L}, {49999L, 33L}, {50000L, 50L}, {86400000000L, 86400000L}})
     {
-        clock.now = microseconds;
+        clock.setMicroseconds(microseconds);
         EXPECT_EQ(Tovra::Tovra_getTicks(), ticks) << microseconds;
     }
 }

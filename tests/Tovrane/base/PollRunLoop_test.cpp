@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Tovrane/base/PollRunLoop.h"
-#include "support/ManualClock.h"
+#include "Tovrane/base/VirtualClock.h"
 
 #include <array>
 #include <gtest/gtest.h>
@@ -11,6 +11,7 @@ using Tovra::DescriptorWatch;
 using Tovra::PollRunLoop;
 using Tovra::RepeatingTimer;
 using Tovra::RunLoop;
+using Tovra::VirtualClock;
 
 namespace
 {
@@ -49,7 +50,7 @@ protected:
                                [this, name] { calls += name + std::to_string(clock.milliseconds()) + ' '; });
     }
 
-    ManualClock clock;
+    VirtualClock clock;
     PollRunLoop loop;
     std::string calls;
 };

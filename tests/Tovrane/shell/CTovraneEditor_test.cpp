@@ -2,6 +2,7 @@
 #include "Orbel/contract/OrbelOS.h"
 #include "Orbel/parameters/ParameterProperty.h"
 #include "Tovrane/base/PollRunLoop.h"
+#include "Tovrane/base/VirtualClock.h"
 #include "Tovrane/draw/CBitmap.h"
 #include "Tovrane/draw/CMACBitmap.h"
 #include "Tovrane/draw/PelmoAGG.h"
@@ -11,7 +12,6 @@
 #include "Tovrane/views/controls/DisplayColors.h"
 #include "Tovrane/views/controls/Tovra_ActionButton.h"
 #include "Tovrane/views/controls/Tovra_ParamDisplay.h"
-#include "support/ManualClock.h"
 
 #include <gtest/gtest.h>
 #include <set>
@@ -91,7 +91,7 @@ using Texts = std::vector<std::string>;
 
 TEST(CTovraneEditor, IsIdledByTheLoopOfItsOwnWindowUntilItCloses)
 {
-    ManualClock clock;
+    VirtualClock clock;
     PollRunLoop first, second;
     Editor a(nullptr), b(nullptr);
     RunLoop::enter(first);

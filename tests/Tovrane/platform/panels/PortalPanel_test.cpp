@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "Tovrane/base/VirtualClock.h"
 #include "Tovrane/platform/panels/PortalPanel.h"
 #include "Tovrane/platform/panels/PrivateBus.h"
-#include "support/ManualClock.h"
 
 #include <optional>
 #include <sys/socket.h>
@@ -161,7 +161,7 @@ TEST_F(PortalPanelTest, WaitsForNoBusThatHangs)
     ASSERT_EQ(bind(listening, at, sizeof place), 0);
     ASSERT_EQ(listen(listening, 2), 0);
     address = "unix:path=" + std::string(place.sun_path);
-    const ManualClock clock;
+    const VirtualClock clock;
     EXPECT_EQ(result(), (Outcome{unavailable, {}}));
 
     std::vector<int> waiting;

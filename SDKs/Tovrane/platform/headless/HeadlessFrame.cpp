@@ -214,6 +214,15 @@ HeadlessTextEdit* HeadlessFrame::textEdit() const
     return dynamic_cast<HeadlessTextEdit*>(open.top(OverlayKind::field));
 }
 
+long HeadlessFrame::keyDown(const TovraKeyCode& code, const std::string& typed)
+{
+    const Kept<HeadlessFrame> alive(this);
+    if (open.keyDown(code, typed) != kKeyConsumed)
+        return windowEvents.keyDown(code);
+    afterEvent();
+    return kKeyConsumed;
+}
+
 void HeadlessFrame::answerMenus()
 {
     const Kept<HeadlessFrame> alive(this);

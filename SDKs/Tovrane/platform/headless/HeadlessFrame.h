@@ -53,6 +53,10 @@ public:
 
     // What a user does.
     WindowEvents& events() { return windowEvents; }
+    // A key, and the text that it types (UTF-8, empty with a command key): first for the text field that is
+    // open, then for the frame. kKeyNotHandled if it would go to the host.
+    long keyDown(const TovraKeyCode& code, const std::string& typed);
+    long keyUp(const TovraKeyCode& code) { return windowEvents.keyUp(code); }
 
     // What the frame asked for.
     CCursorType cursor() const { return currentCursor; }

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Tovrane/platform/headless/HeadlessTextEdit.h"
 
-#include "CORE/Utf8.h"
 #include "Tovrane/window/ITextEditCallback.h"
 
 namespace Tovra
@@ -13,16 +12,9 @@ HeadlessTextEdit::HeadlessTextEdit(HeadlessFrame& on, ITextEditCallback& heardBy
     handle.open(frame->overlays(), *this, OverlayKind::field);
 }
 
-static std::string cutToField(std::string text)
-{
-    text.resize(Core::Utf8::align(text, IOSTextEdit::textSize - 1));
-    return text;
-}
-
 bool HeadlessTextEdit::setText(const char* next)
 {
-    text = cutToField(next != nullptr ? next : "");
-    allSelected = true;
+    line.setText(next != nullptr ? next : "");
     return true;
 }
 
@@ -36,30 +28,42 @@ bool HeadlessTextEdit::updateSize()
     return true;
 }
 
-bool HeadlessTextEdit::isTakenByView(const TovraKeyCode& code)
+long HeadlessTextEdit::onKeyDown(TovraKeyCode& code)
 {
-    return callback.textEditOnKeyDown(code) == kKeyConsumed;
+    return overlayKeyDown(code, typedBy(code));
+}
+
+long HeadlessTextEdit::overlayKeyDown(const TovraKeyCode& code, const std::string& typed)
+{
+    const std::weak_ptr<bool> isThere = life;
+    if (callback.textEditOnKeyDown(code) == kKeyConsumed || isThere.expired())
+        return kKeyConsumed;
+    const bool isReturn = code.virtualKey == kVirtualReturn || code.virtualKey == kVirtualKeypadEnter;
+    if (!isReturn && code.virtualKey != kVirtualEscape)
+        return line.key(code, typed) ? kKeyConsumed : kKeyNotHandled;
+    callback.textEditLooseFocus(isReturn); // usually the end of this
+    return kKeyConsumed;
 }
 
 void HeadlessTextEdit::type(const char* typed)
 {
-    text = cutToField((allSelected ? std::string() : text) + typed);
-    allSelected = false;
+    line.insert(typed);
+}
+
+static TovraKeyCode codeOf(VirtualKey key)
+{
+    TovraKeyCode code;
+    code.virtualKey = key;
+    return code;
 }
 
 void HeadlessTextEdit::pressReturn()
 {
-    TovraKeyCode code;
-    code.virtualKey = kVirtualReturn;
-    if (!isTakenByView(code))
-        callback.textEditLooseFocus(true);
+    overlayKeyDown(codeOf(kVirtualReturn), "");
 }
 
 void HeadlessTextEdit::pressEscape()
 {
-    TovraKeyCode code;
-    code.virtualKey = kVirtualEscape;
-    if (!isTakenByView(code))
-        callback.textEditLooseFocus(false);
+    overlayKeyDown(codeOf(kVirtualEscape), "");
 }
 }

@@ -5,8 +5,10 @@
 #include "Tovrane/base/CRect.h"
 #include "Tovrane/base/Kept.h"
 #include "Tovrane/platform/headless/HeadlessFrame.h"
+#include "Tovrane/platform/parts/EditLine.h"
 #include "Tovrane/window/IOSTextEdit.h"
 
+#include <memory>
 #include <string>
 
 namespace Tovra
@@ -18,31 +20,29 @@ class HeadlessTextEdit : public IOSTextEdit, public FrameOverlay
 public:
     HeadlessTextEdit(HeadlessFrame& on, ITextEditCallback& callback);
 
-    const char* getText() override { return text.c_str(); }
+    const char* getText() override { return line.text().c_str(); }
     bool setText(const char* next) override;
     bool updateSize() override;
+    long onKeyDown(TovraKeyCode& code) override;
 
     // What a user does. Each may destroy the field. Typing replaces the selection, which is the whole text
-    // once setText was called, or else goes to the end.
+    // once setText was called. Single keys come through HeadlessFrame::keyDown.
     void type(const char* typed);
     void pressReturn();
     void pressEscape();
 
-    bool isAllSelected() const { return allSelected; }
     // In world coordinates, cut to what is visible.
     const CRect& place() const { return visible; }
 
     void overlayLost() override {}
-    long overlayKeyDown(const TovraKeyCode&, const std::string&) override { return kKeyNotHandled; }
+    long overlayKeyDown(const TovraKeyCode& code, const std::string& typed) override;
 
 private:
-    bool isTakenByView(const TovraKeyCode& code);
-
     const Kept<HeadlessFrame> frame;
     ITextEditCallback& callback;
-    std::string text;
-    bool allSelected = false;
+    EditLine line{std::size_t(textSize - 1)};
     CRect visible;
     OverlayHandle handle;
+    std::shared_ptr<bool> life = std::make_shared<bool>(); // expires with the field
 };
 }

@@ -38,6 +38,16 @@ std::string onOneLine(std::string_view text)
     return result;
 }
 
+std::string typedBy(const TovraKeyCode& code)
+{
+    if (code.virtualKey >= kVirtualKeypad0 && code.virtualKey < kVirtualKeypadMultiply)
+        return std::string(1, char('0' + (code.virtualKey - kVirtualKeypad0)));
+    if (code.virtualKey == kVirtualSpace)
+        return " ";
+    const bool isCharacter = code.character > 0 && code.character <= Utf8::highestCodePoint;
+    return isCharacter ? Utf8::encode(char32_t(code.character)) : std::string();
+}
+
 std::string EditLine::selected() const
 {
     return line.substr(selectionStart(), selectionEnd() - selectionStart());
@@ -125,5 +135,45 @@ void EditLine::insert(std::string_view added)
     const std::string_view fitting = Utf8::cut(clean, most - line.size());
     line.insert(caretAt, fitting);
     moveTo(caretAt + fitting.size(), false);
+}
+
+bool EditLine::key(const TovraKeyCode& code, std::string_view typed)
+{
+    const bool isCommand = (code.modifiers & (kKeyControl | kKeyCommand)) != 0;
+    const bool selectsAll = (code.modifiers & kKeyCommand) != 0 && (code.character | 0x20) == 'a';
+    if (selectsAll)
+        selectAll();
+    else if (code.virtualKey == kVirtualBackspace || code.virtualKey == kVirtualDelete)
+        erase(isCommand ? word : character, code.virtualKey == kVirtualDelete);
+    else if (navigate(code))
+        return true;
+    else if (typed.empty() || isCommand)
+        return false;
+    else
+        insert(typed);
+    return true;
+}
+
+bool EditLine::navigate(const TovraKeyCode& code)
+{
+    const bool extend = (code.modifiers & kKeyShift) != 0;
+    const Step step = (code.modifiers & kKeyCommand) != 0 ? word : character;
+    switch (code.virtualKey)
+    {
+    case kVirtualLeft:
+    case kVirtualRight:
+        move(step, code.virtualKey == kVirtualRight, extend);
+        return true;
+    case kVirtualUp:
+    case kVirtualHome:
+        move(wholeLine, false, extend);
+        return true;
+    case kVirtualDown:
+    case kVirtualEnd:
+        move(wholeLine, true, extend);
+        return true;
+    default:
+        return false;
+    }
 }
 }

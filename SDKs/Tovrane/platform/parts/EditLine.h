@@ -5,6 +5,8 @@
 // whatever is put in, and never exceeds its limit.
 #pragma once
 
+#include "Tovrane/window/TovraKeyCode.h"
+
 #include <cstddef>
 #include <string>
 #include <string_view>
@@ -45,8 +47,12 @@ public:
     void erase(Step step, bool forward);
     // Replaces the selection. What exceeds the limit is cut off at the end of added.
     void insert(std::string_view added);
+    // What a key does to the line: it moves the caret, with shift over a selection and with command by words,
+    // deletes, selects all of it (command and A), or inserts what it types. False if it does nothing here.
+    bool key(const TovraKeyCode& code, std::string_view typed);
 
 private:
+    bool navigate(const TovraKeyCode& code);
     std::size_t target(Step step, bool forward) const;
 
     const std::size_t most;
@@ -54,6 +60,9 @@ private:
     std::size_t caretAt = 0;
     std::size_t anchor = 0; // the other end of the selection
 };
+
+// [any thread]  What a key types that comes without its text, as hosts pass keys on. UTF-8.
+std::string typedBy(const TovraKeyCode& code);
 
 // [any thread]  The text on one line: broken characters and control characters are left out, a line end or
 // tab becomes a space, and line ends at the very end vanish.

@@ -83,6 +83,50 @@ TEST_F(HeadlessWindow, ATextFieldEndsByReturnOrEscape)
     owner.onEnd = nullptr;
 }
 
+// A key is the field's first, then the view's with the focus; what nobody takes is the host's.
+TEST_F(HeadlessWindow, KeysGoToTheTextFieldFirst)
+{
+    RecordingView* const view = add("view", {0, 0, 200, 100});
+    view->answers["key"] = kKeyNotHandled;
+    frame->setFocusView(view);
+    FieldOwner owner;
+    std::unique_ptr<IOSTextEdit> field(frame->createOSTextEdit(&owner, nullptr));
+    owner.onEnd = [&] { field.reset(); };
+    field->setText("gain");
+    const struct
+    {
+        int key; // a character, or minus a VirtualKey
+        int modifiers;
+        const char* text;
+    } strokes[] = {{-kVirtualEnd, 0, "gain"},
+                   {'s', 0, "gains"},
+                   {-kVirtualBackspace, 0, "gain"},
+                   {-kVirtualHome, kKeyShift, "gain"},
+                   {'x', 0, "x"},
+                   {-kVirtualSpace, 0, "x "},
+                   {'a', kKeyCommand, "x "},
+                   {-kVirtualDelete, 0, ""},
+                   {0xE4, 0, "\xC3\xA4"}};
+    for (const auto& stroke : strokes)
+    {
+        TovraKeyCode code;
+        code.character = stroke.key > 0 ? stroke.key : 0;
+        code.virtualKey = std::uint8_t(stroke.key < 0 ? -stroke.key : 0);
+        code.modifiers = std::uint8_t(stroke.modifiers);
+        EXPECT_EQ(window().keyDown(code, stroke.modifiers == kKeyCommand ? "" : typedBy(code)), kKeyConsumed);
+        EXPECT_STREQ(field->getText(), stroke.text);
+    }
+    TovraKeyCode code;
+    code.virtualKey = kVirtualF1 + 1;
+    EXPECT_THAT(taken(log), testing::IsEmpty());
+    EXPECT_EQ(window().keyDown(code, ""), kKeyNotHandled);
+    EXPECT_THAT(taken(log), testing::Contains("view key"));
+    code.virtualKey = kVirtualReturn;
+    EXPECT_EQ(window().keyDown(code, ""), kKeyConsumed);
+    EXPECT_EQ(owner.ended, "return");
+    EXPECT_EQ(field, nullptr);
+}
+
 TEST_F(HeadlessWindow, AMenuAnswersOnlyWhatCanBeChosen)
 {
     PlainMenu menu;

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The live text field: a child window over the frame, drawn by the toolkit.
 //
-// Besides the keys that EditLine knows it takes Control with A, C, X and V, Insert with Control or shift,
+// Besides the keys that EditLine knows it takes Control with C, X and V, Insert with Control or shift,
 // Delete with shift, double and triple clicks, dragging, and the middle button for what was selected last,
 // here or in another program. Keys come from the frame's window, which keeps the focus.
 //
@@ -47,8 +47,6 @@ private:
     void dragged(const xcb_motion_notify_event_t& event);
     void endDrag();
     bool command(const TovraKeyCode& code);
-    bool navigate(const TovraKeyCode& code);
-    bool edit(const TovraKeyCode& code, const std::string& typed);
     void copy();
     void paste(X11Clipboard::Which from);
     void offerSelection();

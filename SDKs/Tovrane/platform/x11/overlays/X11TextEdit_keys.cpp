@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // What keys do to the live text field, and its clipboard.
-#include "CORE/Utf8.h"
 #include "Tovrane/platform/x11/overlays/X11TextEdit.h"
 #include "Tovrane/window/ITextEditCallback.h"
 
@@ -8,14 +7,7 @@ namespace Tovra
 {
 long X11TextEdit::onKeyDown(TovraKeyCode& code)
 {
-    std::string typed;
-    if (code.virtualKey >= kVirtualKeypad0 && code.virtualKey < kVirtualKeypadMultiply)
-        typed = char('0' + (code.virtualKey - kVirtualKeypad0));
-    else if (code.virtualKey == kVirtualSpace)
-        typed = " ";
-    else if (code.character > 0 && code.character <= Core::Utf8::highestCodePoint)
-        typed = Core::Utf8::encode(char32_t(code.character));
-    return overlayKeyDown(code, typed);
+    return overlayKeyDown(code, typedBy(code));
 }
 
 long X11TextEdit::overlayKeyDown(const TovraKeyCode& code, const std::string& typed)
@@ -32,8 +24,12 @@ long X11TextEdit::overlayKeyDown(const TovraKeyCode& code, const std::string& ty
         callback->textEditLooseFocus(code.virtualKey != kVirtualEscape); // usually the end of this
         return kKeyConsumed;
     }
-    if (!command(code) && !navigate(code) && !edit(code, typed))
-        return kKeyNotHandled;
+    if (!command(code))
+    {
+        if (!line.key(code, typed))
+            return kKeyNotHandled;
+        offerSelection(); // there is one if the key has selected something
+    }
     changed();
     return kKeyConsumed;
 }
@@ -44,7 +40,7 @@ void X11TextEdit::overlayText(const std::string& text)
     changed();
 }
 
-// What Control does, and shift with Insert and Delete.
+// What the clipboard takes part in: Control with C, X and V, shift or Control with Insert and Delete.
 bool X11TextEdit::command(const TovraKeyCode& code)
 {
     const bool isControl = (code.modifiers & kKeyCommand) != 0;
@@ -52,12 +48,7 @@ bool X11TextEdit::command(const TovraKeyCode& code)
     const auto key = isControl ? (code.character | 0x20) : 0; // lower case
     const bool isInsert = code.virtualKey == kVirtualInsert;
     const bool isCut = key == 'x' || (code.virtualKey == kVirtualDelete && isShift && !isControl);
-    if (key == 'a')
-    {
-        line.selectAll();
-        offerSelection();
-    }
-    else if (key == 'c' || (isInsert && isControl) || isCut)
+    if (key == 'c' || (isInsert && isControl) || isCut)
     {
         copy();
         if (isCut && line.hasSelection())
@@ -67,44 +58,6 @@ bool X11TextEdit::command(const TovraKeyCode& code)
         paste(X11Clipboard::copied);
     else
         return false;
-    return true;
-}
-
-bool X11TextEdit::navigate(const TovraKeyCode& code)
-{
-    const bool extend = (code.modifiers & kKeyShift) != 0;
-    const auto step = (code.modifiers & kKeyCommand) != 0 ? EditLine::word : EditLine::character;
-    switch (code.virtualKey)
-    {
-    case kVirtualLeft:
-    case kVirtualRight:
-        line.move(step, code.virtualKey == kVirtualRight, extend);
-        break;
-    case kVirtualUp:
-    case kVirtualHome:
-        line.move(EditLine::wholeLine, false, extend);
-        break;
-    case kVirtualDown:
-    case kVirtualEnd:
-        line.move(EditLine::wholeLine, true, extend);
-        break;
-    default:
-        return false;
-    }
-    if (extend)
-        offerSelection();
-    return true;
-}
-
-bool X11TextEdit::edit(const TovraKeyCode& code, const std::string& typed)
-{
-    const bool isCommand = (code.modifiers & (kKeyControl | kKeyCommand)) != 0;
-    if (code.virtualKey == kVirtualBackspace || code.virtualKey == kVirtualDelete)
-        line.erase(isCommand ? EditLine::word : EditLine::character, code.virtualKey == kVirtualDelete);
-    else if (typed.empty() || isCommand)
-        return false;
-    else
-        line.insert(typed);
     return true;
 }
 

@@ -9,6 +9,23 @@
 
 namespace lodex
 {
+static constexpr std::string_view blanks = " \t\r";
+
+std::string_view trimmed(std::string_view text)
+{
+    const size_t first = text.find_first_not_of(blanks);
+    if (first == text.npos)
+        return {};
+    return text.substr(first, text.find_last_not_of(blanks) - first + 1);
+}
+
+std::string_view takeWord(std::string_view& text)
+{
+    const std::string_view word = text.substr(0, text.find_first_of(blanks));
+    text = trimmed(text.substr(word.size()));
+    return word;
+}
+
 template <typename Number>
 static std::optional<Number> parseWhole(std::string_view text)
 {

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Parses the numbers of a command line or an events file, and formats numbers and untrusted texts for people.
-// Independent of the locale.
+// Parses the words and numbers of command lines and small files, and formats numbers and untrusted texts for
+// people. Independent of the locale.
 #pragma once
 
 #include <cstdint>
@@ -10,6 +10,11 @@
 
 namespace lodex
 {
+// The text without the blanks around it: spaces, tabs, and the CR of a line that ends in CR LF.
+std::string_view trimmed(std::string_view text);
+// Takes the first word off text, and the blanks after it.
+std::string_view takeWord(std::string_view& text);
+
 // The number that the whole text is, with nothing before or after it. NaN and infinities are refused.
 std::optional<double> parseNumber(std::string_view text);
 std::optional<int64_t> parseWholeNumber(std::string_view text);

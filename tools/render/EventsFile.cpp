@@ -13,24 +13,6 @@ namespace lodex
 {
 namespace
 {
-constexpr std::string_view blanks = " \t\r";
-
-std::string_view trimmed(std::string_view text)
-{
-    const size_t first = text.find_first_not_of(blanks);
-    if (first == text.npos)
-        return {};
-    return text.substr(first, text.find_last_not_of(blanks) - first + 1);
-}
-
-// Takes the first word off text.
-std::string_view takeWord(std::string_view& text)
-{
-    const std::string_view word = text.substr(0, text.find_first_of(blanks));
-    text = trimmed(text.substr(word.size()));
-    return word;
-}
-
 // What follows an action's word. rest is never empty and has no blanks around it.
 using ReadArguments = void (*)(Event&, std::string_view rest, const std::vector<ParameterInfo>&);
 

@@ -86,5 +86,8 @@ lodex_layer(presets OWN presets/IPresetInterface.h
   NOT effect/instance/CQDT_DKS_Single.h effect/engine/CAHRModule2.h Tovrane/base/CRect.h)
 lodex_layer(editor OWN editor/wireUp.h
   NOT tools/common/Text.h Orbel/Wrapper/VST3/Orbel_VST3.h)
+lodex_layer(tool_shot OWN tools/shot/ShotPlayer.h
+  NOT tools/render/RenderEngine.h tools/gallery/GalleryPage.h Tovrane/shell/CTovraneEditor.h
+      Tovrane/platform/x11/frame/X11Frame.h effect/instance/CQDT_DKS_Single.h)
 lodex_layer(effect OWN effect/instance/CQDT_DKS_Single.h
   NOT Tovrane/base/CRect.h Orbel/Wrapper/VST3/Orbel_VST3.h tools/common/Text.h HostSDK/VST3/Text.h)

@@ -22,8 +22,24 @@ const std::vector<Page>& pages()
     return all;
 }
 
+std::size_t findPage(const std::string& nameOrNumber)
+{
+    for (std::size_t i = 0; i < pages().size(); ++i)
+        if (nameOrNumber == pages()[i].name || nameOrNumber == std::to_string(i + 1))
+            return i;
+    return pages().size();
+}
+
+class Show::PageFrame : public Tovra::CFrame
+{
+public:
+    using CFrame::CFrame;
+    void setDataReadOutText(const char* text) override { readOut = text; }
+    std::string readOut;
+};
+
 Show::Show(const Page& page, double scale, void* parent)
-    : shown(new Tovra::CFrame(Tovra::CRect(0.0, 0.0, pageWidth, pageHeight), parent, nullptr))
+    : shown(new PageFrame(Tovra::CRect(0.0, 0.0, pageWidth, pageHeight), parent, nullptr))
 {
     shown->setScale(scale);
     shown->setBackgroundColor(ground);
@@ -39,6 +55,16 @@ Show::~Show()
 {
     shown->close();
     shown->forget();
+}
+
+Tovra::CFrame& Show::frame()
+{
+    return *shown;
+}
+
+const std::string& Show::readOut() const
+{
+    return shown->readOut;
 }
 
 Tovra::IOSBitmap& Show::picture()

@@ -25,6 +25,8 @@ struct Page
 };
 
 const std::vector<Page>& pages();
+// By its name, or its number from 1; pages().size() for none.
+std::size_t findPage(const std::string& nameOrNumber);
 
 // A frame that shows a page, with scale pixels to a unit. parent is the window to open it in; null only draws
 // the picture.
@@ -36,12 +38,15 @@ public:
     Show(const Show&) = delete;
     Show& operator=(const Show&) = delete;
 
-    Tovra::CFrame& frame() { return *shown; }
+    Tovra::CFrame& frame();
+    // About what is under the mouse.
+    const std::string& readOut() const;
     // Paints what is dirty.
     Tovra::IOSBitmap& picture();
 
 private:
-    Tovra::CFrame* shown;
+    class PageFrame;
+    PageFrame* shown;
 };
 
 // The pages by file.

@@ -2,6 +2,7 @@
 #include "effect/instance/CQDT_DKS_Single.h"
 
 #include "CORE/Truncate.h"
+#include "Orbel/parameters/ParameterReading.h"
 #include "effect/parameters/DKS_Mini.h"
 #include "effect/parameters/TimeAdjust.h"
 #include "presets/Single_CPresetInterface.h"
@@ -77,7 +78,11 @@ void CQDT_DKS_Single::createProperties()
     for (int index = 0; index < propertyManager.getPropertyCount(); ++index)
         propertyManager.getProperty(index)->AddListener(this, true);
     for (int time : {id::kAttackTime, id::kReleaseTime, id::kHoldTime})
-        propertyManager.getPropertyByID(time)->setContextRenderer(Orbel::renderBPMRelativeTime, &timeContext);
+    {
+        ParameterProperty& property = *propertyManager.getPropertyByID(time);
+        property.setContextRenderer(Orbel::renderBPMRelativeTime, &timeContext);
+        property.setTextReader(Orbel::readBPMRelativeTime);
+    }
 }
 
 void CQDT_DKS_Single::createEditor()

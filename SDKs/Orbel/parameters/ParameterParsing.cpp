@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Numbers as users type them: the part of ParameterProperty that reads a text in the printed unit.
+// Texts as hosts enter them: the part of ParameterProperty that reads a number in the printed unit.
 #include "CORE/Numbers.h"
 #include "CORE/Truncate.h"
 #include "Orbel/parameters/ParameterCurve.h"

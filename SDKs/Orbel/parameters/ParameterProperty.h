@@ -20,6 +20,9 @@
 #include "Orbel/parameters/ParameterUnitType.h"
 #include "Orbel/parameters/TimedValueSlot.h"
 
+#include <optional>
+#include <string_view>
+
 namespace Orbel
 {
 class ParameterProperty;
@@ -45,6 +48,12 @@ public:
     // Knows its property, and reads the value from it.
     virtual void renderText(char* text, bool withUnit) = 0;
 };
+
+// The reverse of a replacement, for what a user types: the value whose text this is, or nothing for a text
+// that cannot be read. The text comes in lower case, with a decimal point, without blanks at its ends
+// (plainText); data is the property's data pointer.
+using ParameterTextReader = std::optional<float> (*)(const ParameterProperty& property,
+                                                     std::string_view plain, const void* data);
 
 class ParameterProperty : public IPluginParameter
 {
@@ -113,8 +122,9 @@ public:
     virtual void setValue_Normalized(ParameterChangeListener* writer, float position);
     virtual void setValue(float newValue) { setValue(nullptr, newValue); }
     virtual void setValue(ParameterChangeListener* writer, float newValue);
-    // As typed by a user, in the unit that is printed. Of type Text: copies the text, cut to 255
-    // characters, to the data pointer's buffer of kParameterTextSize bytes, and writes 0.
+    // As a host passes on what its user typed, in the unit that is printed: a text that holds no number reads
+    // as 0. What is typed into a window is read by readPropertyText. Of type Text: copies the text, cut to
+    // 255 characters, to the data pointer's buffer of kParameterTextSize bytes, and writes 0.
     virtual void setValue(const char* text);
     virtual void setValueToDefault() { setValue(getDefaultValue()); }
     // Writes newValue, clamped to the range, only if the value still is what the writer has read before,
@@ -161,6 +171,12 @@ public:
     void setTextRenderer(ParameterTextRenderer renderer) { textRenderer = renderer; }
     void setContextRenderer(ParameterContextRenderer renderer, void* data);
     void setRendererObject(IParameterTextRenderer* renderer) { rendererObject = renderer; }
+    // Whether getStringFromValue shows the value that it is given: an object shows the current one.
+    bool showsAnyValue() const { return textRenderer || contextRenderer || !rendererObject; }
+    // The reader beside whichever replacement is set; null, and texts are read by the unit type. See
+    // readPropertyText.
+    void setTextReader(ParameterTextReader reader) { textReader = reader; }
+    ParameterTextReader getTextReader() const { return textReader; }
 
 private:
     friend class TimedValueInbox;
@@ -186,6 +202,7 @@ private:
     ParameterTextRenderer textRenderer = nullptr;
     ParameterContextRenderer contextRenderer = nullptr;
     IParameterTextRenderer* rendererObject = nullptr;
+    ParameterTextReader textReader = nullptr;
 
     Core::CStringBufferd<64> idText;
     Core::CStringBufferd<128> longName;

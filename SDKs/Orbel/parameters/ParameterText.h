@@ -31,9 +31,13 @@ struct BPMTimeContext
     Core::Relaxed<float> tempo = 10.0f;     // beats a minute
     Core::Relaxed<bool> bpmScale = true;    // false: times are printed as stored
     Core::Relaxed<float> timeAdjust = 1.0f; // beats from trigger to trigger
+
+    // Printed to stored milliseconds.
+    double shownScale() const { return bpmScale ? 128.0 / tempo * timeAdjust : 1.0; }
 };
 
-// A context renderer: value is in milliseconds at 128 BPM, data a BPMTimeContext or null.
+// A context renderer: value is in milliseconds at 128 BPM, data a BPMTimeContext or null. Its reader is
+// readBPMRelativeTime.
 void renderBPMRelativeTime(ParameterProperty* property, float value, char* text, bool withUnit, void* data);
 
 // The inverse scaling: the milliseconds at 128 BPM of a time at this tempo.

@@ -10,6 +10,7 @@
 #include "Tovrane/views/controls/CTextEdit.h"
 #include "Tovrane/views/controls/Tovra_ActionButton.h"
 #include "Tovrane/views/controls/Tovra_AnimKnob.h"
+#include "Tovrane/views/controls/Tovra_ParamDisplay.h"
 #include "tools/gallery/GalleryPage.h"
 #include "tools/gallery/Sketch.h"
 

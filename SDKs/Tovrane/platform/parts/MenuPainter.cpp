@@ -4,6 +4,7 @@
 #include "Tovrane/draw/CBitmap.h"
 #include "Tovrane/draw/CDrawContext.h"
 #include "Tovrane/draw/CFontDesc.h"
+#include "Tovrane/draw/OwnColors.h"
 
 #include <algorithm>
 #include <cmath>
@@ -12,13 +13,7 @@ namespace Tovra
 {
 namespace
 {
-constexpr CColor panel{42, 44, 48, 255};
-constexpr CColor edge{78, 81, 88, 255};
-constexpr CColor line{62, 65, 71, 255};
-constexpr CColor mark{70, 92, 122, 255};
-constexpr CColor text{222, 224, 228, 255};
-constexpr CColor markedText{255, 255, 255, 255};
-constexpr CColor faintText{128, 132, 140, 255};
+using namespace OwnColors::Menu;
 constexpr double fontSize = 12.0;
 
 void fill(CDrawContext& context, const CRect& rect, CColor color)
@@ -39,7 +34,7 @@ void MenuPainter::draw(CDrawContext& context, const MenuRows& rows, const View& 
     const CRect all(0.0, 0.0, view.width, view.height);
     fill(context, all, edge);
     const CRect inner(1.0, 1.0, view.width - 1.0, view.height - 1.0);
-    fill(context, inner, panel);
+    fill(context, inner, ground);
     context.setFont(&gNormalFont_NoLCD, fontSize * scale, 0);
     for (int i = 0; i < rows.count(); ++i)
         if (rows[i].top + rows[i].height > view.scrolled && rows[i].top < view.scrolled + view.height)
@@ -117,7 +112,7 @@ void MenuPainter::drawArrow(CDrawContext& context, double x, double y, bool side
 void MenuPainter::drawStrip(CDrawContext& context, const View& view, bool atBottom) const
 {
     const double top = atBottom ? view.height - 1.0 - stripHeight() : 1.0;
-    fill(context, CRect(1.0, top, view.width - 1.0, top + stripHeight()), panel);
+    fill(context, CRect(1.0, top, view.width - 1.0, top + stripHeight()), ground);
     context.setFrameColor(text);
     drawArrow(context, std::floor(view.width * 0.5), top + std::floor(stripHeight() * 0.5), false, atBottom);
 }

@@ -19,7 +19,6 @@ namespace
 constexpr float defaultStartAngle = 3.9269907f; // 225 degrees
 constexpr float defaultRangeAngle = -4.712389f; // 270 degrees, clockwise
 constexpr long dragButtons = kButtonLeft | kButtonRight;
-constexpr float fineNotch = 0.1f;
 }
 
 bool hitCircular(const CRect& rect, const CPoint& point)
@@ -231,18 +230,13 @@ void CKnob::cancelEdit()
     button = 0;
 }
 
-float CKnob::notch(bool isFine) const
-{
-    return getWheelInc() * (isFine ? fineNotch : 1.0f);
-}
-
-void CKnob::stepBy(float distance, bool isFine)
+void CKnob::stepBy(const ValueStep& step)
 {
     const Kept<CKnob> self(this);
     if (isEdited()) // the drag that is under way decides
         return;
     beginEdit();
-    edit(value + distance * notch(isFine));
+    edit(value + changeBy(step));
     endEdit();
     updateReadout();
     setDirty(true);
@@ -250,32 +244,22 @@ void CKnob::stepBy(float distance, bool isFine)
 
 bool CKnob::onWheel(const CPoint& where, const float& distance, const long& buttons)
 {
-    if (!getMouseEnabled() || !hitTest(where, buttons) || !isEnabled())
-        return false;
-    stepBy(distance, (buttons & kModShift) != 0);
-    return true;
+    const auto step = stepOfWheel(*this, where, distance, buttons);
+    if (step)
+        stepBy(*step);
+    return step.has_value();
 }
 
 long CKnob::onKeyDown(TovraKeyCode& code)
 {
-    const bool isArrow = code.virtualKey >= kVirtualLeft && code.virtualKey <= kVirtualDown;
-    if (!isArrow || getFrame() == nullptr || getFrame()->getFocusView() != this || !isEnabled())
+    const auto step = stepOfKey(*this, code);
+    if (!step)
         return kKeyNotHandled;
-    const bool isUp = code.virtualKey == kVirtualUp || code.virtualKey == kVirtualRight;
-    stepBy(isUp ? 1.0f : -1.0f, (code.modifiers & kKeyShift) != 0);
+    stepBy(*step);
     return kKeyConsumed;
 }
 
 // The parameter
-
-void CKnob::setAttachedProperty(Orbel::ParameterProperty* property)
-{
-    if (Orbel::ParameterProperty* const former = getAttachedProperty())
-        former->ForgetListener(this);
-    CControl::setAttachedProperty(property);
-    if (property != nullptr)
-        property->AddListener(this, true);
-}
 
 void CKnob::parameterChanged(Orbel::ParameterProperty* property)
 {

@@ -9,6 +9,7 @@
 #include "Tovrane/base/Kept.h"
 #include "Tovrane/draw/CColor.h"
 #include "Tovrane/views/controls/ValueDrag.h"
+#include "Tovrane/views/controls/ValueStep.h"
 #include "Tovrane/views/tree/CControl.h"
 
 namespace Tovra
@@ -51,7 +52,6 @@ public:
     using CControl::onWheel;
     bool onWheel(const CPoint& where, const float& distance, const long& buttons) override;
     long onKeyDown(TovraKeyCode& code) override;
-    void setAttachedProperty(Orbel::ParameterProperty* property) override;
     void parameterChanged(Orbel::ParameterProperty* property) override;
     void cancelEdit() override;
     bool isTypeOf(const char* name) const override;
@@ -64,14 +64,14 @@ protected:
     void edit(float next);
     // Writes the value to the parameter; the value may be rounded to what the parameter can be.
     virtual void writeValue();
-    // The change of the value by one notch of the wheel, or by an arrow key.
-    virtual float notch(bool isFine) const;
+    // The change of the value by the wheel or an arrow key.
+    virtual float changeBy(const ValueStep& step) const { return step.of(getWheelInc()); }
     // Whether every drag is one up and down.
     virtual bool isAlwaysLinear() const { return false; }
     // The gesture on this control is held by that button.
     long heldButton() const { return button; }
     ValueDrag& valueDrag() { return drag; }
-    void stepBy(float distance, bool isFine);
+    void stepBy(const ValueStep& step);
 
 private:
     double radius() const;

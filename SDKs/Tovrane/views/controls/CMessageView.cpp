@@ -4,6 +4,7 @@
 
 #include "Tovrane/draw/CDrawContext.h"
 #include "Tovrane/draw/CFontDesc.h"
+#include "Tovrane/draw/OwnColors.h"
 #include "Tovrane/views/controls/WrappedText.h"
 #include "Tovrane/views/tree/CFrame.h"
 
@@ -14,15 +15,7 @@ namespace Tovra
 {
 namespace
 {
-constexpr CColor dim{6, 6, 10, 170};
-constexpr CColor ground{27, 28, 39, 255};
-constexpr CColor edge{84, 85, 108, 255};
-constexpr CColor titleColor{255, 204, 64, 255};
-constexpr CColor ink{218, 218, 230, 255};
-constexpr CColor buttonGround{38, 39, 54, 255};
-constexpr CColor buttonLit{52, 54, 74, 255};
-constexpr CColor buttonPressed{16, 17, 24, 255};
-constexpr CColor accent{255, 204, 64, 255};
+using namespace OwnColors::Message;
 
 constexpr double titleSize = 13.0;
 constexpr double textSize = 12.0;
@@ -110,11 +103,11 @@ void CMessageView::drawTexts(CDrawContext& context) const
     const double right = box.right - padding;
     double top = box.top + padding - 2.0;
     setFont(context, titleSize, 1);
-    context.setFontColor(titleColor);
+    context.setFontColor(OwnColors::accent);
     context.drawString(title.c_str(), CRect(left, top, right, top + titleHeight), true, kTextLeft);
     top += titleHeight + gap;
     setFont(context, textSize, 0);
-    context.setFontColor(ink);
+    context.setFontColor(OwnColors::Message::text);
     for (const std::string& line : lines)
     {
         context.drawString(line.c_str(), CRect(left, top, right + 1.0, top + lineHeight + 1.0), true,
@@ -133,10 +126,10 @@ void CMessageView::drawButton(CDrawContext& context, int number) const
     drawPlate(context, button.rect,
               isDown  ? buttonPressed
               : isLit ? buttonLit
-                      : buttonGround,
-              isFocused ? accent : edge, isFocused ? 2.0 : 1.0);
+                      : OwnColors::Message::button,
+              isFocused ? OwnColors::accent : edge, isFocused ? 2.0 : 1.0);
     setFont(context, textSize, 0);
-    context.setFontColor(isDown || isFocused ? accent : ink);
+    context.setFontColor(isDown || isFocused ? OwnColors::accent : OwnColors::Message::text);
     CRect text = button.rect;
     text.offset(0.0, isDown ? 1.0 : 0.0);
     context.drawString(button.text, CRect(text.left, text.top, text.right, text.bottom + 1.0), true,

@@ -31,7 +31,7 @@ COptionMenu::COptionMenu(const CRect& rect, Orbel::ParameterProperty* property, 
     setStyle(kCheckStyle);
     for (int i = 0; i < count; ++i)
         addEntry(titles[i]);
-    COptionMenu::setAttachedProperty(property);
+    setAttachedProperty(property);
 }
 
 bool COptionMenu::isTypeOf(const char* name) const
@@ -307,15 +307,6 @@ void COptionMenu::followValue()
     const Orbel::ParameterProperty* const property = getAttachedProperty();
     const float now = property != nullptr ? property->getCurrentValue() : float(value);
     setCurrent(long(std::floor(guard + now)));
-}
-
-void COptionMenu::setAttachedProperty(Orbel::ParameterProperty* property)
-{
-    if (Orbel::ParameterProperty* const former = getAttachedProperty())
-        former->ForgetListener(this);
-    CParamDisplay::setAttachedProperty(property);
-    if (property != nullptr)
-        property->AddListener(this, true);
 }
 
 void COptionMenu::parameterChanged(Orbel::ParameterProperty* property)

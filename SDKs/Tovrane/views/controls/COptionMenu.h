@@ -72,7 +72,6 @@ public:
 
     // The value is a number.
     void setValue(float number) override;
-    void setAttachedProperty(Orbel::ParameterProperty* property) override;
     void parameterChanged(Orbel::ParameterProperty* property) override;
     void draw(CDrawContext* context) override;
     MouseEventResult onMouseDown(CPoint& where, const long& buttons) override;

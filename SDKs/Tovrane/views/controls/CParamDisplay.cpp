@@ -14,9 +14,19 @@ CParamDisplay::CParamDisplay(const CRect& rect, CBitmap* bitmap, long bits)
 {
 }
 
-CParamDisplay::CParamDisplay(const Tovra_ObjectConstructorInfoBase& info, long bits)
-    : CControl(info), font(kNormalFont), style(bits)
+CParamDisplay::CParamDisplay(const CTextLabelInfo& info)
+    : CControl(info),
+      font(info.font != nullptr ? info.font : kNormalFont),
+      fontSize(info.font != nullptr ? info.fontSize : 0),
+      fontColor(info.textColor),
+      frameColor(info.frameColor),
+      alignment(info.alignment),
+      style(info.style)
 {
+    setTransparency(info.transparency);
+    setMouseEnabled(info.mouseEnabled);
+    if (!info.mouseEnabled)
+        setMouseableArea(CRect());
 }
 
 bool CParamDisplay::isTypeOf(const char* name) const

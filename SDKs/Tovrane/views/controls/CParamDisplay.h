@@ -6,6 +6,7 @@
 #include "Tovrane/draw/CColor.h"
 #include "Tovrane/draw/CDrawContext.h"
 #include "Tovrane/views/tree/CControl.h"
+#include "Tovrane/views/tree/Tovra_ObjectConstructorInfoBase.h"
 
 #include <functional>
 #include <string>
@@ -16,6 +17,21 @@ enum CTxtFace : int
 {
     kNormalFace = 0,
     kBoldFace = 1
+};
+
+// Describes what shows text: its place and parameter, and its looks.
+struct CTextLabelInfo : Tovra_ObjectConstructorInfoBase
+{
+    bool mouseEnabled = true; // without it the display takes no events, and has no mouseable area
+    CHoriTxtAlign alignment = kTextCenter;
+    long style = 0;            // of CParamDisplay
+    CFontDesc* font = nullptr; // null for the usual one
+    int fontSize = 0;          // 0 for the font's own
+    CColor textColor = kWhiteCColor;
+    CColor frameColor = kGreyCColor;
+    bool transparency = false;
+    bool renderUnits = true;
+    bool renderUnitsInSecondLine = false;
 };
 
 class CParamDisplay : public CControl
@@ -31,8 +47,8 @@ public:
     };
 
     explicit CParamDisplay(const CRect& rect, CBitmap* background = nullptr, long style = 0);
-    // With the properties of the description (see CControl).
-    CParamDisplay(const Tovra_ObjectConstructorInfoBase& info, long style);
+    // As described, but for the attached property.
+    explicit CParamDisplay(const CTextLabelInfo& info);
 
     // Each of these marks the control as dirty only if it changes something. The caller owns the font.
     virtual void setFont(CFontDesc* newFont, int size);

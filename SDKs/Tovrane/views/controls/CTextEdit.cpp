@@ -24,7 +24,7 @@ CTextEdit::CTextEdit(const CRect& rect, CControlListener* heardBy, long withTag,
     setWantsFocus(true);
 }
 
-CTextEdit::CTextEdit(const Tovra_ObjectConstructorInfoBase& info, long bits) : CParamDisplay(info, bits)
+CTextEdit::CTextEdit(const CTextLabelInfo& info) : CParamDisplay(info)
 {
     setWantsFocus(true);
 }

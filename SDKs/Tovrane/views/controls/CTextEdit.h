@@ -5,8 +5,9 @@
 // except for parameterChanged.
 #pragma once
 
-#include "Tovrane/views/controls/Tovra_ParamDisplay.h"
+#include "Tovrane/views/controls/CParamDisplay.h"
 #include "Tovrane/views/controls/ValueDrag.h"
+#include "Tovrane/views/controls/ValueStep.h"
 #include "Tovrane/window/IOSTextEdit.h"
 #include "Tovrane/window/ITextEditCallback.h"
 
@@ -22,7 +23,7 @@ class CTextEdit : public CParamDisplay, protected ITextEditCallback
 public:
     CTextEdit(const CRect& rect, CControlListener* listener, long tag, const char* text,
               CBitmap* background = nullptr, long style = 0);
-    CTextEdit(const Tovra_ObjectConstructorInfoBase& info, long style);
+    explicit CTextEdit(const CTextLabelInfo& info);
     CTextEdit(const CTextEdit&) = delete;
     ~CTextEdit() override;
 
@@ -69,7 +70,8 @@ private:
 };
 
 // A box with the value of a parameter: a drag changes it as a dial does, a double click opens it for typing.
-// The text of a text parameter is typed only; it goes to the caller.
+// What is typed is read as what is shown (Orbel::readPropertyText); what cannot be read changes nothing. The
+// text of a text parameter is typed only; it goes to the caller.
 class Tovra_TextEdit : public CTextEdit
 {
 public:
@@ -87,7 +89,8 @@ public:
     void setEditable(bool flag) { editable = flag; }
     void setZoomFactor(float factor) { drag.setZoomFactor(factor); }
     DeadZone& deadZone() { return drag.deadZone(); }
-    // What a value has as text and back, in place of the parameter's own. Both may be empty.
+    // What a value has as text and back, in place of the parameter's own; fromText writes the parameter, or
+    // refuses by false. Both may be empty.
     void setRenderers(std::function<std::string(Orbel::ParameterProperty&)> toText,
                       std::function<bool(Orbel::ParameterProperty&, const std::string&)> fromText);
     std::string shownText() const;
@@ -102,7 +105,6 @@ public:
     long onKeyDown(TovraKeyCode& code) override;
     void cancelEdit() override;
     void takeFocus() override { edit(); }
-    void setAttachedProperty(Orbel::ParameterProperty* property) override;
     void parameterChanged(Orbel::ParameterProperty* property) override;
     bool isTypeOf(const char* name) const override;
     const char* getClassName() const override { return "Tovra_TextEdit"; }
@@ -113,9 +115,10 @@ protected:
     bool isEditable() const override { return editable; }
 
 private:
-    bool hasText() const;
+    bool writeTyped(Orbel::ParameterProperty& property, const std::string& typed,
+                    std::optional<float> number);
     void write(float next);
-    void stepBy(float distance, bool isFine);
+    void stepBy(const ValueStep& step);
     void showCursor(bool isDragging);
 
     bool editable;

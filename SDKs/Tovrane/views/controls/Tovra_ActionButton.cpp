@@ -143,15 +143,6 @@ long Tovra_ActionButton::onKeyDown(TovraKeyCode& code)
 
 // The parameter
 
-void Tovra_ActionButton::setAttachedProperty(Orbel::ParameterProperty* property)
-{
-    if (Orbel::ParameterProperty* const former = getAttachedProperty())
-        former->ForgetListener(this);
-    CControl::setAttachedProperty(property);
-    if (property != nullptr)
-        property->AddListener(this, true);
-}
-
 void Tovra_ActionButton::parameterChanged(Orbel::ParameterProperty* property)
 {
     if (property != nullptr && property == getAttachedProperty())

@@ -33,7 +33,6 @@ public:
     MouseEventResult onMouseUp(CPoint& where, const long& buttons) override;
     bool holdsMouse() const override { return isEdited(); }
     long onKeyDown(TovraKeyCode& code) override;
-    void setAttachedProperty(Orbel::ParameterProperty* property) override;
     void parameterChanged(Orbel::ParameterProperty* property) override;
     void cancelEdit() override;
     bool isTypeOf(const char* name) const override;

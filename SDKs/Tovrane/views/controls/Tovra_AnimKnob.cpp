@@ -115,9 +115,10 @@ void Tovra_AnimKnob::writeValue()
 }
 
 // A notch is at least one step.
-float Tovra_AnimKnob::notch(bool isFine) const
+float Tovra_AnimKnob::changeBy(const ValueStep& step) const
 {
-    return steps == 0 ? CAnimKnob::notch(isFine) : std::max(getWheelInc(), 1.0f / float(steps - 1));
+    return steps == 0 ? CAnimKnob::changeBy(step)
+                      : step.notches * std::max(getWheelInc(), 1.0f / float(steps - 1));
 }
 
 MouseEventResult Tovra_AnimKnob::onMouseDown(CPoint& where, const long& buttons)

@@ -49,7 +49,7 @@ public:
 
 protected:
     void writeValue() override;
-    float notch(bool isFine) const override;
+    float changeBy(const ValueStep& step) const override;
     bool isAlwaysLinear() const override { return true; }
 
 private:

@@ -1,9 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Tovrane/views/controls/Tovra_ParamDisplay.h"
 
-#include "CORE/CString.h"
 #include "Orbel/parameters/ParameterProperty.h"
-#include "Orbel/parameters/ParameterText.h"
 
 #include <cmath>
 #include <cstring>
@@ -11,20 +9,9 @@
 namespace Tovra
 {
 Tovra_ParamDisplay::Tovra_ParamDisplay(const CTextLabelInfo& info)
-    : CParamDisplay(info, info.style),
-      rendersUnits(info.renderUnits),
-      rendersUnitsBelow(info.renderUnitsInSecondLine)
+    : CParamDisplay(info), rendersUnits(info.renderUnits), rendersUnitsBelow(info.renderUnitsInSecondLine)
 {
-    setHoriAlign(info.alignment);
-    if (info.font != nullptr)
-        setFont(info.font, info.fontSize);
-    setFontColor(info.textColor);
-    setFrameColor(info.frameColor);
-    setTransparency(info.transparency);
-    setMouseEnabled(info.mouseEnabled);
-    if (!info.mouseEnabled)
-        setMouseableArea(CRect());
-    Tovra_ParamDisplay::setAttachedProperty(info.attachedProperty);
+    setAttachedProperty(info.attachedProperty);
 }
 
 bool Tovra_ParamDisplay::isTypeOf(const char* name) const
@@ -46,25 +33,7 @@ void Tovra_ParamDisplay::setRenderUnitsInSecondLine(bool flag)
 
 std::string Tovra_ParamDisplay::getText() const
 {
-    char text[Orbel::kParameterTextSize] = {};
-    Orbel::ParameterProperty* const property = getAttachedProperty();
-    if (property == nullptr)
-        return text;
-    if (property->getUnitType() == Orbel::ParameterUnitType::Text)
-        Core::CString(text, sizeof text).set(static_cast<const char*>(property->getDataPointer()));
-    else
-        Orbel::renderPropertyText(property, text, true, rendersUnits && !rendersUnitsBelow,
-                                  rendersUnitsBelow);
-    return text;
-}
-
-void Tovra_ParamDisplay::setAttachedProperty(Orbel::ParameterProperty* property)
-{
-    if (Orbel::ParameterProperty* const former = getAttachedProperty())
-        former->ForgetListener(this);
-    CParamDisplay::setAttachedProperty(property);
-    if (property != nullptr)
-        property->AddListener(this, true);
+    return textOfProperty(true, rendersUnits && !rendersUnitsBelow, rendersUnitsBelow);
 }
 
 // The text is made when it is drawn, on the window's thread.

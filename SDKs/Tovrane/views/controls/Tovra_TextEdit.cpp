@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The box with the value of a parameter.
-#include "CORE/CString.h"
 #include "Orbel/parameters/ParameterProperty.h"
-#include "Orbel/parameters/ParameterText.h"
+#include "Orbel/parameters/ParameterReading.h"
 #include "Tovrane/views/controls/CTextEdit.h"
 #include "Tovrane/views/tree/CControlListener.h"
 #include "Tovrane/views/tree/CFrame.h"
@@ -20,21 +19,9 @@ void Tovra_TextEdit::CInfo::createObject()
 }
 
 Tovra_TextEdit::Tovra_TextEdit(const CInfo& info)
-    : CTextEdit(info, info.style),
-      editable(info.editable),
-      rendersUnits(info.renderUnits),
-      onText(info.onText)
+    : CTextEdit(info), editable(info.editable), rendersUnits(info.renderUnits), onText(info.onText)
 {
-    setHoriAlign(info.alignment);
-    if (info.font != nullptr)
-        setFont(info.font, info.fontSize);
-    setFontColor(info.textColor);
-    setFrameColor(info.frameColor);
-    setTransparency(info.transparency);
-    setMouseEnabled(info.mouseEnabled);
-    if (!info.mouseEnabled)
-        setMouseableArea(CRect());
-    Tovra_TextEdit::setAttachedProperty(info.attachedProperty);
+    setAttachedProperty(info.attachedProperty);
 }
 
 bool Tovra_TextEdit::isTypeOf(const char* name) const
@@ -52,40 +39,42 @@ void Tovra_TextEdit::setRenderers(std::function<std::string(Orbel::ParameterProp
     setDirty(true);
 }
 
-bool Tovra_TextEdit::hasText() const
-{
-    const Orbel::ParameterProperty* const property = getAttachedProperty();
-    return property != nullptr && property->getUnitType() == Orbel::ParameterUnitType::Text;
-}
-
 std::string Tovra_TextEdit::shownText() const
 {
-    char shown[Orbel::kParameterTextSize] = {};
     Orbel::ParameterProperty* const property = getAttachedProperty();
     if (property == nullptr)
         return getText();
-    if (hasText())
-        Core::CString(shown, sizeof shown).set(static_cast<const char*>(property->getDataPointer()));
-    else if (toText)
-        return toText(*property);
-    else
-        Orbel::renderPropertyText(property, shown, true, rendersUnits, true);
-    return shown;
+    return toText && !isBoundToText() ? toText(*property) : textOfProperty(true, rendersUnits, true);
 }
 
-// One gesture, whatever the text does.
+// Within the gesture. False if nothing has changed.
+bool Tovra_TextEdit::writeTyped(Orbel::ParameterProperty& property, const std::string& typed,
+                                std::optional<float> number)
+{
+    const float before = property.getCurrentValue();
+    if (isBoundToText())
+        property.setValue(typed.c_str());
+    else if (number)
+        property.setValue(*number);
+    else if (!fromText(property, typed))
+        return false;
+    return isBoundToText() || property.getCurrentValue() != before;
+}
+
+// One gesture, whatever the text does; none for a text that cannot be read.
 void Tovra_TextEdit::commit(const std::string& typed)
 {
     Orbel::ParameterProperty* const property = getAttachedProperty();
     if (property == nullptr)
         return CTextEdit::commit(typed);
-    if (hasText() && onText)
+    if (isBoundToText() && onText)
         return onText(typed);
+    const bool isNumber = !isBoundToText() && !fromText;
+    const std::optional<float> number = isNumber ? Orbel::readPropertyText(*property, typed) : std::nullopt;
+    if (isNumber && !number)
+        return;
     beginEdit();
-    const float before = property->getCurrentValue();
-    const bool isRead =
-        fromText && !hasText() ? fromText(*property, typed) : (property->setValue(typed.c_str()), true);
-    if (isRead && (hasText() || property->getCurrentValue() != before))
+    if (writeTyped(*property, typed, number))
     {
         value = property->getCurrentValue_normalized();
         performEdit();
@@ -144,7 +133,7 @@ MouseEventResult Tovra_TextEdit::onMouseDown(CPoint& where, const long& buttons)
         edit();
         return kMouseHandledNoMoves;
     }
-    if (hasText())
+    if (isBoundToText())
         return kMouseUnhandled;
     if (!isDouble && checkDefaultValue(buttons))
     {
@@ -192,14 +181,13 @@ void Tovra_TextEdit::cancelEdit()
     CTextEdit::cancelEdit();
 }
 
-void Tovra_TextEdit::stepBy(float distance, bool isFine)
+void Tovra_TextEdit::stepBy(const ValueStep& step)
 {
-    constexpr float fine = 0.1f;
     const Kept<Tovra_TextEdit> self(this);
-    if (isEdited() || hasText() || !editable)
+    if (isEdited() || isBoundToText() || !editable)
         return;
     beginEdit();
-    write(value + distance * getWheelInc() * (isFine ? fine : 1.0f));
+    write(value + step.of(getWheelInc()));
     endEdit();
     updateReadout();
     setDirty(true);
@@ -207,33 +195,23 @@ void Tovra_TextEdit::stepBy(float distance, bool isFine)
 
 bool Tovra_TextEdit::onWheel(const CPoint& where, const float& distance, const long& buttons)
 {
-    if (!getMouseEnabled() || !hitTest(where, buttons) || !isEnabled() || isEditing())
+    const auto step = stepOfWheel(*this, where, distance, buttons);
+    if (!step || isEditing())
         return false;
-    stepBy(distance, (buttons & kModShift) != 0);
+    stepBy(*step);
     return true;
 }
 
 long Tovra_TextEdit::onKeyDown(TovraKeyCode& code)
 {
-    const bool isArrow = code.virtualKey >= kVirtualLeft && code.virtualKey <= kVirtualDown;
-    if (isEditing() || !isArrow || getFrame() == nullptr || getFrame()->getFocusView() != this ||
-        !isEnabled())
+    const auto step = stepOfKey(*this, code);
+    if (!step || isEditing())
         return CTextEdit::onKeyDown(code);
-    const bool isUp = code.virtualKey == kVirtualUp || code.virtualKey == kVirtualRight;
-    stepBy(isUp ? 1.0f : -1.0f, (code.modifiers & kKeyShift) != 0);
+    stepBy(*step);
     return kKeyConsumed;
 }
 
 // The parameter
-
-void Tovra_TextEdit::setAttachedProperty(Orbel::ParameterProperty* property)
-{
-    if (Orbel::ParameterProperty* const former = getAttachedProperty())
-        former->ForgetListener(this);
-    CTextEdit::setAttachedProperty(property);
-    if (property != nullptr)
-        property->AddListener(this, true);
-}
 
 void Tovra_TextEdit::parameterChanged(Orbel::ParameterProperty* property)
 {

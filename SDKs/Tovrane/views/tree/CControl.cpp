@@ -6,6 +6,7 @@
 #include "Orbel/parameters/ParameterText.h"
 #include "Tovrane/draw/CBitmap.h"
 #include "Tovrane/draw/CDrawContext.h"
+#include "Tovrane/draw/OwnColors.h"
 #include "Tovrane/views/tree/CControlListener.h"
 #include "Tovrane/views/tree/CFrame.h"
 #include "Tovrane/views/tree/Tovra_ObjectConstructorInfoBase.h"
@@ -247,9 +248,8 @@ void CControl::drawFocus(CDrawContext* context) const
     const CFrame* const root = getFrame();
     if (root == nullptr || root->getFocusView() != this || !root->showsFocus())
         return;
-    constexpr CColor light{200, 250, 240, 150};
     context->setLineWidth(1.0);
-    context->setFrameColor(light);
+    context->setFrameColor(OwnColors::focus);
     context->drawRoundRect(CRect(size.left + 0.5, size.top + 0.5, size.right - 0.5, size.bottom - 0.5), 3.0f,
                            kStroked);
 }
@@ -259,18 +259,18 @@ void CControl::drawFocus(CDrawContext* context) const
 void CControl::listenInsteadOf(Core::Relaxed<Orbel::ParameterProperty*>& former,
                                Orbel::ParameterProperty* next)
 {
-    if (Orbel::ParameterProperty* old = former)
-        old->ForgetListener(this);
+    Orbel::ParameterProperty* const old = former;
     former = next;
+    const bool isStillHeard = old == visibleProperty || old == enabledProperty || old == attachedProperty;
+    if (old != nullptr && !isStillHeard)
+        old->ForgetListener(this);
     if (next != nullptr)
         next->AddListener(this, true);
 }
 
 void CControl::setAttachedProperty(Orbel::ParameterProperty* property)
 {
-    attachedProperty = property;
-    if (property != nullptr)
-        parameterChanged(property);
+    listenInsteadOf(attachedProperty, property);
 }
 
 void CControl::setVisibleProperty(Orbel::ParameterProperty* property)
@@ -299,13 +299,24 @@ void CControl::updateReadout()
 {
     if (!isEnabled())
         return;
+    publishReadout(textOfProperty(false, true, true).c_str());
+}
+
+bool CControl::isBoundToText() const
+{
+    const Orbel::ParameterProperty* const property = attachedProperty;
+    return property != nullptr && property->getUnitType() == Orbel::ParameterUnitType::Text;
+}
+
+std::string CControl::textOfProperty(bool valueOnly, bool withUnit, bool longForm) const
+{
     char text[Orbel::kParameterTextSize] = {};
     Orbel::ParameterProperty* const property = attachedProperty;
-    if (property != nullptr && property->getUnitType() == Orbel::ParameterUnitType::Text)
+    if (isBoundToText())
         Core::CString(text, sizeof text).set(static_cast<const char*>(property->getDataPointer()));
     else
-        Orbel::renderPropertyText(property, text, false, true, true);
-    publishReadout(text);
+        Orbel::renderPropertyText(property, text, valueOnly, withUnit, longForm);
+    return text;
 }
 
 void CControl::publishReadout(const char* text)

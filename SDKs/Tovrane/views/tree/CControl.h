@@ -13,6 +13,8 @@
 #include "Orbel/parameters/ParameterChangeListener.h"
 #include "Tovrane/views/tree/CView.h"
 
+#include <string>
+
 namespace Tovra
 {
 class CControlListener;
@@ -25,7 +27,7 @@ public:
     CControl(const CRect& rect, CControlListener* listener = nullptr, long tag = 0,
              CBitmap* background = nullptr);
     // Takes over rectangle, tag and background, and the properties for read-out, visibility and being
-    // enabled; only the visible property is listened to.
+    // enabled; of these only the visible property is listened to.
     explicit CControl(const Tovra_ObjectConstructorInfoBase& info);
     // The copy has the value, range and listener, but is not bound to a parameter.
     CControl(const CControl& other);
@@ -81,8 +83,8 @@ public:
     virtual void setWheelInc(float increment) { wheelIncrement = increment; }
     virtual float getWheelInc() const { return wheelIncrement; }
 
-    // The caller owns the properties, which may be null and have to outlive the control. This one is passed
-    // to parameterChanged once; controls that follow it register themselves as its listeners.
+    // The caller owns the properties, which may be null and have to outlive the control. The control becomes
+    // a listener of this one, and is told of its value at once.
     virtual void setAttachedProperty(Orbel::ParameterProperty* property);
     virtual Orbel::ParameterProperty* getAttachedProperty() const { return attachedProperty; }
     // [any thread]
@@ -117,6 +119,10 @@ protected:
     // After it has returned nobody calls parameterChanged. Controls that listen to more properties override
     // it.
     virtual void stopListening();
+    // The text of the attached property's value, at most 255 bytes; of a text property the text itself. Empty
+    // without a property.
+    std::string textOfProperty(bool valueOnly, bool withUnit, bool longForm) const;
+    bool isBoundToText() const;
 
     Core::Relaxed<float> value = 0.0f; // these two are written by any thread that writes the parameter
     Core::Relaxed<float> oldValue = 0.0f;

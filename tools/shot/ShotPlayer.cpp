@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "tools/shot/ShotPlayer.h"
 
+#include "Tovrane/draw/IOSBitmap.h"
 #include "Tovrane/draw/PNGWriter.h"
 #include "Tovrane/views/tree/CFrame.h"
 #include "tools/common/OutputFile.h"
@@ -132,9 +133,7 @@ void ShotPlayer::savePicture(const std::string& path)
     OutputFile file(path);
     owner.idle();
     answers->giveAll();
-    Tovra::CFrame* const frame = owner.frame();
-    const auto bytes =
-        frame != nullptr ? Tovra::writePNG(*frame->getFrameBitmap()) : std::vector<unsigned char>();
+    const auto bytes = Tovra::writePNG(*window->shownPicture());
     if (bytes.empty())
         throw ToolError("there is no picture for " + printable(path));
     file.write(bytes.data(), bytes.size());

@@ -37,7 +37,8 @@ public:
     void play(const std::vector<ShotStep>& steps, const std::string& name);
     // Lets so many milliseconds go by: timers are called, and the window is idled.
     void idle(int milliseconds);
-    // Draws what is dirty and writes the picture as a PNG file. Throws a ToolError if that fails.
+    // Draws what is dirty and writes what is seen, also an open text field, as a PNG file. Throws a ToolError
+    // if that fails.
     void savePicture(const std::string& path);
 
     const ShotRecord& record() const { return recorded; }

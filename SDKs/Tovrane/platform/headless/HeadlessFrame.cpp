@@ -2,12 +2,14 @@
 #include "Tovrane/platform/headless/HeadlessFrame.h"
 
 #include "Tovrane/base/Kept.h"
+#include "Tovrane/draw/CMACBitmap.h"
 #include "Tovrane/platform/headless/HeadlessTextEdit.h"
 #include "Tovrane/views/controls/CMenuItem.h"
 #include "Tovrane/views/controls/MessagePresenter.h"
 #include "Tovrane/views/tree/CFrame.h"
 #include "Tovrane/window/IOptionMenu.h"
 
+#include <cstring>
 #include <utility>
 
 namespace Tovra
@@ -221,6 +223,18 @@ long HeadlessFrame::keyDown(const TovraKeyCode& code, const std::string& typed)
         return windowEvents.keyDown(code);
     afterEvent();
     return kKeyConsumed;
+}
+
+std::unique_ptr<IOSBitmap> HeadlessFrame::shownPicture() const
+{
+    auto shown = std::make_unique<CMACBitmap>();
+    IOSBitmap* const picture = frame != nullptr ? frame->getFrameBitmap() : nullptr;
+    if (picture == nullptr || !shown->setSize(picture->getWidth(), picture->getHeight()))
+        return shown;
+    std::memcpy(shown->getPixelPtr(), picture->getPixelPtr(), picture->getTotalBytes());
+    if (HeadlessTextEdit* const field = textEdit())
+        field->drawOver(*shown);
+    return shown;
 }
 
 void HeadlessFrame::answerMenus()

@@ -16,6 +16,7 @@
 #include "Tovrane/window/IMenu.h"
 
 #include <functional>
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
@@ -62,6 +63,10 @@ public:
     CCursorType cursor() const { return currentCursor; }
     long invalidations() const { return invalidationCount; }
     const CRect& lastInvalidation() const { return invalidated; } // in world coordinates
+
+    // What a user would see: the frame's picture, with the text field that is open over it. Empty without a
+    // frame, or if there is not enough memory.
+    std::unique_ptr<IOSBitmap> shownPicture() const;
 
     // Where the mouse is and what it holds, as the system would tell; without it neither is known.
     void setMouse(CPoint world, long buttons);

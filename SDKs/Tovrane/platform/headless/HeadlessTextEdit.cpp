@@ -1,13 +1,21 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Tovrane/platform/headless/HeadlessTextEdit.h"
 
+#include "Tovrane/draw/CDrawContext.h"
+#include "Tovrane/draw/CMACBitmap.h"
+#include "Tovrane/draw/PelmoAGG.h"
 #include "Tovrane/window/ITextEditCallback.h"
+
+#include <algorithm>
+#include <cstring>
 
 namespace Tovra
 {
 HeadlessTextEdit::HeadlessTextEdit(HeadlessFrame& on, ITextEditCallback& heardBy)
     : frame(&on), callback(heardBy)
 {
+    painter.back = heardBy.textEditGetBackColor();
+    painter.font = heardBy.textEditGetFontColor();
     HeadlessTextEdit::updateSize();
     handle.open(frame->overlays(), *this, OverlayKind::field);
 }
@@ -15,6 +23,7 @@ HeadlessTextEdit::HeadlessTextEdit(HeadlessFrame& on, ITextEditCallback& heardBy
 bool HeadlessTextEdit::setText(const char* next)
 {
     line.setText(next != nullptr ? next : "");
+    painter.scrollBack();
     return true;
 }
 
@@ -24,8 +33,28 @@ bool HeadlessTextEdit::updateSize()
     CRect part = callback.textEditGetVisibleSize();
     callback.convertPluginToWorld(size);
     callback.convertPluginToWorld(part);
+    painter.setField(size.getWidth(), size.getHeight(), std::max(part.left - size.left, 0.0),
+                     std::max(part.top - size.top, 0.0));
     visible = size.bound(part);
     return true;
+}
+
+void HeadlessTextEdit::drawOver(IOSBitmap& picture)
+{
+    CRect part = visible;
+    part.roundOut();
+    part.bound(CRect(0.0, 0.0, picture.getWidth(), picture.getHeight()));
+    CMACBitmap field;
+    if (part.isEmpty() || !field.setSize(unsigned(part.getWidth()), unsigned(part.getHeight())))
+        return;
+    PelmoAGG renderer;
+    renderer.attach(field.getPixelPtr(), field.getWidth(), field.getHeight(), field.getRowBytes());
+    const CRect all(0.0, 0.0, field.getWidth(), field.getHeight());
+    painter.draw(*Kept<CDrawContext>::adopt(new CDrawContext({&renderer, &field, all}, nullptr)).get(), line);
+    for (unsigned y = 0; y < field.getHeight(); ++y)
+        std::memcpy(picture.getPixelPtr() + (long(part.top) + y) * picture.getRowBytes() +
+                        4 * long(part.left),
+                    field.getPixelPtr() + long(y) * field.getRowBytes(), std::size_t(field.getRowBytes()));
 }
 
 long HeadlessTextEdit::onKeyDown(TovraKeyCode& code)

@@ -5,7 +5,7 @@
 #include "Tovrane/base/CRect.h"
 #include "Tovrane/base/Kept.h"
 #include "Tovrane/platform/headless/HeadlessFrame.h"
-#include "Tovrane/platform/parts/EditLine.h"
+#include "Tovrane/platform/parts/EditLinePainter.h"
 #include "Tovrane/window/IOSTextEdit.h"
 
 #include <memory>
@@ -31,6 +31,8 @@ public:
     void pressReturn();
     void pressEscape();
 
+    // As a window would show it, into a picture of the frame.
+    void drawOver(IOSBitmap& picture);
     // In world coordinates, cut to what is visible.
     const CRect& place() const { return visible; }
 
@@ -41,6 +43,7 @@ private:
     const Kept<HeadlessFrame> frame;
     ITextEditCallback& callback;
     EditLine line{std::size_t(textSize - 1)};
+    EditLinePainter painter;
     CRect visible;
     OverlayHandle handle;
     std::shared_ptr<bool> life = std::make_shared<bool>(); // expires with the field

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "Tovrane/draw/IOSBitmap.h"
 #include "Tovrane/platform/headless/HeadlessFrame.h"
 #include "Tovrane/platform/headless/HeadlessTextEdit.h"
 #include "Tovrane/views/controls/CMenuItem.h"
@@ -125,6 +126,26 @@ TEST_F(HeadlessWindow, KeysGoToTheTextFieldFirst)
     EXPECT_EQ(window().keyDown(code, ""), kKeyConsumed);
     EXPECT_EQ(owner.ended, "return");
     EXPECT_EQ(field, nullptr);
+}
+
+// It reaches beyond the frame's right edge.
+TEST_F(HeadlessWindow, WhatIsShownHasTheOpenTextFieldOverThePicture)
+{
+    frame->setBackgroundColor(kRedCColor);
+    frame->idle();
+    FieldOwner owner;
+    owner.visible = {60, 40, 210, 60};
+    const std::unique_ptr<IOSTextEdit> field(frame->createOSTextEdit(&owner, nullptr));
+    const auto shown = window().shownPicture();
+    const auto blue = [&](unsigned x, unsigned y)
+    { return int(shown->getPixelPtr()[y * unsigned(shown->getRowBytes()) + 4 * x]); };
+    for (const unsigned x : {59U, 60U, 150U, 199U})
+        for (const unsigned y : {39U, 40U, 59U, 60U})
+            EXPECT_EQ(blue(x, y), x >= 60 && y >= 40 && y < 60 ? 33 : 0) << x << ", " << y;
+    field->setText("name");
+    const auto typed = window().shownPicture();
+    EXPECT_NE(std::string(reinterpret_cast<char*>(shown->getPixelPtr()), shown->getTotalBytes()),
+              std::string(reinterpret_cast<char*>(typed->getPixelPtr()), typed->getTotalBytes()));
 }
 
 TEST_F(HeadlessWindow, AMenuAnswersOnlyWhatCanBeChosen)

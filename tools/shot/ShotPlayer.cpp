@@ -39,10 +39,10 @@ void ShotPlayer::play(const std::vector<ShotStep>& steps, const std::string& nam
         {
             throw ToolError(printable(name) + ':' + std::to_string(step.line) + ": " + error.what());
         }
-    user->letGo();
-    answers->giveAll();
     recorded.cursor = window->cursor();
     recorded.readOut = owner.readOut();
+    user->letGo();
+    answers->giveAll();
 }
 
 void ShotPlayer::playStep(const ShotStep& step)

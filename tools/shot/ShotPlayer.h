@@ -32,7 +32,7 @@ public:
     ShotPlayer(const ShotPlayer&) = delete;
     ShotPlayer& operator=(const ShotPlayer&) = delete;
 
-    // Plays the steps, ends a gesture that is open then, and completes the record. A ToolError of a step says
+    // Plays the steps, completes the record, and ends a gesture that is open then. A ToolError of a step says
     // where it stands, as "name:line".
     void play(const std::vector<ShotStep>& steps, const std::string& name);
     // Lets so many milliseconds go by: timers are called, and the window is idled.

@@ -23,8 +23,9 @@ struct ShotRecord
     std::vector<std::string> questions;
     std::vector<std::string> messages;
 
-    std::string readOut; // at the end
-    int cursor = 0;      // a CCursorType
+    // As the last step has left them, before a gesture that is still open then is ended.
+    std::string readOut;
+    int cursor = 0; // a CCursorType
 
     void add(const Tovra::IMenu& menu);
     void add(const Tovra::Message& message);

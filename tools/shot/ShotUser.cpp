@@ -2,7 +2,7 @@
 #include "tools/shot/ShotUser.h"
 
 #include "CORE/Utf8.h"
-#include "Tovrane/platform/parts/EditLine.h"
+#include "Tovrane/platform/headless/HeadlessTextEdit.h"
 #include "Tovrane/views/tree/CFrame.h"
 
 namespace lodex
@@ -39,6 +39,12 @@ bool ShotUser::isInside(const CPoint& place) const
            place.x < frame->getViewSize().getWidth() && place.y < frame->getViewSize().getHeight();
 }
 
+bool ShotUser::isInField(const CPoint& place) const
+{
+    const HeadlessTextEdit* const field = window->textEdit();
+    return field != nullptr && field->place().pointInside(worldOf(place));
+}
+
 void ShotUser::noteMouse()
 {
     window->setMouse(worldOf(hasLeft ? CPoint(-1.0, -1.0) : pointer),
@@ -65,7 +71,8 @@ void ShotUser::leave()
 
 void ShotUser::press(long button, int clicks)
 {
-    window->events().press(worldOf(pointer), button | modifiers, clicks);
+    if (!isInField(pointer))
+        window->events().press(worldOf(pointer), button | modifiers, clicks);
     noteMouse();
 }
 
@@ -89,7 +96,8 @@ void ShotUser::doubleClick(long button)
 void ShotUser::wheel(const CPoint& place, double notches)
 {
     WindowEvents& events = window->events();
-    events.wheel(worldOf(place), 0.0, notches, events.heldButtons() | modifiers);
+    if (!isInField(place))
+        events.wheel(worldOf(place), 0.0, notches, events.heldButtons() | modifiers);
 }
 
 void ShotUser::letGo()

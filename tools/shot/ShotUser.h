@@ -2,7 +2,8 @@
 // A user of a window without a screen: a pointer, its buttons, and a keyboard with modifiers that are held.
 //
 // Events come to the window as a window system sends them: a pointer that goes outside with no button held
-// leaves the window, and one that ends its drag there leaves it then.
+// leaves the window, and one that ends its drag there leaves it then. What is clicked in an open text field
+// stays there.
 #pragma once
 
 #include "Tovrane/base/CPoint.h"
@@ -39,6 +40,7 @@ public:
 private:
     void press(long button, int clicks);
     bool isInside(const Tovra::CPoint& place) const;
+    bool isInField(const Tovra::CPoint& place) const;
     Tovra::CPoint worldOf(Tovra::CPoint place) const;
     // Tells the window where the mouse is, for who asks.
     void noteMouse();

@@ -98,8 +98,8 @@ TEST_F(ShotPlaying, StepsAreGesturesOnControls)
         {"chosen", "choose \"Three\"\nmove 150 20\npress left\nrelease left", "5 0 3",
          "begin STEPS, perform STEPS 0.75, end STEPS"},
         {"a menu that no line answers", "move 150 20\npress left\nrelease left", "5 0 1", ""},
-        {"typed", "move 150 50\ndouble left\ntype 7.55\nkey backspace\nkey return", "7.5 0 1",
-         "begin LEVEL, end LEVEL, begin LEVEL, perform LEVEL 0.75, end LEVEL"},
+        {"typed", "move 150 50\ndouble left\ntype 7.55\npress left\nrelease left\nkey backspace\nkey return",
+         "7.5 0 1", "begin LEVEL, end LEVEL, begin LEVEL, perform LEVEL 0.75, end LEVEL"},
         {"given up", "move 150 50\ndouble left\ntype 7\nkey escape\nkey return", "5 0 1",
          "begin LEVEL, end LEVEL"},
     };
@@ -140,7 +140,8 @@ TEST_F(ShotPlaying, ReadOutAndCursorFollowThePointer)
     EXPECT_EQ(play("move 70 20").readOut, "POWER: Off");
     EXPECT_EQ(play("leave").readOut, "");
     EXPECT_EQ(play("move 30 30\nmove -5 30").readOut, "") << "outside";
-    EXPECT_EQ(play("move 150 50\npress left").cursor, Tovra::kCursorDefault) << "let go at the end";
+    EXPECT_EQ(play("move 150 50\npress left").cursor, Tovra::kCursorVSize);
+    EXPECT_EQ(play("idle 0").cursor, Tovra::kCursorDefault) << "let go at the end";
     EXPECT_THAT(edits(), ElementsAre("begin LEVEL", "end LEVEL"));
     EXPECT_EQ(play("move 30 30\npress left\nmove 30 -30\nmove 30 -31\nrelease left").readOut, "")
         << "a drag that ends outside";

@@ -3,7 +3,7 @@
 //
 // A mouse word is the sum of the buttons that are held and the modifier keys. Before the views get a left
 // click, the frame replaces one with control by kButtonRight, and one with command by kButtonMiddle, without
-// modifiers.
+// modifiers. The moves and the release that follow have the same button.
 #pragma once
 
 namespace Tovra

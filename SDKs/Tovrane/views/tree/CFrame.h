@@ -193,6 +193,7 @@ private:
     bool advanceFromChild(CView* child, bool reverse);
     bool advanceFromDepth(CView* old, bool reverse);
     void noteMouse(const CPoint& where, long buttons);
+    long asPressed(long buttons) const;
     void drawDirty(CDrawContext* context);
     void showDrawn();
     bool drawPart(CDrawContext* given, const CRect& rect);
@@ -210,6 +211,7 @@ private:
     Kept<IFrame> platformFrame;
     CPoint lastMousePosition{-1.0, -1.0};
     long lastMouseButtons = 0;
+    long leftStandsFor = 0; // the button as which the press of the left one counted; 0 for itself
     CView* topView = nullptr;
     unsigned fullPaints = 0;
     bool focusShown = false;

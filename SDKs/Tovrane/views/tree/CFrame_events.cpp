@@ -16,6 +16,14 @@ static long normalisedButtons(long buttons)
     return (buttons & kModCommand) != 0 ? kButtonMiddle : buttons;
 }
 
+// A left button whose press counted as another one is that one until it is released.
+long CFrame::asPressed(long buttons) const
+{
+    constexpr long replaced = kButtonLeft | kModControl | kModCommand;
+    return leftStandsFor == 0 || (buttons & kButtonLeft) == 0 ? buttons
+                                                              : (buttons & ~replaced) | leftStandsFor;
+}
+
 void CFrame::noteMouse(const CPoint& where, long buttons)
 {
     lastMousePosition = where;
@@ -26,6 +34,8 @@ MouseEventResult CFrame::onMouseDown(CPoint& where, const long& pressed)
 {
     const Kept<CFrame> self(this);
     const long buttons = normalisedButtons(pressed);
+    if ((pressed & kButtonLeft) != 0)
+        leftStandsFor = buttons != pressed ? buttons : 0;
     noteMouse(where, buttons);
     if (holdsMouse())
         return kMouseHandled;
@@ -83,9 +93,12 @@ MouseEventResult CFrame::clickModalView(CPoint& where, const long& buttons)
     return kMouseHandled;
 }
 
-MouseEventResult CFrame::onMouseUp(CPoint& where, const long& buttons)
+MouseEventResult CFrame::onMouseUp(CPoint& where, const long& released)
 {
     const Kept<CFrame> self(this);
+    const long buttons = asPressed(released);
+    if ((released & kButtonLeft) != 0)
+        leftStandsFor = 0;
     noteMouse(where, buttons);
     const Kept<CView> child(getMouseDownChild());
     CPoint point = where;
@@ -94,9 +107,10 @@ MouseEventResult CFrame::onMouseUp(CPoint& where, const long& buttons)
     return CViewContainer::onMouseUp(where, buttons);
 }
 
-MouseEventResult CFrame::onMouseMoved(CPoint& where, const long& buttons)
+MouseEventResult CFrame::onMouseMoved(CPoint& where, const long& held)
 {
     const Kept<CFrame> self(this);
+    const long buttons = asPressed(held);
     noteMouse(where, buttons);
     const Kept<CView> modal = modalView;
     CPoint point = where;

@@ -122,7 +122,8 @@ bool WindowEvents::move(CPoint where, long buttons)
 
 bool WindowEvents::leave(CPoint where, long modifiers)
 {
-    return deliver(where, [=](CFrame& target, CPoint& point) { target.onMouseExited(point, modifiers); });
+    return deliver(where, [=, this](CFrame& target, CPoint& point)
+                   { target.onMouseExited(point, modifiers | held); });
 }
 
 void WindowEvents::vanish()

@@ -229,10 +229,17 @@ void CControl::setVisible(bool flag)
         cancelEdit();
 }
 
+void CControl::setEnabled(bool flag)
+{
+    CView::setEnabled(flag);
+    if (!flag && isOnOwnThread())
+        cancelEdit();
+}
+
 void CControl::applyMarks()
 {
     CView::applyMarks();
-    if (edited && !isVisible())
+    if (edited && !(isVisible() && isEnabled()))
         cancelEdit();
 }
 

@@ -70,8 +70,8 @@ public:
 
     // Whether a gesture of the user is under way: beginEdit was called, and endEdit was not yet.
     bool isEdited() const { return edited; }
-    // The gesture cannot go on, since the control is hidden, removed or closed: it ends. Controls that keep a
-    // state of their own for it override this.
+    // The gesture cannot go on, since the control is hidden, disabled, removed or closed: it ends. Controls
+    // that keep a state of their own for it override this.
     virtual void cancelEdit();
 
     virtual CControlListener* getListener() const { return listener; }
@@ -100,6 +100,7 @@ public:
     bool isDirty() const override;
     void setDirty(bool flag) override;
     void setVisible(bool flag) override;
+    void setEnabled(bool flag) override;
     void applyMarks() override;
     bool removed(CView* parent) override;
     MouseEventResult onMouseMoved(CPoint& where, const long& buttons) override;

@@ -115,11 +115,16 @@ MouseEventResult Tovra_ActionButton::onMouseMoved(CPoint& where, const long& but
     return isEdited() ? kMouseHandled : CControl::onMouseMoved(where, buttons);
 }
 
-MouseEventResult Tovra_ActionButton::onMouseUp(CPoint&, const long& buttons)
+MouseEventResult Tovra_ActionButton::onMouseUp(CPoint& where, const long& buttons)
 {
     const Kept<CView> self(this);
-    if (isEdited() && (buttons & button) != 0)
-        release();
+    if (!isEdited() || (buttons & button) == 0)
+        return kMouseHandled;
+    release();
+    if (isWithinEdges(size, where))
+        updateReadout();
+    else
+        onMouseExited(where, 0);
     return kMouseHandled;
 }
 

@@ -180,9 +180,15 @@ bool Tovra_AnimKnob::isDirty() const
 
 void Tovra_AnimKnob::draw(CDrawContext* context)
 {
-    constexpr unsigned disabledAlpha = 60;
     setDirty(glide());
     noteHandle();
+    drawPosition(context);
+    drawFocus(context);
+}
+
+void Tovra_AnimKnob::drawPosition(CDrawContext* context)
+{
+    constexpr unsigned disabledAlpha = 60;
     CBitmap* const strip = getBackground();
     PelmoAGG* const renderer = context->getAGGRenderer();
     if (strip == nullptr || renderer == nullptr)
@@ -195,6 +201,5 @@ void Tovra_AnimKnob::draw(CDrawContext* context)
                  int((shown - first) * 255.0));
     const CPoint at = size.getTopLeft() + context->getOffset();
     renderer->blendImage(picture->result(), at.x, at.y, isEnabled() ? 255 : disabledAlpha);
-    drawFocus(context);
 }
 }

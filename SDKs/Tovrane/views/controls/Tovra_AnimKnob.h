@@ -56,6 +56,7 @@ private:
     class MixedPicture;
 
     bool glide();
+    void drawPosition(CDrawContext* context);
     float positionOf(const Orbel::ParameterProperty& property) const;
 
     int hitRadius;

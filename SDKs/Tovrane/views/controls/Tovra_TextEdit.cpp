@@ -6,6 +6,7 @@
 #include "Tovrane/views/tree/CControlListener.h"
 #include "Tovrane/views/tree/CFrame.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstring>
 
@@ -61,7 +62,14 @@ bool Tovra_TextEdit::writeTyped(Orbel::ParameterProperty& property, const std::s
     return isBoundToText() || property.getCurrentValue() != before;
 }
 
-// One gesture, whatever the text does; none for a text that cannot be read.
+static bool changes(const Orbel::ParameterProperty& property, std::optional<float> number)
+{
+    const float low = std::min(property.getMin(), property.getMax());
+    const float high = std::max(property.getMin(), property.getMax());
+    return number && std::clamp(*number, low, high) != property.getCurrentValue();
+}
+
+// One gesture; none for a text that cannot be read, or is the value that stands.
 void Tovra_TextEdit::commit(const std::string& typed)
 {
     Orbel::ParameterProperty* const property = getAttachedProperty();
@@ -71,7 +79,7 @@ void Tovra_TextEdit::commit(const std::string& typed)
         return onText(typed);
     const bool isNumber = !isBoundToText() && !fromText;
     const std::optional<float> number = isNumber ? Orbel::readPropertyText(*property, typed) : std::nullopt;
-    if (isNumber && !number)
+    if (isNumber && !changes(*property, number))
         return;
     beginEdit();
     if (writeTyped(*property, typed, number))

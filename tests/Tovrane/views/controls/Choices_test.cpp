@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Menus and value boxes: what is chosen, typed and dragged, in which gestures it reaches the host, and how.
+// Menus with submenus, context menus, and boxes with a text.
 #include "Tovrane/platform/headless/HeadlessTextEdit.h"
 #include "Tovrane/views/controls/COptionMenu.h"
 #include "Tovrane/views/controls/CTextEdit.h"
@@ -27,12 +27,6 @@ protected:
     HeadlessFrame& window() { return *HeadlessFrame::of(*frame.get()); }
     WindowEvents& user() { return window().events(); }
     Log edits() { return taken(host.log); }
-    void key(int virtualKey)
-    {
-        TovraKeyCode code;
-        code.virtualKey = std::uint8_t(virtualKey);
-        user().keyDown(code);
-    }
     void click(CPoint where, long buttons = kButtonLeft, int clicks = 1)
     {
         user().press(where, buttons, clicks);
@@ -119,25 +113,6 @@ TEST_F(Choices, AMenuCountsNeitherLinesNorSubmenus)
     EXPECT_EQ(shown.getCurrentIndex(), 1);
 }
 
-TEST_F(Choices, KeysChooseAndOpen)
-{
-    COptionMenu& shown = menu();
-    shown.setAttachedProperty(&property);
-    key(kVirtualTab);
-    EXPECT_EQ(frame->getFocusView(), &shown);
-    EXPECT_TRUE(frame->showsFocus());
-    key(kVirtualDown); // over line and submenu
-    EXPECT_EQ(property.getCurrentValue(), 2.0f);
-    key(kVirtualDown);
-    EXPECT_EQ(property.getCurrentValue(), 2.0f);
-    key(kVirtualUp);
-    key(kVirtualUp);
-    EXPECT_EQ(property.getCurrentValue(), 0.0f);
-    answer(1);
-    key(kVirtualReturn);
-    EXPECT_EQ(property.getCurrentValue(), 1.0f);
-}
-
 // Whoever asked is kept until the answer, and gets none for a menu that was lost.
 TEST_F(Choices, AContextMenuAnswersItsCaller)
 {
@@ -163,86 +138,6 @@ TEST_F(Choices, AContextMenuAnswersItsCaller)
     open();
     frame->close();
     EXPECT_THAT(heard, ElementsAre("Paste"));
-}
-
-TEST_F(Choices, AValueIsDraggedSteppedOrTyped)
-{
-    Tovra_TextEdit& value = box();
-    edits();
-    user().press({20, 20}, kButtonLeft);
-    EXPECT_EQ(window().cursor(), kCursorVSize);
-    user().move({20, 0}, kButtonLeft);
-    user().release({20, 0}, kButtonLeft);
-    EXPECT_EQ(window().cursor(), kCursorDefault);
-    EXPECT_NEAR(property.getCurrentValue(), 2.0f, 1e-4);
-    EXPECT_THAT(edits(), ElementsAre("listener begins", "host begins", testing::StartsWith("host performs 2"),
-                                     "changed", "host ends", "listener ends"));
-    user().wheel({20, 20}, 0, 1, 0);
-    EXPECT_NEAR(property.getCurrentValue(), 3.0f, 1e-4);
-    click({20, 20}, kButtonMiddle);
-    EXPECT_EQ(property.getCurrentValue(), 2.5f);
-    frame->setFocusView(&value);
-    key(kVirtualUp);
-    EXPECT_NEAR(property.getCurrentValue(), 3.5f, 1e-4);
-
-    const struct
-    {
-        const char* name;
-        std::function<void(HeadlessTextEdit&)> does;
-        float expected;
-    } ends[] = {
-        {"return",
-         [](HeadlessTextEdit& field)
-         {
-             field.type("7.25");
-             field.pressReturn();
-         },
-         7.25f},
-        {"escape",
-         [](HeadlessTextEdit& field)
-         {
-             field.type("1");
-             field.pressEscape();
-         },
-         7.25f},
-        {"a click elsewhere",
-         [&](HeadlessTextEdit& field)
-         {
-             field.type("4");
-             click({95, 95});
-         },
-         4.0f},
-        {"beyond the range",
-         [](HeadlessTextEdit& field)
-         {
-             field.type("1e9");
-             field.pressReturn();
-         },
-         10.0f},
-        {"removed",
-         [&](HeadlessTextEdit& field)
-         {
-             field.type("3");
-             frame->removeView(&value, false);
-             frame->addView(&value);
-         },
-         10.0f},
-        {"unchanged", [](HeadlessTextEdit& field) { field.pressReturn(); }, 10.0f},
-    };
-    for (const auto& end : ends)
-    {
-        SCOPED_TRACE(end.name);
-        const float before = property.getCurrentValue();
-        click({20, 20}, kButtonLeft, 2);
-        ASSERT_NE(window().textEdit(), nullptr);
-        edits();
-        end.does(*window().textEdit());
-        EXPECT_EQ(window().textEdit(), nullptr);
-        EXPECT_EQ(property.getCurrentValue(), end.expected);
-        const Log all = edits();
-        EXPECT_EQ(std::count(all.begin(), all.end(), "host begins"), before != end.expected ? 1 : 0);
-        EXPECT_EQ(std::count(all.begin(), all.end(), "host ends"), before != end.expected ? 1 : 0);
-    }
 }
 
 TEST_F(Choices, ATextIsTypedOnlyAndGoesToTheCaller)

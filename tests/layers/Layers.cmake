@@ -57,6 +57,8 @@ lodex_layer(tovra_scope_view OWN Tovrane/views/scope/CNewScopeRenderer.h
   NOT Tovrane/views/tree/CFrame.h Orbel/contract/OrbelOS.h)
 lodex_layer(tovra_controls OWN Tovrane/views/controls/CMenuItem.h
   NOT Tovrane/shell/CTovraneEditor.h Tovrane/platform/parts/MenuRows.h Orbel/contract/OrbelOS.h)
+lodex_layer(tovra_envelope OWN Tovrane/views/envelope/Tovra_EnvelopeDisplay.h
+  NOT Tovrane/shell/CTovraneEditor.h Orbel/contract/OrbelOS.h)
 lodex_layer(tovra_shell OWN Tovrane/shell/CTovraneEditor.h
   NOT Tovrane/platform/headless/HeadlessFrame.h Orbel/Wrapper/VST3/Orbel_VST3.h
       effect/instance/CQDT_DKS_Single.h)

@@ -117,6 +117,8 @@ protected:
     void drawFocus(CDrawContext* context) const;
     // Registers the control as a listener of a property that enables and disables it.
     void setEnabledProperty(Orbel::ParameterProperty* property);
+    // Shows a text as the read-out.
+    void publishReadout(const char* text);
     // After it has returned nobody calls parameterChanged. Controls that listen to more properties override
     // it.
     virtual void stopListening();
@@ -129,7 +131,6 @@ protected:
     Core::Relaxed<float> oldValue = 0.0f;
 
 private:
-    void publishReadout(const char* text);
     void listenInsteadOf(Core::Relaxed<Orbel::ParameterProperty*>& former, Orbel::ParameterProperty* next);
 
     static constexpr int readoutSize = 128;

@@ -2,12 +2,12 @@
 // The script of a window: what a user does with it, one step a line. Places are in units.
 //
 //   move X Y | leave | press left|middle|right | release left|middle|right | double left
-//   modifiers none|shift[,alt,control,command]     held from here on
-//   wheel X Y DISTANCE | key NAME | type TEXT       TEXT is the rest of the line
-//   choose "ROW" ["ROW"...] | choose -              answers the next menu by the titles on its path, or
-//   closes it answer yes|no                                   the next question file PATH | file - the next
-//   file panel (the rest of the line), or cancels it idle MS | play FILE SECONDS | bpm B | set ID VALUE |
-//   timebase NAME | shot FILE
+//   modifiers none|shift[,alt,control,command]    held from here on
+//   wheel X Y DISTANCE | key NAME | type TEXT     TEXT is the rest of the line
+//   choose "ROW" ["ROW"...] | choose -            the next menu: the titles on a path, or closed
+//   answer yes|no                                 the next question
+//   file PATH | file -                            the next file panel: the rest of the line, or cancelled
+//   idle MS | play FILE SECONDS | bpm B | set ID VALUE | timebase NAME | shot FILE
 //
 // A key is a letter, up, down, left, right, return, escape, tab, backspace, delete, home or end. A line that
 // begins with # is a comment, and so is what follows a # after a blank, except in type and file. A word with

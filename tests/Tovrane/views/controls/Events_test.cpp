@@ -358,7 +358,7 @@ TEST(ControlEvents, TypingIsOneGestureOrNone)
         {"box", "double left; release left; type 5.00; field return", ""},
         {"box", "double left; release left; type 1e9; field return", "( =10 )"},
         {"box", "set 10; double left; release left; type 1e9; field return", ""},
-        {"box", "double left; release left; wheel 1; key up; set 3; type 4; field return", "( =4 )"},
+        {"box", "double left; release left; wheel 1; set 3; type 4; field return", "( =4 )"},
         {"box", "key tab; key return; type 9; field return; key up", "( =9 )"},
         {"box", "disable; double left; type 9", "no field"},
         {"count", "double left; release left; type 3.7; field return", "( =4 )"},

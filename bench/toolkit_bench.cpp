@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The cost of a full paint of an editor's frame and of its parts, compared with a plain fill and a plain copy
 // of the same picture in the same run.
+#include "Orbel/parameters/ParameterProperty.h"
 #include "Tovrane/draw/CBitmap.h"
 #include "Tovrane/draw/CDrawContext.h"
 #include "Tovrane/draw/CDrawPath.h"
@@ -10,6 +11,9 @@
 #include "Tovrane/draw/PNGWriter.h"
 #include "Tovrane/draw/PelmoAGG.h"
 #include "Tovrane/platform/headless/HeadlessFrame.h"
+#include "Tovrane/shell/CTovraneEditor.h"
+#include "Tovrane/shell/IdleList.h"
+#include "Tovrane/views/controls/Tovra_AnimKnob.h"
 #include "Tovrane/views/tree/CFrame.h"
 
 #include <algorithm>
@@ -232,6 +236,72 @@ void idleTick(benchmark::State& state)
     frame->forget();
 }
 
+// Dials of 60 pictures, each bound to a parameter of its own, in an editor that is open.
+class Dials : public CTovraneEditor
+{
+public:
+    static constexpr int count = 40;
+
+    Dials() : CTovraneEditor(nullptr)
+    {
+        constexpr unsigned pictures = 60;
+        memory.setSize(side, side * pictures);
+        for (unsigned i = 0; i < side * side * pictures; ++i)
+            reinterpret_cast<std::uint32_t*>(memory.getPixelPtr())[i] = 0x01000000u * (i % 255) + i % 90;
+        picture->attachImg(&memory);
+        setSize(width, height);
+        open(nullptr);
+    }
+    ~Dials() override { Dials::close(); }
+
+    void turnAll()
+    {
+        for (int i = 0; i < count; ++i)
+            parameters[i].setValue(float((turn + 23 * i) % 1009) / 1009.0f);
+        turn += 7;
+    }
+
+protected:
+    void prepeareGUI(CFrame* made) override
+    {
+        made->setBackground(&background(1));
+        for (int i = 0; i < count; ++i)
+        {
+            const double x = 10 + i % 10 * 58, y = 20 + i / 10 * 80;
+            made->addView(new Tovra_AnimKnob({x, y, x + side, y + side}, nullptr, 0, 60, side, picture.get(),
+                                             CPoint(), &parameters[i]));
+        }
+    }
+
+private:
+    static constexpr unsigned side = 48;
+    CMACBitmap memory;
+    Kept<CBitmap> picture = Kept<CBitmap>::adopt(new CBitmap(nullptr, true));
+    Orbel::ParameterProperty parameters[count];
+    int turn = 0;
+};
+
+void turnDials(benchmark::State& state)
+{
+    Dials dials;
+    for (auto _ : state)
+    {
+        dials.turnAll();
+        dials.idle();
+        benchmark::ClobberMemory();
+    }
+}
+
+void idleForASecond(benchmark::State& state)
+{
+    Dials dials;
+    for (int i = 0; i < 100; ++i)
+        dials.idle(); // until nothing glides any more
+    for (auto _ : state)
+        for (int i = 0; i < 1000 / Orbel::IdleList::interval; ++i)
+            dials.idle();
+}
+
 void fillPlainly(benchmark::State& state)
 {
     std::vector<std::uint32_t> picture(size_t(width) * height);
@@ -302,6 +372,8 @@ int main(int argc, char** argv)
     add("gradient band", {drawBand});
     add("nothing", {});
     benchmark::RegisterBenchmark("idle tick", idleTick);
+    benchmark::RegisterBenchmark("open window, a second", idleForASecond);
+    benchmark::RegisterBenchmark("40 dials that move", turnDials);
     benchmark::Initialize(&argc, argv);
     RatioReporter reporter;
     benchmark::RunSpecifiedBenchmarks(&reporter);

@@ -58,6 +58,10 @@ public:
     // The level with which the last start entered its cycle. It belongs to that start: a parameter that
     // changes later doesn't move it.
     float getFirstValue() const { return firstValue; }
+    // Where it is: 0 attack, 1 hold, 2 release, then what follows; and the share of that which has passed, 0
+    // at its start and 1 at its end.
+    int getSegment() const { return state; }
+    float getPhase() const { return phase; }
     // True while every sample has the same level.
     bool isConstant() const { return state == idle && segmentDelta == 0.0f && phaseIncrement == 0.0f; }
 

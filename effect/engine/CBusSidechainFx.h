@@ -65,6 +65,10 @@ public:
     // [audio stopped] Silence and idleness; parameters stay, and hold without any ease from the next sample.
     void reset();
 
+    // [audio thread] See CAHRModule2.
+    int getEnvelopeSegment() const { return envelope.getSegment(); }
+    float getEnvelopePhase() const { return envelope.getPhase(); }
+
     // [any thread] A slow average of the gain.
     float getGainMeter() const { return gainMeter; }
 

@@ -42,6 +42,10 @@ public:
     // [audio thread] For each sample of the last block 1 - 2 x gain, -1 where it was passed through. Null
     // before reserve.
     const float* gainRecord() const { return busGainRecord.left; }
+    // [audio thread] The last block after the delay, and what went out; a block that was passed through
+    // leaves the first one as it was.
+    const Orbel::AudioStereoBus& preDuck() const { return busPreDuck; }
+    const Orbel::AudioStereoBus& ducked() const { return busOutput; }
 
     CBusSidechainFx ducker; // its parameters and triggers are set by the owner
 

@@ -234,6 +234,7 @@ void CQDT_DKS_Single::setSampleRate(float rate)
     if (editorRef)
         editorRef->setSampleRate(rate);
     path.setSampleRate(rate);
+    scope.setSampleRate(rate);
     path.announceLookAhead(lookAhead());
     triggerShiftSamples = shiftSamplesOfTempo(valueOf(id::kTriggerShift), timeContext.tempo, rate);
 }
@@ -250,6 +251,7 @@ void CQDT_DKS_Single::reset()
 {
     applyParameters();
     path.reset();
+    scope.reset();
 }
 
 // The audio path.
@@ -292,6 +294,7 @@ void CQDT_DKS_Single::processAudio(AudioBusInformation& info)
         followTransport(info.timeInfo);
         path.duck(info);
     }
+    scope.follow(path, info.numSamples);
     if (editorRef)
         editorRef->updateScopes(false, -1);
     if (editorRef && bypassed)
@@ -332,5 +335,6 @@ void CQDT_DKS_Single::armTrigger(const CHostTimeInfo& time)
     if (distance == BeatTrigger::none)
         return;
     path.ducker.setTriggers(distance);
+    scope.arm(path.ducker.getPreFadeLength() + distance);
     path.ducker.setTriggerVelocity(1.0f);
 }

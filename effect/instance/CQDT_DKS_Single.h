@@ -25,6 +25,7 @@
 #include "Orbel/storage/CPresetStore.h"
 #include "effect/engine/BeatTrigger.h"
 #include "effect/engine/DuckingPath.h"
+#include "effect/instance/EffectScope.h"
 #include "effect/instance/IEffectEditor.h"
 #include "effect/instance/TimeLinker.h"
 #include "presets/IPresetEffect.h"
@@ -131,6 +132,9 @@ public:
     // bypassed. Null before setBlockSize.
     const float* getGainRecord() const { return path.gainRecord(); }
 
+    // What the window shows of the audio; the window switches it on while it is open.
+    EffectScope& getScope() { return scope; }
+
     // [window thread] The editor's window; without an editor nothing happens.
     void getEditorSize(Tovra::CRect& rectangle) override
     {
@@ -172,6 +176,7 @@ private:
     IEffectEditor* editorRef = nullptr; // the same object as the base's editor, or null
     Orbel::CPropertyManager propertyManager;
     DuckingPath path;
+    EffectScope scope;
     cpuControl cpuMode;
 
     TimeLinker timeLinker;

@@ -92,4 +92,5 @@ lodex_layer(tool_shot OWN tools/shot/ShotPlayer.h
   NOT tools/render/RenderEngine.h tools/gallery/GalleryPage.h Tovrane/shell/CTovraneEditor.h
       Tovrane/platform/x11/frame/X11Frame.h effect/instance/CQDT_DKS_Single.h)
 lodex_layer(effect OWN effect/instance/CQDT_DKS_Single.h
-  NOT Tovrane/base/CRect.h Orbel/Wrapper/VST3/Orbel_VST3.h tools/common/Text.h HostSDK/VST3/Text.h)
+  NOT Tovrane/base/CRect.h Tovrane/views/scope/CNewScopeRenderer.h Orbel/Wrapper/VST3/Orbel_VST3.h
+      tools/common/Text.h HostSDK/VST3/Text.h)

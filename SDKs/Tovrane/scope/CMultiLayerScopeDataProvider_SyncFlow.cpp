@@ -2,6 +2,7 @@
 #include "Tovrane/scope/CMultiLayerScopeDataProvider_SyncFlow.h"
 
 #include <algorithm>
+#include <cmath>
 
 namespace Tovra
 {
@@ -21,49 +22,60 @@ CMultiLayerScopeDataProvider_SyncFlow::adapted(const channel_info_t& channel,
     return found;
 }
 
+// The points are counted from the start of the sweep, so that they lie at the same places of each sweep
+// whatever the blocks are, and a length with a fraction averages out. A new length begins to count anew.
+long CMultiLayerScopeDataProvider_SyncFlow::samplesToPoint()
+{
+    const float wanted = samplesPerPoint();
+    if (wanted != pointLength)
+    {
+        pointLength = wanted;
+        samplesSeen = pointsSeen = 0;
+    }
+    const double end = double(pointsSeen + 1) * double(pointLength);
+    return std::max(long(std::ceil(end)) - samplesSeen, 1L);
+}
+
 // A slice ends where a point is complete, at the trigger, or with the block. It has no samples where the
 // trigger is just here.
 void CMultiLayerScopeDataProvider_SyncFlow::update(const channel_info_t* const* channels, int samples)
 {
     for (int done = 0; done < samples;)
     {
-        const float wanted = samplesPerPoint();
-        int step = std::clamp(int(wanted - float(sampleCounter)), 1, samples - done);
+        const long toPoint = samplesToPoint();
+        long step = std::min<long>(toPoint, samples - done);
         if (remainingTriggerSamples >= 0)
-            step = int(std::min<long>(step, remainingTriggerSamples));
-        gather(channels, done, step);
+            step = std::min(step, remainingTriggerSamples);
+        gather(channels, done, int(step));
+        count(step, step == toPoint);
         remainingTriggerSamples -= step;
         if (remainingTriggerSamples == 0)
             passTrigger();
-        count(step, wanted);
-        done += step;
+        done += int(step);
     }
 }
 
+void CMultiLayerScopeDataProvider_SyncFlow::count(long samples, bool isComplete)
+{
+    samplesSeen += samples;
+    sampleCounter = isComplete ? 0 : sampleCounter + int(samples);
+    if (!isComplete)
+        return;
+    ++pointsSeen;
+    updatePoints();
+}
+
+// What lies before the trigger is no part of the first point after it.
 void CMultiLayerScopeDataProvider_SyncFlow::passTrigger()
 {
     remainingTriggerSamples = -1;
     if (!syncMode || ++triggerCount < triggersPerSweep)
         return;
-    const Core::Threads::SectionGuard guard(section);
     triggerCount = 0;
+    samplesSeen = pointsSeen = 0;
+    sampleCounter = 0;
+    const Core::Threads::SectionGuard guard(section);
     writeIndex = 0;
-    sampleCounter = 0;
-}
-
-// The points are counted over all samples, so that a length with a fraction averages out.
-void CMultiLayerScopeDataProvider_SyncFlow::count(int samples, float wanted)
-{
-    samplesSeen += std::uint64_t(samples);
-    const auto point = std::uint64_t(double(samplesSeen) / double(wanted));
-    if (point == lastPointNumber)
-    {
-        sampleCounter += samples;
-        return;
-    }
-    lastPointNumber = point;
-    sampleCounter = 0;
-    updatePoints();
 }
 
 bool CMultiLayerScopeDataProvider_SyncFlow::getScopeData(int layer, scope_data_point_t* target, int count)

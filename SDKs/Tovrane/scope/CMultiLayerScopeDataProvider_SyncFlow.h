@@ -8,8 +8,6 @@
 
 #include "Tovrane/scope/CMultiLayerScopeDataProvider.h"
 
-#include <cstdint>
-
 namespace Tovra
 {
 class CMultiLayerScopeDataProvider_SyncFlow : public CMultiLayerScopeDataProvider
@@ -33,13 +31,15 @@ protected:
     scope_data_point_t adapted(const channel_info_t& channel, const scope_data_point_t& found) const override;
 
 private:
+    long samplesToPoint();
+    void count(long samples, bool isComplete);
     void passTrigger();
-    void count(int samples, float wanted);
 
     bool syncMode = false;
-    int triggerCount = 0;              // of this sweep
-    std::uint64_t samplesSeen = 0;     // since construction
-    std::uint64_t lastPointNumber = 0; // samplesSeen in points, at the last point
+    int triggerCount = 0;     // of this sweep
+    long samplesSeen = 0;     // in this sweep
+    long pointsSeen = 0;      // of these
+    float pointLength = 0.0f; // samples, by which they are counted
     long remainingTriggerSamples = -1;
 };
 }

@@ -117,15 +117,17 @@ TEST(ScopeData, StartsASweepAtEverySecondTrigger)
     play(provider, 10, 31.0f);
     EXPECT_EQ(maxima(provider, 6), Values({10, 20, 30, 40, 0, 0})) << "the first trigger moves nothing";
     provider.setRemainingTriggerSamples(15);
-    play(provider, 20, 41.0f); // the point that is open at the trigger goes to the left edge
-    EXPECT_EQ(maxima(provider, 6), Values({60, 20, 30, 40, 50, 0}));
+    play(provider, 20, 41.0f);
+    EXPECT_EQ(maxima(provider, 6), Values({10, 20, 30, 40, 50, 0})) << "the point at the trigger is dropped";
     provider.setRemainingTriggerSamples(0);
     provider.setRemainingTriggerSamples(-1); // called off
     play(provider, 60, 61.0f);
-    EXPECT_EQ(maxima(provider, 6), Values({120, 70, 80, 90, 100, 110})) << "wraps like a free one";
+    EXPECT_EQ(maxima(provider, 6), Values({65, 75, 85, 95, 105, 115})) << "points begin at the trigger";
+    play(provider, 20, 121.0f);
+    EXPECT_EQ(maxima(provider, 6), Values({125, 135, 85, 95, 105, 115})) << "wraps like a free one";
     provider.clear();
-    play(provider, 10, 121.0f);
-    EXPECT_EQ(maxima(provider, 2), Values({130, 0})) << "new rings begin at the left";
+    play(provider, 10, 141.0f);
+    EXPECT_EQ(maxima(provider, 2), Values({145, 0})) << "new rings begin at the left";
 }
 
 TEST(ScopeData, IsHandedOverWhileItIsWritten)

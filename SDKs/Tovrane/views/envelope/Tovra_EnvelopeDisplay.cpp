@@ -195,8 +195,23 @@ void Tovra_EnvelopeDisplay::setEnvelopePosition(int segment, float fraction)
     constexpr int blinkDraws = 3;
     if (segment > envelopePosition && envelopePosition >= 0 && envelopePosition < int(blinks.size()))
         blinks[size_t(envelopePosition)] = blinkDraws;
+    const std::optional<CRect> former = dotPlace();
     envelopePosition = segment;
     positionFraction = fraction >= 0.0f && fraction <= 1.0f ? fraction : 0.0f;
+    const std::optional<CRect> now = dotPlace();
+    if (former == now)
+        return;
+    for (const std::optional<CRect>& place : {former, now})
+        if (place)
+            markPart(*place);
+}
+
+void Tovra_EnvelopeDisplay::markPart(CRect part)
+{
+    if (getFrame() == nullptr)
+        return;
+    getFrame()->localRectToFrameRect(this, part);
+    getFrame()->addDirtyRect(part, this);
 }
 
 void Tovra_EnvelopeDisplay::updateEnvelopeState()

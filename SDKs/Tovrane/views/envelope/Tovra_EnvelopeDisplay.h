@@ -20,6 +20,7 @@
 #include "Tovrane/views/tree/Tovra_ObjectConstructorInfoBase.h"
 
 #include <atomic>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -149,6 +150,8 @@ protected:
     virtual void drawMouseOver(CDrawContext* context, const CEnvelopePoint* point);
 
     const CRect& innerRect() const { return inner; }
+    // Draws a part again, in the coordinates in which the display is drawn.
+    void markPart(CRect part);
     bool isTempoSynced() const { return tempoSync; }
     // The number of milliseconds that one of a parameter's stands for, at this tempo.
     float tempoFactor() const;
@@ -186,6 +189,7 @@ private:
     void writeNormalized(Orbel::ParameterProperty* property, float next);
     void traceSegment(CDrawPath& path, const CPoint& from, const CPoint& to, float curve) const;
     void drawSegment(CDrawContext* context, const CEnvelopePoint& from, const CEnvelopePoint& to);
+    std::optional<CRect> dotPlace() const;
     void drawDot(CDrawContext* context);
     void fillBelow(CDrawContext* context);
     void drawHandle(CDrawContext* context, const CEnvelopePoint& point, bool blinks);

@@ -135,16 +135,24 @@ void Tovra_EnvelopeDisplay::drawSegment(CDrawContext* context, const CEnvelopePo
     path.finish(kStroked, true);
 }
 
-void Tovra_EnvelopeDisplay::drawDot(CDrawContext* context)
+std::optional<CRect> Tovra_EnvelopeDisplay::dotPlace() const
 {
     constexpr double radius = 3.0;
-    const CEnvelopePoint* const to = getEnvelopePointFromIndex(envelopePosition);
-    const CEnvelopePoint* const from = to != nullptr ? segmentStart(*to) : nullptr;
-    if (from == nullptr || to->isKnob())
-        return;
-    const CPoint at = absolute(curves.coordinate(from->place, to->place, to->curve, positionFraction));
+    if (envelopePosition < 0 || envelopePosition >= int(points.size()))
+        return {};
+    const CEnvelopePoint& to = points[size_t(envelopePosition)];
+    const CEnvelopePoint* const from = segmentStart(to);
+    if (from == nullptr || to.isKnob())
+        return {};
+    const CPoint at = absolute(curves.coordinate(from->place, to.place, to.curve, positionFraction));
+    return CRect(at.x - radius, at.y - radius, at.x + radius, at.y + radius);
+}
+
+void Tovra_EnvelopeDisplay::drawDot(CDrawContext* context)
+{
     context->setFillColor({255, 0, 0, 255});
-    context->drawEllipse({at.x - radius, at.y - radius, at.x + radius, at.y + radius}, kFilled);
+    if (const std::optional<CRect> place = dotPlace())
+        context->drawEllipse(*place, kFilled);
 }
 
 void Tovra_EnvelopeDisplay::fillBelow(CDrawContext* context)

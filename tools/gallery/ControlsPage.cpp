@@ -6,6 +6,7 @@
 #include "Tovrane/draw/CFontDesc.h"
 #include "Tovrane/draw/CMACBitmap.h"
 #include "Tovrane/draw/PelmoAGG.h"
+#include "Tovrane/shell/DrawnControls.h"
 #include "Tovrane/views/controls/COptionMenu.h"
 #include "Tovrane/views/controls/CTextEdit.h"
 #include "Tovrane/views/controls/Tovra_ActionButton.h"
@@ -90,6 +91,34 @@ void drawPower(PelmoAGG& to, int isOn)
     to.line(middle, 3, middle, 13);
 }
 
+// A parameter's state, drawn by lines.
+class Drawn : public CControl
+{
+public:
+    Drawn(const CRect& rect, Orbel::ParameterProperty& property, bool isKnobShown)
+        : CControl(rect), isKnob(isKnobShown)
+    {
+        setAttachedProperty(&property);
+    }
+    void parameterChanged(Orbel::ParameterProperty* property) override
+    {
+        CControl::parameterChanged(property);
+        setDirty(true);
+    }
+    void draw(CDrawContext* context) override
+    {
+        if (isKnob)
+            drawKnob(getViewSize(), context, getAttachedProperty(), "Level", isEnabled());
+        else
+            drawOnOffSwitch(getViewSize(), context, getAttachedProperty());
+        setDirty(false);
+    }
+    CView* newCopy() const override { return nullptr; }
+
+private:
+    const bool isKnob;
+};
+
 // The parameters and the controls that are bound to them.
 class Board : public CViewContainer
 {
@@ -105,6 +134,8 @@ public:
         addButtons();
         addMenus();
         addBoxes();
+        addView(new Drawn({0, 282, 56, 334}, level, true));
+        addView(new Drawn({108, 290, 132, 314}, power, false));
     }
     Board(const Board&) = delete;
     // The controls go before their parameters. The reference keeps the count from reaching 0 a second time.
@@ -240,7 +271,8 @@ void drawCaptions(CDrawContext& context)
                     {352, 166, "with a submenu"},
                     {0, 240, "drag, or double-click to type"},
                     {288, 240, "text only"},
-                    {384, 240, "click to type"}};
+                    {384, 240, "click to type"},
+                    {192, 290, "drawn without pictures"}};
     for (const auto& each : captions)
         drawCaption(context, each.text, {each.left, each.top, each.left + 170, each.top + 16});
 }

@@ -13,14 +13,14 @@ namespace Tovra
 {
 void drawOnOffSwitch(CRect rect, CDrawContext* context, Orbel::ParameterProperty* property)
 {
-    constexpr double sweep = 300.0;
+    constexpr float start = -60.0f, sweep = 300.0f; // open at the top
     if (property == nullptr)
         return;
     const CRect ring(rect.left + 1.0, rect.top + 1.0, rect.right - 1.0, rect.bottom - 1.0);
     const double middle = (ring.left + ring.right) / 2.0;
     context->setLineWidth(1.5);
     context->setFrameColor(property->getCurrentValue_asBOOL() ? kDisplayColor3 : kDisplayColor2);
-    context->drawArc(ring, 0.0, sweep, kStroked);
+    context->drawArc(ring, start, sweep, kStroked);
     context->line(middle, (ring.top + ring.bottom) / 2.0, middle, ring.top);
 }
 
@@ -42,7 +42,8 @@ void drawKnob(CRect rect, CDrawContext* context, Orbel::ParameterProperty* prope
     const bool hasLabel = label != nullptr && *label != 0;
     const double side = std::min(rect.getWidth(), rect.getHeight() - (hasLabel ? textHeight : 0.0));
     const double left = (rect.left + rect.right - side) / 2.0;
-    const CRect ring(left, rect.top, left + side, rect.top + side);
+    constexpr double inset = 0.5; // for the line
+    const CRect ring(left + inset, rect.top + inset, left + side - inset, rect.top + side - inset);
 
     context->setFillColor(isEnabled ? kHighlightColor : kTransparentCColor);
     context->setFrameColor(isEnabled ? kDisplayTextColor : kDisplayColor5);

@@ -113,11 +113,12 @@ protected:
     std::string editedText() const override { return shownText(); }
     void commit(const std::string& typed) override;
     bool isEditable() const override { return editable; }
+    // The user moved the value to this place, which may lie beyond the range: stores it and tells the host.
+    virtual void write(float next);
 
 private:
     bool writeTyped(Orbel::ParameterProperty& property, const std::string& typed,
                     std::optional<float> number);
-    void write(float next);
     void stepBy(const ValueStep& step);
     void showCursor(bool isDragging);
 

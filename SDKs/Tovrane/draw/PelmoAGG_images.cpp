@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Tovrane/draw/ImageResampling.h"
 #include "Tovrane/draw/PelmoAGGPipelines.h"
+#include "Tovrane/lib/bgra_rows.h"
 
 #include <bit>
 #include <cstdint>
@@ -16,8 +17,6 @@ using Image = PelmoAGG::Image;
 
 constexpr int pixelBytes = 4;
 constexpr int alphaByte = PixelOrder::A;
-constexpr std::uint64_t alphasOfTwo = 0xFF000000FF000000;
-static_assert(std::endian::native == std::endian::little);
 
 // The ways to blend one pixel: with full alpha, with less, or with a compositing operator.
 struct Opaquely
@@ -57,19 +56,13 @@ struct Composed
     }
 };
 
-void blendTwo(Byte* to, const Byte* from, const Opaquely& blend)
+// Adding.
+struct Added
 {
-    std::uint64_t two;
-    std::memcpy(&two, from, sizeof two);
-    const std::uint64_t alphas = two & alphasOfTwo;
-    if (alphas == alphasOfTwo)
-        std::memcpy(to, &two, sizeof two);
-    else if (alphas != 0)
-    {
-        blend(to, from);
-        blend(to + pixelBytes, from + pixelBytes);
-    }
-}
+    Composed pixel;
+
+    void operator()(Byte* to, const Byte* from) const { pixel(to, from); }
+};
 
 template <class Blend>
 void blendRow(Byte* to, const Byte* from, int pixels, const Blend& blend)
@@ -78,25 +71,36 @@ void blendRow(Byte* to, const Byte* from, int pixels, const Blend& blend)
         blend(to, from);
 }
 
-// Takes many pixels at once where all are opaque, as most of an editor is, and two where both are opaque or
-// fully transparent.
-void blendRow(Byte* to, const Byte* from, int pixels, const Opaquely& blend)
+using Rows = agg::bgra_rows<agg::pixel_lanes>;
+
+// Many pixels at once where all are opaque, as most of an editor is.
+void blendApart(Byte* to, const Byte* from, int pixels, const Opaquely&)
 {
     constexpr int many = 16;
-    const auto advance = [&](int count)
+    while (pixels > 0)
     {
+        const int count = std::min(pixels, many);
+        if (count < many || !agg::pixel_lanes::copy_sixteen_opaque(to, from))
+            Rows::lay_over(to, from, unsigned(count));
         to += count * pixelBytes;
         from += count * pixelBytes;
         pixels -= count;
-    };
-    while (pixels > 1)
-    {
-        while (pixels >= many && agg::pixel_lanes::copy_sixteen_opaque(to, from))
-            advance(many);
-        for (int i = 0; i < many && pixels > 1; i += 2, advance(2))
-            blendTwo(to, from, blend);
     }
-    blendRow<Opaquely>(to, from, pixels, blend);
+}
+
+void blendApart(Byte* to, const Byte* from, int pixels, const Faded& blend)
+{
+    Rows::lay_over(to, from, unsigned(pixels), blend.share);
+}
+
+void blendApart(Byte* to, const Byte* from, int pixels, const Added& blend)
+{
+    Rows::add(to, from, unsigned(pixels), blend.pixel.cover);
+}
+
+void blendApart(Byte* to, const Byte* from, int pixels, const Composed& blend)
+{
+    blendRow(to, from, pixels, blend);
 }
 
 template <class Blend>
@@ -162,10 +166,13 @@ void blendPlaced(const Image& picture, const Image& image, const Placement& at, 
     const bool fromTheEnd =
         MemoryRange(picture).overlaps(MemoryRange(image)) && std::less<>()(from(0), to(0));
     const bool lastRowFirst = fromTheEnd && picture.getStride() > 0;
+    const bool isApart = !MemoryRange(picture).overlaps(MemoryRange(image));
     for (int i = 0; i < at.height; ++i)
     {
         const int y = lastRowFirst ? at.height - 1 - i : i;
-        if (fromTheEnd)
+        if (isApart)
+            blendApart(to(y), from(y), at.width, blend);
+        else if (fromTheEnd)
             blendRowFromItsEnd(to(y), from(y), at.width, blend);
         else
             blendRow(to(y), from(y), at.width, blend);
@@ -192,7 +199,9 @@ void PelmoAGG::blendImage(const Image& image, double imgX1, double imgY1, double
         return;
 
     const int scaled = int(std::min(alpha, 255u) * p.masterAlpha);
-    if (p.blendMode != kBlendAlpha)
+    if (p.blendMode == kBlendPlus)
+        blendPlaced(p.picture, image, at, Added{{compOps[size_t(p.blendMode)], Byte(scaled)}});
+    else if (p.blendMode != kBlendAlpha)
         blendPlaced(p.picture, image, at, Composed{compOps[size_t(p.blendMode)], Byte(scaled)});
     else if (scaled == 255)
         blendPlaced(p.picture, image, at, Opaquely{});

@@ -91,7 +91,62 @@ struct bgra_rows
                 .store_one(to);
     }
 
+    // Adds premultiplied pixels, weakened by the cover: what agg::comp_op_rgba_plus does. The two rows may
+    // not overlap.
+    static void add(int8u* to, const int8u* from, unsigned len, int8u cover)
+    {
+        if (cover == 0)
+            return;
+        const Lanes weight = Lanes::all(cover);
+        const Lanes full = Lanes::all(255);
+        const auto sum = [&](const Lanes& pixels, const Lanes& added)
+        {
+            const Lanes all = pixels + product(added, weight);
+            return all.at_most(all.alphas().at_most(full)).unless_zero(added.alphas(), pixels);
+        };
+        each_pixel(to, from, len, sum);
+    }
+
+    // Lays premultiplied pixels over the row, by the quick rule of pictures, which divides by 256: with full
+    // alpha, where transparent pixels change nothing, or with a share of 256. The two rows may not overlap.
+    static void lay_over(int8u* to, const int8u* from, unsigned len)
+    {
+        each_pixel(to, from, len,
+                   [](const Lanes& pixels, const Lanes& laid)
+                   {
+                       const Lanes rest = laid.alphas().inverted();
+                       const Lanes below = rested(pixels, rest);
+                       return ((laid & colors()) + below).unless_zero(laid.alphas(), pixels);
+                   });
+    }
+    static void lay_over(int8u* to, const int8u* from, unsigned len, int share)
+    {
+        const Lanes weight = Lanes::all(unsigned(share));
+        each_pixel(to, from, len,
+                   [&weight](const Lanes& pixels, const Lanes& laid)
+                   {
+                       const Lanes rest = (laid.alphas() * weight).template shifted_down<8>().inverted();
+                       const Lanes mixed = (laid * weight).half_sum(pixels * rest).template shifted_down<7>();
+                       return (mixed & colors()) | (rested(pixels, rest) & opaque());
+                   });
+    }
+
 private:
+    static Lanes opaque() { return Lanes::pixel(0, 0, 0, 255); }
+    static Lanes colors() { return Lanes::pixel(0xFFFF, 0xFFFF, 0xFFFF, 0); }
+    // What is left of the pixels' colours, and of their transparency.
+    static Lanes rested(const Lanes& pixels, const Lanes& rest)
+    {
+        return ((pixels ^ opaque()) * rest).template shifted_down<8>() ^ opaque();
+    }
+    template <class Blend>
+    static void each_pixel(int8u* to, const int8u* from, unsigned len, const Blend& blend)
+    {
+        for (; len >= 2; len -= 2, to += 2 * pixel_bytes, from += 2 * pixel_bytes)
+            blend(Lanes::load_two(to), Lanes::load_two(from)).store_two(to);
+        if (len > 0)
+            blend(Lanes::load_one(to), Lanes::load_one(from)).store_one(to);
+    }
     static Lanes half() { return Lanes::all(128); }
     static Lanes blended(const Lanes& pixels, const Lanes& color, const Lanes& alpha)
     {

@@ -3,7 +3,8 @@
 // place that knows the processor.
 //
 // pixel_lanes_sse2 is for x86-64, which always has it; pixel_lanes_plain computes the same everywhere else.
-// pixel_lanes is the one to use. Numbers wrap around at 65536. A value of one pixel fills the lower half.
+// pixel_lanes is the one to use. Numbers wrap around at 65536; one from 256 to 32767 is stored as 255. A
+// value of one pixel fills the lower half.
 #pragma once
 
 #include <agg_basics.h>
@@ -80,6 +81,34 @@ public:
     {
         return each([&](int i) { return ((m_values[i] >> 8) + unsigned(m_values[i])) >> 8; });
     }
+    // Half of each sum, rounded down, also where the sum does not fit.
+    pixel_lanes_plain half_sum(const pixel_lanes_plain& b) const
+    {
+        return each([&](int i) { return (unsigned(m_values[i]) + b.m_values[i]) >> 1; });
+    }
+    template <int bits>
+    pixel_lanes_plain shifted_down() const
+    {
+        return each([&](int i) { return unsigned(m_values[i]) >> bits; });
+    }
+    pixel_lanes_plain operator^(const pixel_lanes_plain& b) const
+    {
+        return each([&](int i) { return m_values[i] ^ b.m_values[i]; });
+    }
+    pixel_lanes_plain operator&(const pixel_lanes_plain& b) const
+    {
+        return each([&](int i) { return m_values[i] & b.m_values[i]; });
+    }
+    // The smaller number of each two below 32768.
+    pixel_lanes_plain at_most(const pixel_lanes_plain& b) const
+    {
+        return each([&](int i) { return m_values[i] < b.m_values[i] ? m_values[i] : b.m_values[i]; });
+    }
+    // Where the other number is 0, that one, and else this one.
+    pixel_lanes_plain unless_zero(const pixel_lanes_plain& other, const pixel_lanes_plain& that) const
+    {
+        return each([&](int i) { return other.m_values[i] == 0 ? that.m_values[i] : m_values[i]; });
+    }
     // The last number of each pixel for all four.
     pixel_lanes_plain alphas() const
     {
@@ -107,7 +136,7 @@ private:
     void store(int8u* to, int count) const
     {
         for (int i = 0; i < count; ++i)
-            to[i] = int8u(m_values[i]);
+            to[i] = int8u(m_values[i] < 255 ? m_values[i] : 255);
     }
 
     int16u m_values[8];
@@ -185,6 +214,30 @@ public:
     pixel_lanes_sse2 divided_by_255() const
     {
         return _mm_srli_epi16(_mm_add_epi16(_mm_srli_epi16(m_values, 8), m_values), 8);
+    }
+    pixel_lanes_sse2 half_sum(const pixel_lanes_sse2& b) const
+    {
+        const __m128i odd = _mm_and_si128(_mm_xor_si128(m_values, b.m_values), _mm_set1_epi16(1));
+        return _mm_sub_epi16(_mm_avg_epu16(m_values, b.m_values), odd);
+    }
+    template <int bits>
+    pixel_lanes_sse2 shifted_down() const
+    {
+        return _mm_srli_epi16(m_values, bits);
+    }
+    pixel_lanes_sse2 operator^(const pixel_lanes_sse2& b) const
+    {
+        return _mm_xor_si128(m_values, b.m_values);
+    }
+    pixel_lanes_sse2 operator&(const pixel_lanes_sse2& b) const
+    {
+        return _mm_and_si128(m_values, b.m_values);
+    }
+    pixel_lanes_sse2 at_most(const pixel_lanes_sse2& b) const { return _mm_min_epi16(m_values, b.m_values); }
+    pixel_lanes_sse2 unless_zero(const pixel_lanes_sse2& other, const pixel_lanes_sse2& that) const
+    {
+        const __m128i zeroes = _mm_cmpeq_epi16(other.m_values, _mm_setzero_si128());
+        return _mm_or_si128(_mm_and_si128(zeroes, that.m_values), _mm_andnot_si128(zeroes, m_values));
     }
     pixel_lanes_sse2 alphas() const { return shuffled<_MM_SHUFFLE(3, 3, 3, 3)>(); }
     pixel_lanes_sse2 red_blue_swapped() const { return shuffled<_MM_SHUFFLE(3, 0, 1, 2)>(); }

@@ -115,6 +115,53 @@ TYPED_TEST(BgraRows, AreThoseOfAgg)
     }
 }
 
+// Any bytes, premultiplied or not.
+TYPED_TEST(BgraRows, AddLikeTheOperatorOfAgg)
+{
+    using Plus = agg::comp_op_rgba_plus<agg::rgba8, agg::order_bgra>;
+    for (int round = 0; round < 6000; ++round)
+    {
+        const unsigned length = 1 + unsigned(round) % this->longest;
+        const agg::int8u cover = this->numbers.byte();
+        const Bytes from = this->numbers.bytes(length * 4);
+        Bytes drawn = this->numbers.bytes((length + 1) * 4);
+        Bytes expected = drawn;
+        for (size_t i = 0; i < from.size(); i += 4)
+            Plus::blend_pix(&expected[i], from[i + 2], from[i + 1], from[i], from[i + 3], cover);
+        agg::bgra_rows<TypeParam>::add(drawn.data(), from.data(), length, cover);
+        ASSERT_EQ(drawn, expected) << length << " pixels, cover " << int(cover);
+    }
+}
+
+TYPED_TEST(BgraRows, LayPicturesOverOthers)
+{
+    for (int round = 0; round < 12000; ++round)
+    {
+        const unsigned length = 1 + unsigned(round) % this->longest;
+        const int share = round % 3 == 0 ? 256 : this->numbers.byte() + 1;
+        const bool isWhole = round % 2 == 0;
+        const Bytes from = this->numbers.bytes(length * 4);
+        Bytes drawn = this->numbers.bytes((length + 1) * 4);
+        Bytes expected = drawn;
+        for (size_t i = 0; i < from.size(); i += 4)
+        {
+            const int rest = 255 - (isWhole ? from[i + 3] : (from[i + 3] * share) >> 8);
+            if (isWhole && from[i + 3] == 0)
+                continue;
+            for (size_t c = i; c < i + 3; ++c)
+                expected[c] = agg::int8u(std::min(isWhole ? from[c] + ((rest * drawn[c]) >> 8)
+                                                          : (from[c] * share + rest * drawn[c]) >> 8,
+                                                  255));
+            expected[i + 3] = agg::int8u(255 - (((255 - drawn[i + 3]) * rest) >> 8));
+        }
+        if (isWhole)
+            agg::bgra_rows<TypeParam>::lay_over(drawn.data(), from.data(), length);
+        else
+            agg::bgra_rows<TypeParam>::lay_over(drawn.data(), from.data(), length, share);
+        ASSERT_EQ(drawn, expected) << length << " pixels, share " << share << (isWhole ? " whole" : "");
+    }
+}
+
 TYPED_TEST(BgraRows, GiveEachByteACoverOfItsOwn)
 {
     for (int round = 0; round < 2000; ++round)

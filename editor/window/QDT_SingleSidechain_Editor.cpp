@@ -1,0 +1,147 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "editor/window/QDT_SingleSidechain_Editor.h"
+
+#include "DSP/dsp_Math.h"
+#include "Tovrane/draw/CFontDesc.h"
+#include "Tovrane/views/controls/CParamDisplay.h"
+#include "Tovrane/views/controls/DisplayColors.h"
+#include "editor/window/Single_CMyFrame.h"
+#include "effect/parameters/DKS_Mini.h"
+
+using namespace Tovra;
+
+namespace
+{
+constexpr int quarterNote = 5;        // of getBeatTime_ms
+constexpr int scopeColumns = 553;     // the width of the display inside
+constexpr float unknownTempo = 10.0f; // an effect has it before its first block
+constexpr float usualTempo = 120.0f;
+constexpr CColor groundColor{24, 25, 38, 255};
+
+CColor faint(CColor color, unsigned char alpha)
+{
+    color.alpha = alpha;
+    return color;
+}
+
+// The input, the output and the gain.
+std::vector<CNewScopeRenderer::layer_style_t> scopeStyles()
+{
+    std::vector<CNewScopeRenderer::layer_style_t> styles(EffectScope::numLayers);
+    const CColor input = faint(kDisplayColor2, 40);
+    styles[EffectScope::input].frameColor = input;
+    for (CColor& color : styles[EffectScope::input].gradientColors)
+        color = input;
+    styles[EffectScope::output].frameColor = kDisplayColor3;
+    styles[EffectScope::output].gradientColors[0] = kDisplayColor3;
+    styles[EffectScope::output].gradientColors[1] = faint(kDisplayColor3, 30);
+    styles[EffectScope::output].gradientColors[2] = kDisplayColor3;
+    styles[EffectScope::output].lineWidth = 0.4f;
+    styles[EffectScope::gain].frameColor = kDisplayEnvShow;
+    styles[EffectScope::gain].lineWidth = 2.0f;
+    styles[EffectScope::input].drawStyle = styles[EffectScope::output].drawStyle = kFilledAndStroked;
+    styles[EffectScope::gain].drawStyle = kStroked;
+    return styles;
+}
+}
+
+QDT_SingleSidechain_Editor::QDT_SingleSidechain_Editor(CQDT_DKS_Single& shownEffect)
+    : CTovraneEditor(&shownEffect), effect(shownEffect)
+{
+    setSize(width, height);
+}
+
+QDT_SingleSidechain_Editor::~QDT_SingleSidechain_Editor()
+{
+    QDT_SingleSidechain_Editor::close();
+}
+
+void QDT_SingleSidechain_Editor::getEditorSize(CRect& rectangle)
+{
+    double pixelsWide = 0.0, pixelsHigh = 0.0;
+    getSize(pixelsWide, pixelsHigh);
+    rectangle = CRect(0.0, 0.0, pixelsWide, pixelsHigh);
+}
+
+CFrame* QDT_SingleSidechain_Editor::getNewCreateFrame(const CRect& rect, void* parent, CTovraneEditor* editor)
+{
+    return new Single_CMyFrame(rect, parent, editor);
+}
+
+// The display reads the scope to the last.
+void QDT_SingleSidechain_Editor::close()
+{
+    effect.getScope().show(false);
+    envelopeDisplay = nullptr;
+    CTovraneEditor::close();
+}
+
+void QDT_SingleSidechain_Editor::prepeareGUI(CFrame* made)
+{
+    timeAdjust = effect.getTimeAdjust();
+    appliedTempo = appliedTimeAdjust = 0.0f;
+    effect.getScope().show(true);
+    scopeRenderer.initialize(&effect.getScope().data(), scopeColumns, scopeStyles());
+    made->setBackgroundColor(groundColor);
+
+    CEnvelopeDisplaySingle::CInfo display;
+    display.kind = kindOwn;
+    display.rect = CRect(9.0, 48.0, 583.0, 306.0);
+    display.propertyManager = propertyManager;
+    display.scopeRenderer = &scopeRenderer;
+    display.stateSource = this;
+    addGuiObject(&display, nullptr);
+    envelopeDisplay = static_cast<CEnvelopeDisplaySingle*>(display.object);
+    envelopeDisplay->setFillGradient(true, false, true, 0.5f);
+
+    auto* const readOut = new CTextLabel({170.0, 319.0, 377.0, 338.0}, "", nullptr,
+                                         CParamDisplay::kNoBack | CParamDisplay::kNoFrame);
+    readOut->setFont(kNormalFont, 14);
+    readOut->setTxtFace(kBoldFace);
+    readOut->setFontColor(kDisplayTextColor);
+    readOut->setMouseEnabled(false);
+    made->addView(readOut);
+    static_cast<Single_CMyFrame*>(made)->setReadOutLabel(readOut);
+    followTime();
+}
+
+// The window before it paints
+
+void QDT_SingleSidechain_Editor::idle()
+{
+    if (envelopeDisplay != nullptr)
+    {
+        followTime();
+        envelopeDisplay->followAudio();
+    }
+    CTovraneEditor::idle();
+}
+
+float QDT_SingleSidechain_Editor::shownTempo() const
+{
+    if (tempo > 0.0f)
+        return tempo;
+    const float host = effect.getCurrentHostTempo();
+    return host > unknownTempo ? host : usualTempo;
+}
+
+void QDT_SingleSidechain_Editor::followTime()
+{
+    const float beats = timeAdjust, now = shownTempo();
+    if (now == appliedTempo && beats == appliedTimeAdjust)
+        return;
+    appliedTempo = now;
+    appliedTimeAdjust = beats;
+    effect.getScope().data().setVisibleTime(2.0f * DSP::Math::getBeatTime_ms(now, quarterNote) * beats);
+    envelopeDisplay->setTempo(now);
+    envelopeDisplay->setTimeAdjust(beats);
+}
+
+// From the segments of the cycle to the points at which they end.
+void QDT_SingleSidechain_Editor::getEnvelopeState(float& fraction, int& segment)
+{
+    constexpr int pointOfSegment[] = {2, 3, 5};
+    const EffectScope::EnvelopePlace place = effect.getScope().getEnvelopePlace();
+    fraction = place.fraction;
+    segment = place.segment >= 0 && place.segment < 3 ? pointOfSegment[place.segment] : -1;
+}

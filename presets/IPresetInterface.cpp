@@ -181,7 +181,7 @@ PresetResult IPresetInterface::renamePreset(int index, const char* newName)
     const std::string from = record->filePath;
     const std::string to =
         from.substr(0, from.rfind('/') + 1) + fileNameFor(newName, getFileExt(from.c_str()));
-    const PresetResult result =
+    PresetResult result =
         resultOf(to == from ? Core::FileResult() : Core::File::renameToFreeName(from.c_str(), to.c_str()));
     if (!result)
         return result;
@@ -196,7 +196,7 @@ PresetResult IPresetInterface::deletePreset(int index)
     if (!record)
         return noSuchPreset();
     const bool isGone = unlink(record->filePath.c_str()) == 0 || errno == ENOENT;
-    const PresetResult result = resultOf(isGone ? Core::FileResult() : Core::FileResult::failed(errno));
+    PresetResult result = resultOf(isGone ? Core::FileResult() : Core::FileResult::failed(errno));
     if (!result)
         return result;
     resetIndex();

@@ -33,7 +33,7 @@ Orbel::Diagnosis readPayload(Orbel::CFileFormat& format, const char* path, std::
 {
     char* buffer = nullptr;
     long size = 0;
-    const Orbel::Diagnosis found = format.loadFromFile(path, &buffer, size);
+    Orbel::Diagnosis found = format.loadFromFile(path, &buffer, size);
     if (buffer)
         content.assign(buffer, buffer + size);
     format.releaseBuffer(buffer);

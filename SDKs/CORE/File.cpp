@@ -45,13 +45,12 @@ FileResult openRegularFile(const char* path, FILE*& file)
         return FileResult::failed(errno);
     FileResult result;
     struct stat info;
-    if (fstat(descriptor, &info) != 0)
-        result = FileResult::failed(errno);
-    else if (S_ISDIR(info.st_mode))
+    const bool isKnown = fstat(descriptor, &info) == 0;
+    if (isKnown && S_ISDIR(info.st_mode))
         result = FileResult::failed(EISDIR);
-    else if (!S_ISREG(info.st_mode))
+    else if (isKnown && !S_ISREG(info.st_mode))
         result = {"it is not a regular file"};
-    else if (!(file = fdopen(descriptor, "rb")))
+    else if (!isKnown || !(file = fdopen(descriptor, "rb")))
         result = FileResult::failed(errno);
     if (!file)
         close(descriptor);
@@ -60,7 +59,7 @@ FileResult openRegularFile(const char* path, FILE*& file)
 
 static FileResult readRest(FILE* file, size_t most, std::string& content)
 {
-    const FileResult tooLong{"it is longer than " + std::to_string(most) + " bytes"};
+    FileResult tooLong{"it is longer than " + std::to_string(most) + " bytes"};
     struct stat info;
     if (fstat(fileno(file), &info) == 0 && size_t(info.st_size) > most)
         return tooLong;

@@ -48,7 +48,7 @@ FileResult FileReplacementGroup::write(const char* path, const void* data, unsig
     {
         auto other = std::make_unique<FileReplacement>(path);
         other->write(data, size);
-        const FileResult written = other->getResult();
+        FileResult written = other->getResult();
         if (written)
             elsewhere.push_back(std::move(other));
         return written;

@@ -34,6 +34,7 @@ long CQDT_DKS_Single::getDataChunk(char** out)
     if (presetType == hostState)
     {
         std::vector<Orbel::ParameterProperty*> properties;
+        properties.reserve(std::size(StateLayout::systemSet));
         for (int each : StateLayout::systemSet)
             properties.push_back(propertyManager.getPropertyByID(each));
         state.systemSettings = Orbel::CPropertyManager::getRecords(properties);

@@ -36,7 +36,8 @@ void fillBlends(CFrame& frame)
     constexpr int columns = 8;
     for (int mode = kBlendClear; mode <= kBlendAlpha; ++mode)
     {
-        const double x = 16.0 + mode % columns * 78, y = 48.0 + mode / columns * 90;
+        const int column = mode % columns, row = mode / columns;
+        const double x = 16.0 + 78.0 * column, y = 48.0 + 90.0 * row;
         frame.addView(new Sketch({x, y, x + 78, y + 64},
                                  [mode](CDrawContext& context) { drawCell(context, BlendMode(mode)); }));
     }

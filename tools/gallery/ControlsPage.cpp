@@ -35,8 +35,8 @@ public:
         for (int i = 0; i < count; ++i)
         {
             PelmoAGG renderer;
-            renderer.attach(memory.getPixelPtr() + i * side * memory.getRowBytes(), unsigned(side),
-                            unsigned(side), memory.getRowBytes());
+            renderer.attach(memory.getPixelPtr() + std::ptrdiff_t(i) * side * memory.getRowBytes(),
+                            unsigned(side), unsigned(side), memory.getRowBytes());
             drawOne(renderer, i);
         }
         picture->attachImg(&memory);

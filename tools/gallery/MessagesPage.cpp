@@ -8,6 +8,7 @@
 #include "tools/gallery/Sketch.h"
 
 #include <algorithm>
+#include <cmath>
 
 using namespace Tovra;
 
@@ -27,8 +28,10 @@ const Message question{Sonvex::kMessageBoxYesNo, "Delete Preset",
 void drawGround(CDrawContext& context, const CRect& rect)
 {
     drawPanel(context, rect);
-    for (double x = rect.left + 10.0; x < rect.right - 10.0; x += 12.0)
+    const int leaves = int(std::ceil((rect.getWidth() - 20.0) / 12.0));
+    for (int i = 0; i < leaves; ++i)
     {
+        const double x = rect.left + 10.0 + 12.0 * i;
         context.setFillColor(leaf);
         context.drawRect(
             {x, rect.bottom - 12.0 - std::max(0.0, rect.right - 10.0 - x) * 0.25, x + 8.0, rect.bottom - 8.0},

@@ -29,6 +29,7 @@ std::string packPreset(const PresetText& preset)
 std::string packBank(const std::vector<PresetText>& texts)
 {
     std::vector<std::string> presets;
+    presets.reserve(texts.size());
     for (const PresetText& each : texts)
         presets.push_back(packPreset(each));
     const std::string payload = SavedBank::bytes(presets);

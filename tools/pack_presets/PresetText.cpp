@@ -104,7 +104,7 @@ private:
 
     std::string checkedName(std::string_view text) const
     {
-        const std::string name(text);
+        std::string name(text);
         if (name.size() > longestName)
             refuse("a name has at most " + std::to_string(longestName) + " characters, not " +
                    std::to_string(name.size()));

@@ -117,7 +117,7 @@ std::string makeBlock(std::span<const Resource> resources)
             throw std::runtime_error("\"" + resource.name + "\": more than 64 MiB");
     }
     const std::string storedIndex = packed(index);
-    const std::string block =
+    std::string block =
         headerOf(payload.size(), index.size(), storedIndex.size(), resources.size()) + storedIndex + payload;
     const CResourceStore2 readBack(block.data(), long(block.size()));
     if (!readBack.getDiagnosis().isSound())

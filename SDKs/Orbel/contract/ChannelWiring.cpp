@@ -7,8 +7,9 @@ namespace Orbel
 {
 void ChannelWiring::wire(float** channels, int index, const HostBus& bus) const
 {
-    channels[2 * index] = bus.left ? bus.left : spareChannel;
-    channels[2 * index + 1] = bus.right ? bus.right : spareChannel;
+    float** const pair = channels + std::ptrdiff_t(2) * index;
+    pair[0] = bus.left ? bus.left : spareChannel;
+    pair[1] = bus.right ? bus.right : spareChannel;
 }
 
 void ChannelWiring::wireInput(int index, const HostBus& bus)

@@ -68,7 +68,7 @@ void handOver(std::string_view content, char** buffer, long& size)
 Diagnosis CFileFormat::loadFromFile(const char* path, char** buffer, long& size)
 {
     std::string content;
-    const Diagnosis found = readWhole(path, content);
+    Diagnosis found = readWhole(path, content);
     if (found.taken)
         handOver(content, buffer, size);
     return found;

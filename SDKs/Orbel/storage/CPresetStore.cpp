@@ -88,7 +88,7 @@ int CPresetStore::setPreset(char* data, long size)
 
 Diagnosis CPresetStore::read(std::span<char> data, UnpackingAllowance& allowance)
 {
-    const Diagnosis result = chunks.read(presetID, data, allowance);
+    Diagnosis result = chunks.read(presetID, data, allowance);
     std::vector<char>().swap(output); // not earlier: data may point into it
     takeStoredName();
     return result;

@@ -16,6 +16,7 @@ public:
         if (held != nullptr)
             held->remember();
     }
+    explicit Kept(T& object) : held(&object) { held->remember(); }
     Kept(const Kept& other) : Kept(other.held) {}
     ~Kept() { reset(); }
 

@@ -35,7 +35,7 @@ ImageResampling::ImageResampling(const PelmoAGG::Image& image, CRect wanted, CPo
 
 static PelmoAGG::Image cutOut(const PelmoAGG::Image& image, const agg::rect_i& part)
 {
-    constexpr int pixelBytes = 4;
+    constexpr std::ptrdiff_t pixelBytes = 4;
     const unsigned height = unsigned(part.y2 - part.y1 + 1);
     unsigned char* const lowest = image.row(image.getStride() < 0 ? part.y2 : part.y1) + part.x1 * pixelBytes;
     return {lowest, unsigned(part.x2 - part.x1 + 1), height, image.getStride(), image.getScale()};

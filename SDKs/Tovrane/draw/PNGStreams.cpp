@@ -36,7 +36,7 @@ bool PNGFileStream::read(unsigned char* target, unsigned long count)
 
 std::vector<unsigned char> PNGFileStream::readAll(std::size_t limit)
 {
-    constexpr std::size_t step = 64 * 1024;
+    constexpr std::size_t step = 65536;
     std::vector<unsigned char> all;
     for (std::size_t got = step; file && got == step && all.size() <= limit;)
     {

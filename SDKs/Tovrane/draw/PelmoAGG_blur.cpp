@@ -126,9 +126,9 @@ void PelmoAGG::blurRect(double x1, double y1, double x2, double y2, double radiu
     const int down = wholeRadius(grid.toPixels(radiusY));
     if (StackBlur blur(across); across > 0)
         for (int y = top; y <= bottom; ++y)
-            blur.line(picture.row(y) + left * channels, right - left + 1, channels);
+            blur.line(picture.row(y) + std::ptrdiff_t(left) * channels, right - left + 1, channels);
     if (StackBlur blur(down); down > 0)
         for (int x = left; x <= right; ++x)
-            blur.line(picture.row(top) + x * channels, bottom - top + 1, picture.getStride());
+            blur.line(picture.row(top) + std::ptrdiff_t(x) * channels, bottom - top + 1, picture.getStride());
 }
 }

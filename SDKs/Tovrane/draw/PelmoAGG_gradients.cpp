@@ -47,7 +47,7 @@ void PelmoAGG::fillLinearGradient(double x1, double y1, double x2, double y2, ag
     for (int i = 0; i < 256; ++i)
     {
         if (i >= start && i < stop)
-            color = mixed(c1, c2, int((i - start) * 256.0 / (stop - start) + 0.5));
+            color = mixed(c1, c2, int(std::floor((i - start) * 256.0 / (stop - start) + 0.5)));
         p.fillTable[unsigned(i)] = color;
     }
     p.setGradient(x1, y1, x2, y2);
@@ -63,7 +63,7 @@ void PelmoAGG::fillLinearGradient(double x1, double y1, double x2, double y2, ag
     c3 = p.scaledByMaster(c3);
     for (int i = 0; i < 128; ++i)
     {
-        const int k = int(i / 127.0 * 256.0 + 0.5);
+        const int k = int(std::floor(i / 127.0 * 256.0 + 0.5));
         p.fillTable[unsigned(i)] = mixed(c1, c2, k);
         p.fillTable[unsigned(i) + 128] = mixed(c2, c3, k);
     }

@@ -15,7 +15,7 @@ namespace
 using Byte = unsigned char;
 using Image = PelmoAGG::Image;
 
-constexpr int pixelBytes = 4;
+constexpr std::ptrdiff_t pixelBytes = 4;
 constexpr int alphaByte = PixelOrder::A;
 
 // The ways to blend one pixel: with full alpha, with less, or with a compositing operator.
@@ -216,8 +216,8 @@ void PelmoAGG::blendResampled(const Image& image, const CRect& part, const CPoin
     if (to.width == 0 || to.height == 0 || to.width > maxSide || to.height > maxSide ||
         to.part.x2 < to.part.x1 || to.part.y2 < to.part.y1)
         return;
-    std::vector<Byte> pixels(std::size_t(to.width) * to.height * pixelBytes);
-    const Image resampled(pixels.data(), to.width, to.height, int(to.width) * pixelBytes, scale);
+    std::vector<Byte> pixels(std::size_t(to.width) * to.height * std::size_t(pixelBytes));
+    const Image resampled(pixels.data(), to.width, to.height, int(to.width * unsigned(pixelBytes)), scale);
     resampleImage(image, to.part, resampled);
     blendImage(resampled, to.at.x, to.at.y, alpha);
 }

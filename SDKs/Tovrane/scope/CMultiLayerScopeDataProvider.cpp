@@ -71,17 +71,15 @@ static bool extremesOf(const CMultiLayerScopeDataProvider::channel_info_t& chann
                        Point& found)
 {
     using Channel = CMultiLayerScopeDataProvider::channel_info_t;
-    if (channel.kind == Channel::oneBuffer && channel.firstBuffer)
-        found = extremesOf(channel.firstBuffer + offset, samples);
-    else if (channel.kind != Channel::twoBuffers || !channel.firstBuffer || !channel.secondBuffer)
+    const bool isOne = channel.kind == Channel::oneBuffer;
+    const bool hasSecond = !isOne && channel.selection != Channel::first;
+    const bool hasFirst = isOne || channel.selection != Channel::second;
+    if ((!isOne && channel.kind != Channel::twoBuffers) || !channel.firstBuffer ||
+        (!isOne && !channel.secondBuffer))
         return false;
-    else if (channel.selection == Channel::first)
-        found = extremesOf(channel.firstBuffer + offset, samples);
-    else if (channel.selection == Channel::second)
-        found = extremesOf(channel.secondBuffer + offset, samples);
-    else
-        found = united(extremesOf(channel.firstBuffer + offset, samples),
-                       extremesOf(channel.secondBuffer + offset, samples));
+    found = extremesOf((hasFirst ? channel.firstBuffer : channel.secondBuffer) + offset, samples);
+    if (hasFirst && hasSecond)
+        found = united(found, extremesOf(channel.secondBuffer + offset, samples));
     return true;
 }
 

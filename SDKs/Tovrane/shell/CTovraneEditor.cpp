@@ -51,7 +51,7 @@ void CTovraneEditor::close()
     const Core::Threads::SectionGuard guard(editorLock);
     Orbel::idleList().remove(*this);
     windowScale.reset();
-    const Kept<CFrame> old = std::move(frame);
+    const Kept<CFrame> old = frame;
     frame.reset();
     if (old)
         old->close();

@@ -39,7 +39,7 @@ private:
     bool stopped = false;
 };
 
-HostRunLoop::HostRunLoop(IPtr<Linux::IRunLoop> of) : host(std::move(of))
+HostRunLoop::HostRunLoop(const IPtr<Linux::IRunLoop>& of) : host(of)
 {
     enter(*this);
 }

@@ -15,7 +15,7 @@ class HostRunLoop : public Tovra::RunLoop
 {
 public:
     // Enters itself.
-    explicit HostRunLoop(Steinberg::IPtr<Steinberg::Linux::IRunLoop> of);
+    explicit HostRunLoop(const Steinberg::IPtr<Steinberg::Linux::IRunLoop>& of);
     // Leaves. A callback in which this happens still returns.
     ~HostRunLoop() override;
 

@@ -33,7 +33,7 @@ std::string sessionBusAddress()
     const char* const folder = std::getenv("XDG_RUNTIME_DIR");
     char* const escaped =
         folder != nullptr ? dbus_address_escape_value((std::string(folder) + "/bus").c_str()) : nullptr;
-    const std::string result = escaped != nullptr ? std::string("unix:path=") + escaped : "";
+    std::string result = escaped != nullptr ? std::string("unix:path=") + escaped : "";
     dbus_free(escaped);
     return result;
 }

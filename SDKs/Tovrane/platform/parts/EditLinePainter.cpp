@@ -27,7 +27,7 @@ CColor opaque(CColor color)
 CColor between(CColor a, CColor b, double share)
 {
     const auto mix = [share](unsigned char x, unsigned char y)
-    { return static_cast<unsigned char>(x + (y - x) * share + 0.5); };
+    { return static_cast<unsigned char>(std::floor(x + (y - x) * share + 0.5)); };
     return {mix(a.red, b.red), mix(a.green, b.green), mix(a.blue, b.blue), 255};
 }
 

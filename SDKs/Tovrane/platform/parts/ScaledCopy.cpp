@@ -2,6 +2,7 @@
 #include "Tovrane/platform/parts/ScaledCopy.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstring>
 #include <vector>
 
@@ -30,7 +31,7 @@ Between between(int at, int targetSize, unsigned int sourceSize)
     const double inside = std::clamp(place, 0.0, double(sourceSize - 1));
     const auto first = static_cast<unsigned int>(inside);
     return {first, std::min(first + 1, sourceSize - 1),
-            static_cast<unsigned int>((inside - first) * 256.0 + 0.5)};
+            static_cast<unsigned int>(std::floor((inside - first) * 256.0 + 0.5))};
 }
 
 unsigned int mix(unsigned int a, unsigned int b, unsigned int weight)
@@ -52,6 +53,7 @@ void copyPicture(const BlitPicture& picture, std::uint32_t* target)
 void scalePicture(const BlitPicture& picture, std::uint32_t* target, int width, int height)
 {
     std::vector<Between> columns;
+    columns.reserve(std::size_t(std::max(width, 0)));
     for (int x = 0; x < width; ++x)
         columns.push_back(between(x, width, picture.width));
     for (int y = 0; y < height; ++y)

@@ -5,6 +5,7 @@
 #include "Tovrane/draw/CDrawContext.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstring>
 
 namespace Tovra
@@ -54,7 +55,7 @@ void CAnimKnob::draw(CDrawContext* context)
     noteHandle();
     if (CBitmap* const bitmap = getBackground())
     {
-        const int shown = int(position() * (getNumberOfImages() - 1) + 0.5);
+        const int shown = int(std::floor(position() * (getNumberOfImages() - 1) + 0.5));
         const CPoint from(getBackOffset().x, getBackOffset().y + shown * heightOfOneImage);
         getTransparency() ? bitmap->drawTransparent(context, size, from) : bitmap->draw(context, size, from);
     }

@@ -6,7 +6,7 @@
 
 namespace Tovra
 {
-CFileSelector::CFileSelector(CFrame& over, std::vector<CTovraneFileType> types) : frame(over)
+CFileSelector::CFileSelector(CFrame& over, const std::vector<CTovraneFileType>& types) : frame(over)
 {
     for (const CTovraneFileType& type : types)
         options.types.push_back({type.description, type.extension});

@@ -26,7 +26,7 @@ public:
     using Done = std::function<void(std::vector<std::string> paths)>;
 
     // The frame has to be there when run is called. "All Files" is added after the types.
-    CFileSelector(CFrame& frame, std::vector<CTovraneFileType> types);
+    CFileSelector(CFrame& frame, const std::vector<CTovraneFileType>& types);
 
     void setTitle(const std::string& title) { options.title = title; }
     void setStart(const std::string& folder, const std::string& file = {});

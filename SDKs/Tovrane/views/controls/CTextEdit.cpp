@@ -70,7 +70,7 @@ void CTextEdit::edit()
 void CTextEdit::closeField(bool takesText)
 {
     const Kept<CTextEdit> self(this);
-    const std::unique_ptr<IOSTextEdit> closing = std::move(field);
+    const std::unique_ptr<IOSTextEdit> closing = std::exchange(field, nullptr);
     if (closing == nullptr)
         return;
     std::string typed = closing->getText();

@@ -8,7 +8,7 @@ namespace Tovra
 {
 void X11Frame::handleEvent(std::uint8_t type, const xcb_generic_event_t& event)
 {
-    const Kept<X11Frame> alive(this);
+    const Kept<X11Frame> alive(*this);
     switch (type)
     {
     case XCB_DESTROY_NOTIFY:
@@ -77,14 +77,14 @@ void X11Frame::followDesktop()
     useDesktopsSubpixels();
     desktop.onSettings = [this]
     {
-        const Kept<X11Frame> alive(this);
+        const Kept<X11Frame> alive(*this);
         useDesktopsSubpixels();
         if (events.isConnected())
             Kept<CFrame>(events.getFrame())->notify(this, desktopScaleChanged);
     };
     desktop.onActiveWindow = [this]
     {
-        const Kept<X11Frame> alive(this);
+        const Kept<X11Frame> alive(*this);
         if (open.has(OverlayKind::menu) && !server->desktop().isActive(window.id()))
             open.lose(OverlayKind::menu);
     };
@@ -118,12 +118,12 @@ std::shared_ptr<X11InputMethod> X11Frame::openMethod()
         return nullptr;
     const auto key = [this](std::uint8_t type, const xcb_generic_event_t& event)
     {
-        const Kept<X11Frame> alive(this);
+        const Kept<X11Frame> alive(*this);
         keys.handleKey(type, event);
     };
     const auto text = [this](const std::string& made)
     {
-        const Kept<X11Frame> alive(this);
+        const Kept<X11Frame> alive(*this);
         if (FrameOverlay* const field = open.top(OverlayKind::field))
             field->overlayText(made);
     };

@@ -21,7 +21,7 @@ X11TextEdit::X11TextEdit(X11OverlayHost& frame, ITextEditCallback& asked)
     painter.back = asked.textEditGetBackColor();
     painter.font = asked.textEditGetFontColor();
     window.setCursor(window.connection().cursor(X11Cursors::text));
-    updateSize();
+    X11TextEdit::updateSize();
     handle.open(frame.overlays(), *this, OverlayKind::field);
     blink.start(blinkMilliseconds,
                 [this]

@@ -5,8 +5,13 @@
 #include "Tovrane/draw/CFontDesc.h"
 #include "Tovrane/views/controls/CParamDisplay.h"
 #include "Tovrane/views/controls/DisplayColors.h"
+#include "Tovrane/views/tree/CControl.h"
+#include "editor/panel/CToggleDisplay.h"
+#include "editor/panel/CToggleDisplayDial.h"
+#include "editor/panel/CToggleDisplayOptionmenu.h"
 #include "editor/window/Single_CMyFrame.h"
 #include "effect/parameters/DKS_Mini.h"
+#include "effect/parameters/TimeAdjust.h"
 
 using namespace Tovra;
 
@@ -73,6 +78,7 @@ void QDT_SingleSidechain_Editor::close()
 {
     effect.getScope().show(false);
     envelopeDisplay = nullptr;
+    toggleDisplay = nullptr;
     CTovraneEditor::close();
 }
 
@@ -101,7 +107,14 @@ void QDT_SingleSidechain_Editor::prepeareGUI(CFrame* made)
     readOut->setFontColor(kDisplayTextColor);
     readOut->setMouseEnabled(false);
     made->addView(readOut);
-    static_cast<Single_CMyFrame*>(made)->setReadOutLabel(readOut);
+    toggleDisplay =
+        new CToggleDisplay({0.0, 0.0, 120.0, 250.0}, {577.0, 52.0}, {475.0, 52.0}, *propertyManager, this);
+    made->addView(toggleDisplay);
+
+    auto* const frameOfWindow = static_cast<Single_CMyFrame*>(made);
+    frameOfWindow->setReadOutLabel(readOut);
+    frameOfWindow->setToggleDisplay(toggleDisplay);
+    placeSnapPoint();
     followTime();
 }
 
@@ -113,6 +126,8 @@ void QDT_SingleSidechain_Editor::idle()
     {
         followTime();
         envelopeDisplay->followAudio();
+        placeSnapPoint();
+        toggleDisplay->coverDirt();
     }
     CTovraneEditor::idle();
 }
@@ -135,6 +150,30 @@ void QDT_SingleSidechain_Editor::followTime()
     effect.getScope().data().setVisibleTime(2.0f * DSP::Math::getBeatTime_ms(now, quarterNote) * beats);
     envelopeDisplay->setTempo(now);
     envelopeDisplay->setTimeAdjust(beats);
+    toggleDisplay->setTimeAdjust(envelopeDisplay->getTimeAdjustIndex(), beats);
+}
+
+// The release at which the three times fill a beat.
+void QDT_SingleSidechain_Editor::placeSnapPoint()
+{
+    constexpr float beat = 468.75f; // milliseconds at 128 beats a minute
+    const auto valueOf = [this](int id) { return propertyManager->getPropertyByID(id)->getCurrentValue(); };
+    const Orbel::ParameterProperty& release = *propertyManager->getPropertyByID(DKS_Mini::kReleaseTime);
+    const float rest = beat - valueOf(DKS_Mini::kAttackTime) - valueOf(DKS_Mini::kHoldTime);
+    CToggleDisplayDial& dial = *toggleDisplay->getReleaseDial();
+    dial.setSnapPoint((rest - release.getMin()) / (release.getMax() - release.getMin()));
+    dial.setSnapSize(0.1f);
+    dial.setUseSnap(true);
+}
+
+// A time base was chosen.
+void QDT_SingleSidechain_Editor::valueChanged(CControl* control)
+{
+    const int index = int(control->getValue());
+    if (control->getTag() != CToggleDisplayOptionmenu::menuTag || index < 0 || index >= gNumTimeAdjustEntries)
+        return;
+    effect.setTimeAdjust(gTimeAdjustMultiplier[index]);
+    timeAdjust = gTimeAdjustMultiplier[index];
 }
 
 // From the segments of the cycle to the points at which they end.

@@ -9,12 +9,19 @@
 #include "CORE/Relaxed.h"
 #include "Tovrane/shell/CTovraneEditor.h"
 #include "Tovrane/views/scope/CNewScopeRenderer.h"
+#include "Tovrane/views/tree/CControlListener.h"
 #include "editor/display/CEnvelopeDisplaySingle.h"
 #include "effect/instance/CQDT_DKS_Single.h"
 
+namespace Tovra
+{
+class CToggleDisplay;
+}
+
 class QDT_SingleSidechain_Editor : public Tovra::CTovraneEditor,
                                    public IEffectEditor,
-                                   private Tovra::IEnvelopeStateSource
+                                   private Tovra::IEnvelopeStateSource,
+                                   private Tovra::CControlListener
 {
 public:
     // Units.
@@ -40,6 +47,7 @@ public:
 
     // Null while it is closed.
     CEnvelopeDisplaySingle* getEnvelopeDisplay() const { return envelopeDisplay; }
+    Tovra::CToggleDisplay* getToggleDisplay() const { return toggleDisplay; }
     const Tovra::CNewScopeRenderer& getScopeRenderer() const { return scopeRenderer; }
 
 protected:
@@ -49,12 +57,15 @@ protected:
 
 private:
     void getEnvelopeState(float& fraction, int& segment) override;
+    void valueChanged(Tovra::CControl* control) override;
+    void placeSnapPoint();
     float shownTempo() const;
     void followTime();
 
     CQDT_DKS_Single& effect;
     Orbel::CPropertyManager* propertyManager = nullptr;
-    CEnvelopeDisplaySingle* envelopeDisplay = nullptr; // the frame's
+    CEnvelopeDisplaySingle* envelopeDisplay = nullptr; // these two are the frame's
+    Tovra::CToggleDisplay* toggleDisplay = nullptr;
     Tovra::CNewScopeRenderer scopeRenderer;
     Core::Relaxed<float> tempo = 0.0f; // 0 before the first block
     Core::Relaxed<float> timeAdjust = 1.0f;

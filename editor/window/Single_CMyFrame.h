@@ -7,6 +7,7 @@
 namespace Tovra
 {
 class CTextLabel;
+class CToggleDisplay;
 }
 
 class Single_CMyFrame : public Tovra::CFrame
@@ -14,12 +15,15 @@ class Single_CMyFrame : public Tovra::CFrame
 public:
     using Tovra::CFrame::CFrame;
 
-    // The label is the frame's own view; null for none.
+    // Both are views of the frame; null for none.
     void setReadOutLabel(Tovra::CTextLabel* label) { readOutLabel = label; }
+    void setToggleDisplay(Tovra::CToggleDisplay* panel) { toggleDisplay = panel; }
     void setDataReadOutText(const char* text) override;
+    void applyMarks() override;
     void close() override;
     const char* getClassName() const override { return "Single_CMyFrame"; }
 
 private:
     Tovra::CTextLabel* readOutLabel = nullptr;
+    Tovra::CToggleDisplay* toggleDisplay = nullptr;
 };

@@ -1,5 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "DSP/dsp_Math.h"
+#include "Tovrane/platform/headless/HeadlessFrame.h"
+#include "editor/panel/CToggleDisplay.h"
+#include "editor/panel/CToggleDisplayDial.h"
 #include "editor/window/QDT_SingleSidechain_Editor.h"
 #include "effect/instance/Player.h"
 #include "effect/parameters/TimeAdjust.h"
@@ -83,6 +86,31 @@ TEST(Editor, DrawsTheEnvelopeWhereTheScopeMeasuresTheGain)
             if (testing::Test::HasFailure())
                 return;
         }
+}
+
+TEST(Editor, TakesATimeBaseFromThePanelToAllThatShowIt)
+{
+    Instance instance;
+    QDT_SingleSidechain_Editor& editor = instance.editor();
+    editor.open(nullptr);
+    Tovra::HeadlessFrame& window = *Tovra::HeadlessFrame::of(*editor.getFrame());
+    window.onMenu = [](Tovra::IMenu& menu) {
+        return Tovra::MenuChoice{&menu, 7};
+    }; // behind a separator: 1/8T
+    instance.player->set("ATTACKTIME", 68.75f);
+    instance.player->set("HOLDTIME", 100.0f);
+    instance.player->set("LINKTIMES", 0.0f);
+    editor.idle();
+    EXPECT_FLOAT_EQ(editor.getToggleDisplay()->getReleaseDial()->deadZone().centre,
+                    (300.0f - 20.0f) / 480.0f);
+    window.events().press({585.0, 60.0}, Tovra::kButtonLeft); // the edge that is seen of the closed panel
+    window.events().release({585.0, 60.0}, Tovra::kButtonLeft);
+    Tovra::CPoint menu(577.0 + 20.5, 65.0);
+    window.events().press(menu, Tovra::kButtonLeft);
+    window.events().release(menu, Tovra::kButtonLeft);
+    editor.idle();
+    EXPECT_EQ(instance.player->effect.getTimeAdjust(), gTimeAdjustMultiplier[6]);
+    EXPECT_EQ(editor.getEnvelopeDisplay()->getTimeAdjustIndex(), 6);
 }
 
 TEST(Editor, FollowsTempoAndTimeBaseWhileItIsOpen)

@@ -185,7 +185,12 @@ void CEnvelopeDisplaySingle::followAudio()
 void CEnvelopeDisplaySingle::draw(CDrawContext* context)
 {
     if (scopeRenderer != nullptr)
+    {
+        const CDrawContext::ClipState all = context->saveClip();
+        context->enterView(innerRect());
         scopeRenderer->renderScope(context, innerRect());
+        context->restoreClip(all);
+    }
     Tovra_EnvelopeDisplay::draw(context);
 }
 

@@ -194,38 +194,40 @@ void CEnvelopeDisplaySingle::draw(CDrawContext* context)
     Tovra_EnvelopeDisplay::draw(context);
 }
 
-// Of a line so many quarters of a cycle from the left edge.
+// Of a line so many quarters of a cycle behind its trigger, 1 to 4. Three quarters are the dotted half; of a
+// triplet they are a plain note, and of a dotted note they have no name.
 std::string CEnvelopeDisplaySingle::labelOf(int quarters) const
 {
     constexpr int noteOfPlainRow[] = {7, 6, 5, 4, 3}; // the resolutions of 1/16 to 1 Bar
+    constexpr int smaller[] = {0, 2, 1, 1, 0};        // by halves, for so many quarters
+    const char* const ofThree[] = {"D", "", nullptr};
     if (timeAdjustIndex < 0)
     {
         char text[32];
         std::snprintf(text, sizeof text, "%.4g", double(timeAdjust) * quarters / 4.0);
         return text;
     }
-    const int division = quarters == 1 ? 2 : quarters == 2 ? 1 : quarters == 4 ? 0 : quarters == 8 ? -1 : 99;
-    const int note = noteOfPlainRow[timeAdjustIndex % gNumSingleTimeAdjustEntries] + division;
-    const std::string name = DSP::Math::getBeatTimeString(note);
-    return name.empty() ? name : name + gtime_mode_suffix[timeAdjustIndex / gNumSingleTimeAdjustEntries];
+    const int row = timeAdjustIndex / gNumSingleTimeAdjustEntries;
+    const int note = noteOfPlainRow[timeAdjustIndex % gNumSingleTimeAdjustEntries] + smaller[quarters];
+    const char* const suffix = quarters == 3 ? ofThree[row] : gtime_mode_suffix[row];
+    return suffix != nullptr ? std::string(DSP::Math::getBeatTimeString(note)) + suffix : std::string();
 }
 
 void CEnvelopeDisplaySingle::drawGridX(CDrawContext* context, const CRect& rect)
 {
-    constexpr int lines = 8; // quarters of the two cycles
-    constexpr double labelHeight = 12.0, labelWidth = 50.0, indent = 5.0;
+    constexpr int cycle = 4, lines = 2 * cycle; // quarters
+    constexpr double labelHeight = 12.0, labelWidth = 50.0;
     context->setLineWidth(0.3);
     context->setFrameColor(kDisplayColor2);
     context->setFont(kNormalFont, 9.0, 0);
     context->setFontColor(kDisplayTextColorDARK);
-    for (int i = 1; i <= lines; ++i)
+    for (int i = 1; i < lines; ++i)
     {
         const double x = std::floor(rect.left + rect.getWidth() * i / lines) + 0.5;
-        if (i < lines)
-            context->line(x, rect.top, x, rect.bottom);
-        context->drawString(labelOf(i).c_str(),
-                            {x - labelWidth - indent, rect.bottom - labelHeight, x - indent, rect.bottom},
-                            true, kTextRight);
+        context->line(x, rect.top, x, rect.bottom);
+        context->drawString(
+            labelOf((i - 1) % cycle + 1).c_str(),
+            {x - labelWidth / 2.0, rect.bottom, x + labelWidth / 2.0, rect.bottom + labelHeight});
     }
 }
 

@@ -88,6 +88,9 @@ lodex_layer(presets OWN presets/IPresetInterface.h
   NOT effect/instance/CQDT_DKS_Single.h effect/engine/CAHRModule2.h Tovrane/base/CRect.h)
 lodex_layer(editor_display OWN editor/display/CEnvelopeDisplaySingle.h
   NOT Tovrane/shell/CTovraneEditor.h Tovrane/platform/headless/HeadlessFrame.h tools/common/Text.h)
+lodex_layer(editor_system OWN editor/system/CSysPageDisplay.h
+  NOT Tovrane/shell/CTovraneEditor.h Tovrane/platform/headless/HeadlessFrame.h
+      Tovrane/platform/parts/ChildProcess.h)
 lodex_layer(editor_window OWN editor/window/QDT_SingleSidechain_Editor.h
   NOT Tovrane/platform/headless/HeadlessFrame.h Orbel/Wrapper/VST3/Orbel_VST3.h tools/common/Text.h)
 lodex_layer(editor_panel OWN editor/panel/Tovra_MiniDial.h

@@ -9,6 +9,7 @@
 #include "editor/panel/CToggleDisplay.h"
 #include "editor/panel/CToggleDisplayDial.h"
 #include "editor/panel/CToggleDisplayOptionmenu.h"
+#include "editor/system/CSysPageDisplay.h"
 #include "editor/window/Single_CMyFrame.h"
 #include "effect/parameters/DKS_Mini.h"
 #include "effect/parameters/TimeAdjust.h"
@@ -79,6 +80,7 @@ void QDT_SingleSidechain_Editor::close()
     effect.getScope().show(false);
     envelopeDisplay = nullptr;
     toggleDisplay = nullptr;
+    sysPageDisplay = nullptr;
     CTovraneEditor::close();
 }
 
@@ -100,6 +102,15 @@ void QDT_SingleSidechain_Editor::prepeareGUI(CFrame* made)
     envelopeDisplay = static_cast<CEnvelopeDisplaySingle*>(display.object);
     envelopeDisplay->setFillGradient(true, false, true, 0.5f);
 
+    SYSPAGE_SINGLE::CSysPageDisplay::CInfo system;
+    system.kind = kindOwn;
+    system.rect = CRect(9.0, 48.0, 591.0, 306.0);
+    system.propertyManager = propertyManager;
+    system.effect = &effect;
+    addGuiObject(&system, nullptr);
+    sysPageDisplay = static_cast<SYSPAGE_SINGLE::CSysPageDisplay*>(system.object);
+    sysPageDisplay->setVisible(false);
+
     auto* const readOut = new CTextLabel({170.0, 319.0, 377.0, 338.0}, "", nullptr,
                                          CParamDisplay::kNoBack | CParamDisplay::kNoFrame);
     readOut->setFont(kNormalFont, 14);
@@ -116,6 +127,21 @@ void QDT_SingleSidechain_Editor::prepeareGUI(CFrame* made)
     frameOfWindow->setToggleDisplay(toggleDisplay);
     placeSnapPoint();
     followTime();
+}
+
+void QDT_SingleSidechain_Editor::showSystemPage(bool isOn)
+{
+    if (envelopeDisplay == nullptr)
+        return;
+    toggleDisplay->shut();
+    toggleDisplay->setVisible(!isOn);
+    envelopeDisplay->setVisible(!isOn);
+    sysPageDisplay->setVisible(isOn);
+}
+
+bool QDT_SingleSidechain_Editor::showsSystemPage() const
+{
+    return sysPageDisplay != nullptr && sysPageDisplay->isVisible();
 }
 
 // The window before it paints

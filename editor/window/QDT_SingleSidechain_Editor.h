@@ -13,6 +13,11 @@
 #include "editor/display/CEnvelopeDisplaySingle.h"
 #include "effect/instance/CQDT_DKS_Single.h"
 
+namespace SYSPAGE_SINGLE
+{
+class CSysPageDisplay;
+}
+
 namespace Tovra
 {
 class CToggleDisplay;
@@ -48,7 +53,10 @@ public:
     // Null while it is closed.
     CEnvelopeDisplaySingle* getEnvelopeDisplay() const { return envelopeDisplay; }
     Tovra::CToggleDisplay* getToggleDisplay() const { return toggleDisplay; }
-    const Tovra::CNewScopeRenderer& getScopeRenderer() const { return scopeRenderer; }
+    // The system page in place of the display, or the display. Each opening begins with the display; a change
+    // of the page ends what the user is dragging, and closes the panel.
+    void showSystemPage(bool isOn);
+    bool showsSystemPage() const;
 
 protected:
     void prepeareGUI(Tovra::CFrame* made) override;
@@ -64,8 +72,9 @@ private:
 
     CQDT_DKS_Single& effect;
     Orbel::CPropertyManager* propertyManager = nullptr;
-    CEnvelopeDisplaySingle* envelopeDisplay = nullptr; // these two are the frame's
+    CEnvelopeDisplaySingle* envelopeDisplay = nullptr; // these three are the frame's
     Tovra::CToggleDisplay* toggleDisplay = nullptr;
+    SYSPAGE_SINGLE::CSysPageDisplay* sysPageDisplay = nullptr;
     Tovra::CNewScopeRenderer scopeRenderer;
     Core::Relaxed<float> tempo = 0.0f; // 0 before the first block
     Core::Relaxed<float> timeAdjust = 1.0f;

@@ -113,6 +113,25 @@ TEST(Editor, TakesATimeBaseFromThePanelToAllThatShowIt)
     EXPECT_EQ(editor.getEnvelopeDisplay()->getTimeAdjustIndex(), 6);
 }
 
+TEST(Editor, HasTwoPagesOfWhichEachOpeningShowsTheFirst)
+{
+    Instance instance;
+    QDT_SingleSidechain_Editor& editor = instance.editor();
+    editor.showSystemPage(true); // without a window
+    editor.open(nullptr);
+    EXPECT_FALSE(editor.showsSystemPage());
+    editor.showSystemPage(true);
+    editor.idle();
+    EXPECT_TRUE(editor.showsSystemPage());
+    EXPECT_FALSE(editor.getEnvelopeDisplay()->isVisible() || editor.getToggleDisplay()->isVisible());
+    editor.showSystemPage(false);
+    EXPECT_TRUE(editor.getEnvelopeDisplay()->isVisible() && editor.getToggleDisplay()->isVisible());
+    editor.showSystemPage(true);
+    editor.close();
+    editor.open(nullptr);
+    EXPECT_FALSE(editor.showsSystemPage());
+}
+
 TEST(Editor, FollowsTempoAndTimeBaseWhileItIsOpen)
 {
     Instance instance;

@@ -32,8 +32,9 @@ constexpr struct
 }
 
 CToggleDisplay::CToggleDisplay(const CRect& rect, const CPoint& closed, const CPoint& opened,
-                               const Orbel::CPropertyManager& manager, CControlListener* listener)
-    : CViewContainer(rect), closedPosition(closed), openPosition(opened)
+                               const Orbel::CPropertyManager& manager, CControlListener* listener,
+                               CBitmap* picture)
+    : CViewContainer(rect, picture), closedPosition(closed), openPosition(opened)
 {
     constexpr double left = 19.0, right = 5.0, top = 7.0;
     setTransparency(true);
@@ -188,8 +189,10 @@ void CToggleDisplay::drawRect(CDrawContext* context, const CRect& update)
     CViewContainer::drawRect(context, update);
 }
 
-void CToggleDisplay::drawBackgroundRect(CDrawContext* context, CRect&)
+void CToggleDisplay::drawBackgroundRect(CDrawContext* context, CRect& update)
 {
+    if (getBackground() != nullptr)
+        return CViewContainer::drawBackgroundRect(context, update);
     const CRect all(0.0, 0.0, size.getWidth(), size.getHeight());
     context->setFillColor(panelColor);
     context->drawRect(all, kFilled);

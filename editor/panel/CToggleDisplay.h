@@ -18,9 +18,11 @@ class CToggleDisplayOptionmenu;
 class CToggleDisplay : public CViewContainer, private CTimerObject
 {
 public:
-    // rect is its size; both positions are of its top left. The listener hears of the time base.
+    // rect is its size; both positions are of its top left. The listener hears of the time base. Without a
+    // picture of its ground it is drawn plainly.
     CToggleDisplay(const CRect& rect, const CPoint& closedPosition, const CPoint& openPosition,
-                   const Orbel::CPropertyManager& manager, CControlListener* listener);
+                   const Orbel::CPropertyManager& manager, CControlListener* listener,
+                   CBitmap* ground = nullptr);
     CToggleDisplay(const CToggleDisplay&) = delete;
 
     void setTimeAdjust(int index, float beats);

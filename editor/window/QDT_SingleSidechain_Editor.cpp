@@ -5,11 +5,13 @@
 #include "Tovrane/draw/CFontDesc.h"
 #include "Tovrane/views/controls/CParamDisplay.h"
 #include "Tovrane/views/controls/DisplayColors.h"
+#include "Tovrane/views/controls/Tovra_ActionButton.h"
 #include "Tovrane/views/tree/CControl.h"
 #include "editor/panel/CToggleDisplay.h"
 #include "editor/panel/CToggleDisplayDial.h"
 #include "editor/panel/CToggleDisplayOptionmenu.h"
 #include "editor/system/CSysPageDisplay.h"
+#include "editor/window/Bitmaps.h"
 #include "editor/window/Single_CMyFrame.h"
 #include "effect/parameters/DKS_Mini.h"
 #include "effect/parameters/TimeAdjust.h"
@@ -22,7 +24,7 @@ constexpr int quarterNote = 5;        // of getBeatTime_ms
 constexpr int scopeColumns = 553;     // the width of the display inside
 constexpr float unknownTempo = 10.0f; // an effect has it before its first block
 constexpr float usualTempo = 120.0f;
-constexpr CColor groundColor{24, 25, 38, 255};
+constexpr long systemPageTag = 'S' << 24 | 'Y' << 16 | 'S' << 8 | 'P';
 
 CColor faint(CColor color, unsigned char alpha)
 {
@@ -90,7 +92,7 @@ void QDT_SingleSidechain_Editor::prepeareGUI(CFrame* made)
     appliedTempo = appliedTimeAdjust = 0.0f;
     effect.getScope().show(true);
     scopeRenderer.initialize(&effect.getScope().data(), scopeColumns, scopeStyles());
-    made->setBackgroundColor(groundColor);
+    made->setBackground(bitmaps().BackBitmap.get());
 
     CEnvelopeDisplaySingle::CInfo display;
     display.kind = kindOwn;
@@ -111,6 +113,21 @@ void QDT_SingleSidechain_Editor::prepeareGUI(CFrame* made)
     sysPageDisplay = static_cast<SYSPAGE_SINGLE::CSysPageDisplay*>(system.object);
     sysPageDisplay->setVisible(false);
 
+    made->addView(new Tovra_ActionButton({558.0, 308.0, 599.0, 350.0}, this, systemPageTag,
+                                         bitmaps().button_syspage.get(), Tovra_ActionButton::kToggle, false,
+                                         1.0f));
+
+    CTextLabelInfo name;
+    name.kind = kindNameDisplay;
+    name.rect = CRect(57.0, 14.0, 248.0, 33.0);
+    name.attachedProperty = &effect.getPresetNameProperty();
+    name.font = kNormalFont;
+    name.fontSize = 14;
+    name.textColor = kDisplayTextColor;
+    name.style = CParamDisplay::kNoBack | CParamDisplay::kNoFrame;
+    name.mouseEnabled = false;
+    addGuiObject(&name, nullptr);
+
     auto* const readOut = new CTextLabel({170.0, 319.0, 377.0, 338.0}, "", nullptr,
                                          CParamDisplay::kNoBack | CParamDisplay::kNoFrame);
     readOut->setFont(kNormalFont, 14);
@@ -118,8 +135,8 @@ void QDT_SingleSidechain_Editor::prepeareGUI(CFrame* made)
     readOut->setFontColor(kDisplayTextColor);
     readOut->setMouseEnabled(false);
     made->addView(readOut);
-    toggleDisplay =
-        new CToggleDisplay({0.0, 0.0, 120.0, 250.0}, {577.0, 52.0}, {475.0, 52.0}, *propertyManager, this);
+    toggleDisplay = new CToggleDisplay({0.0, 0.0, 120.0, 250.0}, {577.0, 52.0}, {475.0, 52.0},
+                                       *propertyManager, this, bitmaps().toggle_display.get());
     made->addView(toggleDisplay);
 
     auto* const frameOfWindow = static_cast<Single_CMyFrame*>(made);
@@ -192,9 +209,11 @@ void QDT_SingleSidechain_Editor::placeSnapPoint()
     dial.setUseSnap(true);
 }
 
-// A time base was chosen.
+// The gear was turned, or a time base was chosen.
 void QDT_SingleSidechain_Editor::valueChanged(CControl* control)
 {
+    if (control->getTag() == systemPageTag)
+        return showSystemPage(control->getValue() > 0.0f);
     const int index = int(control->getValue());
     if (control->getTag() != CToggleDisplayOptionmenu::menuTag || index < 0 || index >= gNumTimeAdjustEntries)
         return;

@@ -3,6 +3,7 @@
 #include "Tovrane/platform/headless/HeadlessFrame.h"
 #include "editor/panel/CToggleDisplay.h"
 #include "editor/panel/CToggleDisplayDial.h"
+#include "editor/window/Bitmaps.h"
 #include "editor/window/QDT_SingleSidechain_Editor.h"
 #include "effect/instance/Player.h"
 #include "effect/parameters/TimeAdjust.h"
@@ -88,6 +89,24 @@ TEST(Editor, DrawsTheEnvelopeWhereTheScopeMeasuresTheGain)
         }
 }
 
+TEST(Editor, HasItsPicturesAtEveryScale)
+{
+    const Bitmaps& all = bitmaps();
+    const struct
+    {
+        Tovra::CBitmap* bitmap;
+        double width, height;
+    } sizes[] = {{all.BackBitmap.get(), 600, 350},    {all.memBtnBitmap.get(), 90, 98},
+                 {all.aLeftBmp.get(), 11, 19},        {all.aRightBmp.get(), 11, 19},
+                 {all.aDownBmp.get(), 11, 19},        {all.button_syspage.get(), 41, 84},
+                 {all.toggle_display.get(), 120, 250}};
+    for (const auto& each : sizes)
+    {
+        EXPECT_EQ(each.bitmap->getWidth(), each.width);
+        EXPECT_EQ(each.bitmap->getHeight(), each.height);
+    }
+}
+
 TEST(Editor, TakesATimeBaseFromThePanelToAllThatShowIt)
 {
     Instance instance;
@@ -120,7 +139,9 @@ TEST(Editor, HasTwoPagesOfWhichEachOpeningShowsTheFirst)
     editor.showSystemPage(true); // without a window
     editor.open(nullptr);
     EXPECT_FALSE(editor.showsSystemPage());
-    editor.showSystemPage(true);
+    Tovra::WindowEvents& user = Tovra::HeadlessFrame::of(*editor.getFrame())->events();
+    user.press({578.0, 330.0}, Tovra::kButtonLeft); // the gear
+    user.release({578.0, 330.0}, Tovra::kButtonLeft);
     editor.idle();
     EXPECT_TRUE(editor.showsSystemPage());
     EXPECT_FALSE(editor.getEnvelopeDisplay()->isVisible() || editor.getToggleDisplay()->isVisible());

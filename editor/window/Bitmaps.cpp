@@ -9,9 +9,9 @@ static Bitmaps loadBitmaps()
     { return Tovra::Kept<Tovra::CBitmap>::adopt(new Tovra::CBitmap(name, false)); };
     const Orbel::ResourceBlock art = artResources();
     SetResourcePtr(art.data, long(art.size));
-    const Bitmaps loaded = {named("Background.png"),    named("MemoryButton.png"), named("ArrowLeftBig.png"),
-                            named("ArrowRightBig.png"), named("ArrowDownBig.png"), named("Zahnrad.png"),
-                            named("ToggleDisplay.png")};
+    Bitmaps loaded = {named("Background.png"),    named("MemoryButton.png"), named("ArrowLeftBig.png"),
+                      named("ArrowRightBig.png"), named("ArrowDownBig.png"), named("Zahnrad.png"),
+                      named("ToggleDisplay.png")};
     FreeResources();
     return loaded;
 }

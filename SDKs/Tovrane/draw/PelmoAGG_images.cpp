@@ -3,8 +3,6 @@
 #include "Tovrane/draw/PelmoAGGPipelines.h"
 #include "Tovrane/lib/bgra_rows.h"
 
-#include <bit>
-#include <cstdint>
 #include <cstring>
 #include <functional>
 
